@@ -1,0 +1,173 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/FormTimer.h"
+#include "platform/SerialPort.h"
+
+/// The state that all modules share. It is created at start-up and lives until the program ends;
+/// everything runs on the user-interface thread, so it is read and written directly.
+namespace dravik {
+
+/// Link states: `ConnState` is also the index of its status text.
+enum : std::uint8_t {
+    kNotConnected = 1,
+    kPortNotFound = 2,
+    kConnected = 3,
+    kConnecting = 4,
+    kInitializing = 8,
+    kReceivingData = 9,
+    kReadingCodes = 16,
+    kClearingCodes = 18,
+};
+
+/// Bits of the Options/Misc setting.
+enum : std::int16_t {
+    kMiscResumeSensors = 1,
+    kMiscResumeMenu = 2,
+    kMiscAutoConnect = 4,
+    kMiscHidePointer = 8,
+    kMiscMouseWheel = 16,
+};
+
+constexpr int kPidCount = 80;            ///< PIDs 00 to 4F
+constexpr int kSensorLimit = 91;         ///< sensors 0 to 90
+constexpr int kCodeLimit = 129;          ///< trouble codes 0 to 128
+constexpr int kChartLimit = 7;           ///< charts 0 to 6
+constexpr int kGaugeLimit = 17;          ///< gauges 0 to 16
+constexpr int kLabelLimit = 41;          ///< labels 0 to 40
+constexpr int kChartSamples = 520;       ///< of which the last two are the scale labels
+constexpr int kListSlots = 9;            ///< skin lists 0 to 8
+constexpr int kCodeListSlot = 7;         ///< the list of trouble codes
+constexpr std::uint16_t kNoFocus = 65535;
+
+/// One live quantity that a skin can show: display value = Factor * raw + Offset.
+struct SensorRecord {
+    std::string Function;  ///< name used by skins, lower case
+    std::string Source;    ///< kind ("obd" or "can"), "_", PID in two hex digits
+    float Factor = 0;
+    float Offset = 0;
+    float Min = 0;
+    float Max = 0;
+    std::string Caption;
+    std::string Unit;
+    bool Active = false;
+    std::int32_t Raw = 0;  ///< last value received for a "can" source
+};
+
+/// The samples and settings of one chart.
+struct ChartRecord {
+    std::array<float, kChartSamples> Samples{};
+    bool Paused = false;
+};
+
+/// One entry of a skin list.
+struct ListEntry {
+    std::string Text;
+    std::string Picture;  ///< picture key, such as "folder" or "mp3"
+    std::string Tag;      ///< what the entry stands for
+};
+
+/// A skin list: its entries exist whether or not the page shows them.
+struct ListSlot {
+    std::vector<ListEntry> Entries;
+    int Selected = 0;    ///< 1-based, 0 = none
+    std::string Folder;  ///< folder being shown, empty when none
+    int Changes = 0;     ///< counted up whenever the entries change, for whoever shows them
+};
+
+/// What the command line asked for.
+struct LaunchOptions {
+    std::string DemoDevice;  ///< device of the built-in virtual vehicle; empty without --demo
+    std::string Skin;        ///< overrides Options/Skin when not empty
+    std::string Language;    ///< overrides Options/Language when not empty
+};
+
+struct GlobalState {
+    // Paths.
+    std::string ProgramFolder;    ///< without a separator at its end
+    std::string IniFile;          ///< the settings file
+    std::string SkinPath;         ///< the skins folder, with a separator at its end
+    std::string LanguagePath;     ///< the languages folder, with a separator at its end
+    std::string LanguageFile;     ///< names the sensor file and the description file
+    std::string SensorFile;
+    std::string DescriptionFile;  ///< trouble code texts
+    std::string SkinFile;
+    std::string ImageFolder;      ///< with a separator at its end
+    std::string SaveFolder;       ///< where snapshots go
+    std::string OSKPath;          ///< on-screen keyboard program
+    LaunchOptions Launch;
+
+    // Fixed texts.
+    std::array<std::string, 8> FolderName;
+    std::array<std::string, 24> StatusText;
+
+    // Settings.
+    std::int16_t Misc = 0;
+    float ImageScale = 0;  ///< ScaleImageWidth / 100
+    bool HidePointer = false;
+
+    // Life of the program.
+    bool StartupFlag = false;
+    bool ResumeFlag = false;
+    bool Closing = false;  ///< the program is ending: every wait ends at once
+
+    // Link.
+    std::uint8_t ConnState = 0;
+    std::array<bool, kPidCount> PidWanted{};
+    std::int16_t PidCursor = 0;
+    bool AwaitingReply = false;
+    std::array<std::int32_t, kPidCount> LiveRaw{};
+    std::array<std::int32_t, kPidCount> FreezeRaw{};
+    std::string FreezeFrameNo;
+    std::int16_t DtcCount = 0;
+    bool MilOn = false;
+    std::array<std::string, kCodeLimit> DtcList;
+    std::string InterfaceId;
+    std::string ProtocolText;
+    std::string CommTrace;
+    std::string RxBuffer;  ///< received by the event path since the last whole reply
+    SerialPort comOBD{9600};
+    SerialPort comCAN{57600};  ///< never opened
+
+    // Pages and selection.
+    std::string CurrentMenu;
+    std::string PreviousMenu;
+    std::string CurrentBox;
+    std::string LastCommand;
+    std::uint16_t FocusedButton = kNoFocus;
+    std::uint16_t FocusedSlider = kNoFocus;
+
+    // Sensors, charts and lists.
+    std::array<SensorRecord, kSensorLimit> Sensors;
+    std::int16_t SensorCount = 0;
+    std::array<ChartRecord, kChartLimit> Charts;
+    int ChartCount = 0;
+    std::array<ListSlot, kListSlots> Lists;
+    int CurrentList = -1;  ///< slot of the list built last on the page, -1 = none
+
+    // Form timers.
+    FormTimer tiStartup{1000, true};
+    FormTimer tiMain{100};
+    FormTimer tiAux{1000};
+    FormTimer tiHardware{50};
+    FormTimer tiTimeout{1000};
+    FormTimer tiSkinReload{50};
+    FormTimer tiDTCScroll{500};
+    FormTimer tiKeyrepeat{0};
+};
+
+/// The one instance. A test puts all of it back with `basGlobal = GlobalState{}` and InitGlobals.
+inline GlobalState basGlobal;
+
+/// Fills the paths from the program folder, FolderName and StatusText, and sets StartupFlag.
+void InitGlobals(const std::string& programFolder);
+
+/// Seconds, with four decimal places, of the high-resolution performance counter.
+double HighResTimer();
+
+}  // namespace dravik

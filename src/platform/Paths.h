@@ -1,0 +1,49 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// File names as they stand in settings and skins: "\" or "/" between folders, and outside Windows
+/// without regard to case when the exact name does not exist.
+namespace dravik {
+
+#ifdef _WIN32
+constexpr char kPathSeparator = '\\';
+#else
+constexpr char kPathSeparator = '/';
+#endif
+
+/// The name of the existing file or folder that `path` means; where there is none, the name under
+/// which it would be created (existing folders resolved, separators those of the system).
+std::string ResolvePath(std::string_view path);
+
+/// True when `path`, resolved, is an existing file (not a folder).
+bool FileExists(std::string_view path);
+
+/// True when `path`, resolved, is an existing folder.
+bool FolderExists(std::string_view path);
+
+/// Two parts of a path with one separator between them.
+std::string JoinPath(std::string_view folder, std::string_view name);
+
+/// The whole file as bytes; nothing when it cannot be read.
+std::optional<std::string> ReadWholeFile(std::string_view path);
+
+/// Replaces the file's content in one step: written beside it, flushed to the disk and renamed over
+/// it, so that a kill at any instant leaves the old content or the new. False when that failed; the
+/// old file is then unchanged. Permissions of an existing file are kept.
+bool ReplaceFile(std::string_view path, std::string_view content);
+
+/// Names (not paths) of the files of a folder that match "*.ini"-like patterns without regard to
+/// case, in directory order.
+std::vector<std::string> FilesMatching(std::string_view folder, std::string_view extension);
+
+/// The folder that holds the running program.
+std::string ExecutableFolder();
+
+/// The user's own Dravik folder: $XDG_CONFIG_HOME/dravik (~/.config/dravik), %APPDATA%\Dravik.
+std::string UserFolder();
+
+}  // namespace dravik

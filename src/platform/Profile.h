@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Private-profile files: sections in square brackets, lines of key, equals sign and value.
+///
+/// Section and key names are compared without regard to case, the first match wins. Blanks around
+/// names and values are dropped, and so is one pair of matching quotes around a value. A line that
+/// begins with ";" is a comment. File names are resolved as platform/Paths.h says, so they may be
+/// written with "\" and in any case.
+///
+/// Reading is cached per file and checked against the file's time stamp and size, so that hundreds
+/// of keys cost one parse. On Windows the system's own profile calls serve, elsewhere code with the
+/// same meaning.
+namespace dravik {
+
+/// The text of a key; defaultValue when the file, the section or the key is missing.
+///
+/// @param maxBytes  at most so many bytes are returned; a longer value is cut, never in the middle
+///                  of a UTF-8 sequence
+std::string ReadProfileString(const std::string& file, std::string_view section,
+                              std::string_view key, std::string_view defaultValue,
+                              std::size_t maxBytes);
+
+/// The key as an integer: an optional sign and the decimal digits that follow it. Anything else
+/// behind the digits is passed over; a value without leading digits is 0; a missing key gives
+/// defaultValue. A number too large for 32 bits keeps its lowest 32 bits.
+int ReadProfileInt(const std::string& file, std::string_view section, std::string_view key,
+                   int defaultValue);
+
+/// One key to write; an empty optional deletes the key.
+struct ProfileEntry {
+    std::string Section;
+    std::string Key;
+    std::optional<std::string> Value;
+};
+
+/// Writes one key: replaces its value in place, or adds it at the end of its section, or adds the
+/// section at the end of the file (made when missing). Comments, order and other keys survive.
+///
+/// The file is never half written: a kill at any instant leaves the old file or the new one.
+/// @return false when the file could not be written; it is then unchanged.
+bool WriteProfileString(const std::string& file, const std::string& section, const std::string& key,
+                        const std::string& value);
+
+/// Writes many keys of one file in a single step: after a failure or a kill either all of them are
+/// in the file or none.
+bool WriteProfileEntries(const std::string& file, const std::vector<ProfileEntry>& entries);
+
+/// The names of all sections, in file order and as written; empty for a missing file.
+std::vector<std::string> ProfileSections(const std::string& file);
+
+/// The names of all keys of the first section of that name, in file order and as written.
+std::vector<std::string> ProfileKeys(const std::string& file, std::string_view section);
+
+}  // namespace dravik

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace dravik {
+
+/// A serial line to a device: termios on Linux, overlapped I/O on Windows, a socket for devices
+/// named "tcp://host:port". 8 data bits, no parity, one stop bit, no flow control, exclusive.
+///
+/// Nothing here blocks. Everything runs on the user-interface thread, and the receive event is
+/// delivered from its event loop.
+class SerialPort {
+   public:
+    /// Receive event codes.
+    static constexpr int kDataReceived = 2;      ///< at least one character has arrived
+    static constexpr int kBufferOverflow = 1008; ///< more than 4,096 characters were waiting, or
+                                                 ///< the driver lost some; the excess is dropped
+    static constexpr std::size_t kBufferSize = 4096;
+
+    explicit SerialPort(int baudrate);
+    ~SerialPort();
+    SerialPort(SerialPort&&) noexcept;
+    SerialPort& operator=(SerialPort&&) noexcept;
+
+    /// What Open opens: a device path, "\\.\COMn" or "tcp://host:port".
+    void SetDevice(std::string device);
+    const std::string& Device() const;
+
+    /// Line speed, used by the next Open.
+    void SetBaudrate(int baudrate);
+    int Baudrate() const;
+
+    /// Opens the device; false when it cannot be opened. A device that takes long to open (a
+    /// network address, a radio link) is waited for while events are pumped, at most five seconds.
+    bool Open();
+    bool IsOpen() const;
+    void Close();
+
+    /// Queues the bytes for sending; false when the port is not open.
+    bool Write(std::string_view bytes);
+
+    /// Number of received characters that wait.
+    std::size_t InputCount() const;
+
+    /// Everything that waits, taken out of the buffer; empty when nothing waits.
+    std::string ReadAll();
+
+    /// Forgets everything that waits, what the driver still holds included.
+    void DiscardInput();
+
+    /// Called with kDataReceived or kBufferOverflow.
+    void OnReceive(std::function<void(int code)> handler);
+
+    /// Called once when an open device disappears, after the port has closed itself.
+    void OnLost(std::function<void()> handler);
+
+   private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+/// What a port number stands for when the settings do not say: COM1-8 /dev/ttyUSB0-7, COM9-16
+/// /dev/ttyACM0-7, COM17-24 /dev/rfcomm0-7, COM25-32 /dev/ttyS0-7; "\\.\COMn" on Windows. Empty for
+/// other numbers.
+std::string DefaultPortDevice(int number);
+
+}  // namespace dravik
