@@ -34,15 +34,15 @@ enum : std::int16_t {
     kMiscMouseWheel = 16,
 };
 
-constexpr int kPidCount = 80;            ///< PIDs 00 to 4F
-constexpr int kSensorLimit = 91;         ///< sensors 0 to 90
-constexpr int kCodeLimit = 129;          ///< trouble codes 0 to 128
-constexpr int kChartLimit = 7;           ///< charts 0 to 6
-constexpr int kGaugeLimit = 17;          ///< gauges 0 to 16
-constexpr int kLabelLimit = 41;          ///< labels 0 to 40
-constexpr int kChartSamples = 520;       ///< of which the last two are the scale labels
-constexpr int kListSlots = 9;            ///< skin lists 0 to 8
-constexpr int kCodeListSlot = 7;         ///< the list of trouble codes
+constexpr int kPidCount = 80;       ///< PIDs 00 to 4F
+constexpr int kSensorLimit = 91;    ///< sensors 0 to 90
+constexpr int kCodeLimit = 129;     ///< trouble codes 0 to 128
+constexpr int kChartLimit = 7;      ///< charts 0 to 6
+constexpr int kGaugeLimit = 17;     ///< gauges 0 to 16
+constexpr int kLabelLimit = 41;     ///< labels 0 to 40
+constexpr int kChartSamples = 520;  ///< of which the last two are the scale labels
+constexpr int kListSlots = 9;       ///< skin lists 0 to 8
+constexpr int kCodeListSlot = 7;    ///< the list of trouble codes
 constexpr std::uint16_t kNoFocus = 65535;
 
 /// One live quantity that a skin can show: display value = Factor * raw + Offset.
@@ -89,17 +89,17 @@ struct LaunchOptions {
 
 struct GlobalState {
     // Paths.
-    std::string ProgramFolder;    ///< without a separator at its end
-    std::string IniFile;          ///< the settings file
-    std::string SkinPath;         ///< the skins folder, with a separator at its end
-    std::string LanguagePath;     ///< the languages folder, with a separator at its end
-    std::string LanguageFile;     ///< names the sensor file and the description file
+    std::string ProgramFolder;  ///< without a separator at its end
+    std::string IniFile;        ///< the settings file
+    std::string SkinPath;       ///< the skins folder, with a separator at its end
+    std::string LanguagePath;   ///< the languages folder, with a separator at its end
+    std::string LanguageFile;   ///< names the sensor file and the description file
     std::string SensorFile;
     std::string DescriptionFile;  ///< trouble code texts
     std::string SkinFile;
-    std::string ImageFolder;      ///< with a separator at its end
-    std::string SaveFolder;       ///< where snapshots go
-    std::string OSKPath;          ///< on-screen keyboard program
+    std::string ImageFolder;  ///< with a separator at its end
+    std::string SaveFolder;   ///< where snapshots go
+    std::string OSKPath;      ///< on-screen keyboard program
     LaunchOptions Launch;
 
     // Fixed texts.

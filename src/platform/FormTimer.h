@@ -12,7 +12,7 @@ namespace dravik {
 /// It may be created before the application object, but it runs only while one exists. An interval
 /// of 0 keeps the timer silent.
 class FormTimer {
-   public:
+ public:
     explicit FormTimer(int intervalMs = 0, bool enabled = false);
     ~FormTimer();
     FormTimer(FormTimer&&) noexcept;
@@ -32,7 +32,7 @@ class FormTimer {
     /// pumps events itself while the timer is enabled.
     void OnTick(std::function<void()> handler);
 
-   private:
+ private:
     struct Impl;
     std::unique_ptr<Impl> impl_;
 };

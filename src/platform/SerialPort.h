@@ -14,11 +14,11 @@ namespace dravik {
 /// Nothing here blocks. Everything runs on the user-interface thread, and the receive event is
 /// delivered from its event loop.
 class SerialPort {
-   public:
+ public:
     /// Receive event codes.
-    static constexpr int kDataReceived = 2;      ///< at least one character has arrived
-    static constexpr int kBufferOverflow = 1008; ///< more than 4,096 characters were waiting, or
-                                                 ///< the driver lost some; the excess is dropped
+    static constexpr int kDataReceived = 2;       ///< at least one character has arrived
+    static constexpr int kBufferOverflow = 1008;  ///< more than 4,096 characters were waiting, or
+                                                  ///< the driver lost some; the excess is dropped
     static constexpr std::size_t kBufferSize = 4096;
 
     explicit SerialPort(int baudrate);
@@ -58,7 +58,7 @@ class SerialPort {
     /// Called once when an open device disappears, after the port has closed itself.
     void OnLost(std::function<void()> handler);
 
-   private:
+ private:
     struct Impl;
     std::unique_ptr<Impl> impl_;
 };
