@@ -130,7 +130,11 @@ struct GlobalState {
     std::string InterfaceId;
     std::string ProtocolText;
     std::string CommTrace;
-    std::string RxBuffer;  ///< received by the event path since the last whole reply
+    std::string RxBuffer;       ///< received by the event path since the last whole reply
+    int ReconnectSeconds = 0;   ///< OBD/Reconnect; 0 = a lost link stays lost
+    bool ConnectTried = false;  ///< a connect has run since start-up
+    double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
+    double RequestedAt = 0;  ///< HighResTimer of the last live request
     SerialPort comOBD{9600};
     SerialPort comCAN{57600};  ///< never opened
 
@@ -139,6 +143,8 @@ struct GlobalState {
     std::string PreviousMenu;
     std::string CurrentBox;
     std::string LastCommand;
+    std::vector<std::string> ButtonTag;  ///< function text of each button in use
+    std::vector<std::string> SliderTag;  ///< function text of each slider in use
     std::uint16_t FocusedButton = kNoFocus;
     std::uint16_t FocusedSlider = kNoFocus;
 
