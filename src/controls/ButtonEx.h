@@ -111,7 +111,6 @@ class ButtonEx : public QWidget {
     void Place();
     QRect ImageRect() const;
     QRect LabelRect() const;
-    QRect Pixels(double x, double y, double width, double height) const;
     template <typename T>
     void SetImagePart(T& field, const T& value);
     template <typename T>
@@ -127,7 +126,7 @@ class ButtonEx : public QWidget {
     bool pressed_ = false;  ///< the left button went down inside; its release is a click
 
     SkinPicture image_;
-    bool imageVisible_ = false;
+    bool imageVisible_ = true;
     std::int16_t imageX_ = 0;
     std::int16_t imageY_ = 0;
 

@@ -22,6 +22,13 @@ struct DesignBox {
         return QRect(left, top, qRound((X + Width) * Scale) - left,
                      qRound((Y + Height) * Scale) - top);
     }
+
+    /// A part of the control, given relative to the control's corner in design pixels, in window
+    /// pixels relative to the same corner. Edges are rounded on the page, like those of Pixels.
+    QRect Part(double x, double y, double width, double height) const {
+        const DesignBox part{X + x, Y + y, width, height, Scale};
+        return part.Pixels().translated(-qRound(X * Scale), -qRound(Y * Scale));
+    }
 };
 
 }  // namespace dravik

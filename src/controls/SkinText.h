@@ -25,6 +25,7 @@ struct TextLook {
 };
 
 constexpr double kDefaultPoints = 8;  ///< for an element that states no font size
+constexpr int kMaxFontPixels = 2000;  ///< larger fonts are shown at this size
 
 /// A colour value of the skin: low byte red, then green, then blue; the top byte is ignored.
 QColor SkinColor(std::int32_t value);

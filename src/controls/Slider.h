@@ -4,7 +4,6 @@
 #include <QWidget>
 #include <cstdint>
 #include <functional>
-#include <optional>
 
 #include "controls/DesignBox.h"
 #include "controls/PictureCache.h"
@@ -80,13 +79,12 @@ class Slider : public QWidget {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
     void SetPicture(SkinPicture& part, const SkinPicture& picture);
-    void SetBound(std::int32_t& bound, std::int32_t value);
-    void PlaceByLastValue();
+    void ShowLastValue();
     void PlaceKnob();
+    double AlongTrack(const QPointF& pointer) const;
     void FollowPointer(const QPointF& pointer);
     std::int32_t ValueAtPosition() const;
     void RaiseChange();
@@ -115,9 +113,9 @@ class Slider : public QWidget {
     bool horizontal_ = true;
     bool moved_ = false;
 
-    std::optional<std::int32_t> lastSet_;  ///< by SetValue, never mirrored
-    bool dragged_ = false;                 ///< the user moved the knob since lastSet_ was shown
-    double grip_ = 0;                      ///< where the pointer holds the knob
+    std::int32_t lastSet_ = 0;  ///< by SetValue, never mirrored
+    bool dragged_ = false;      ///< the knob was moved otherwise since lastSet_ was shown
+    double grip_ = 0;           ///< where the pointer holds the knob
     std::int32_t drawnPosition_ = 0;
     SkinPicture drawnKnob_;
 
