@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -154,6 +155,7 @@ struct GlobalState {
     std::array<ChartRecord, kChartLimit> Charts;
     int ChartCount = 0;
     std::array<ListSlot, kListSlots> Lists;
+    std::map<std::string, std::string> EditedTexts;  ///< text box contents by function, kept all run
     int CurrentList = -1;  ///< slot of the list built last on the page, -1 = none
 
     // Form timers.
