@@ -155,7 +155,8 @@ struct GlobalState {
     std::array<ChartRecord, kChartLimit> Charts;
     int ChartCount = 0;
     std::array<ListSlot, kListSlots> Lists;
-    std::map<std::string, std::string> EditedTexts;  ///< text box contents by function, kept all run
+    std::map<std::string, std::string>
+        EditedTexts;       ///< text box contents by function, kept all run
     int CurrentList = -1;  ///< slot of the list built last on the page, -1 = none
 
     // Form timers.

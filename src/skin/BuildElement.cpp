@@ -17,6 +17,8 @@ namespace dravik {
 
 namespace {
 
+constexpr const char* kTextFunction = "text";    // shows the fixed caption
+constexpr const char* kHighlight = "mouseover";  // the picture that follows the selection
 constexpr int kSliderMax = 100;  // sliders show percent: a skin states no range for them
 
 /// Loads the picture of a key; an empty name leaves it empty.
@@ -62,7 +64,7 @@ DesignBox LabelBox(const SkinElement& element) {
 std::string FixedText(const SkinElement& element) {
     constexpr const char* kTitle = "APP_Title";
     if (element.Function == kTitle) return ProgramTitle();
-    if (!EqualsNoCase(element.Function, "text")) return {};
+    if (!EqualsNoCase(element.Function, kTextFunction)) return {};
     return element.Caption == kTitle ? ProgramTitle() : element.Caption;
 }
 
@@ -76,6 +78,24 @@ TextLook ListLook(const SkinElement& element) {
             both || element.FontStyle == "Italic"};
 }
 
+/// What the refresh needs to know of an element, worked out once.
+void Prepare(ScreenElement& element) {
+    element.Evaluated = element.Function;
+    element.EvaluatedImage = element.ImageFunction;
+    element.EvaluatedLabel = element.LabelFunction;
+    const auto words = ImageFunctionWords();
+    const std::string function = LowerCased(element.Function);
+    element.HasState =
+        function != kHighlight &&
+        std::find(words.begin(), words.end(), SplitAtLast(function).Word) != words.end();
+    if (element.Kind == ElementKind::Label) {
+        element.Shown = FixedText(element);
+        element.FixedText = !element.Shown.empty() || EqualsNoCase(element.Function, kTextFunction);
+    } else if (element.Kind == ElementKind::Button) {
+        element.FixedText = EqualsNoCase(element.LabelFunction, kTextFunction);
+    }
+}
+
 }  // namespace
 
 template <typename T>
@@ -85,11 +105,34 @@ T* SkinScreen::Member(std::vector<T*>& array, int index, const SkinElement& elem
         T* created = new T(container);
         created->SetScale(scale_);
         created->hide();
+        Connect(created, static_cast<int>(array.size()));
         array.push_back(created);
     }
     T* member = array[static_cast<std::size_t>(index)];
     if (member->parentWidget() != container) member->setParent(container);
     return member;
+}
+
+void SkinScreen::Connect(ButtonEx* button, int index) {
+    button->Click = [this, index] { Events.ButtonClicked(index); };
+    button->MouseDown = [this, index](int, int, int, int) { Events.ButtonPressed(index); };
+    button->MouseUp = [this, index](int, int, int, int) { Events.ButtonReleased(index); };
+    button->MouseEnter = [this, index] { Events.ButtonEntered(index); };
+}
+
+void SkinScreen::Connect(Slider* slider, int index) {
+    slider->Change = [this, index](std::int32_t& value) { Events.SliderChanged(index, value); };
+}
+
+void SkinScreen::Connect(SkinList* list, int index) {
+    list->Activated = [this, index](int) { Events.ListActivated(index); };
+}
+
+/// A text box keeps its text by function, so that it is there again when its page is.
+void SkinScreen::Connect(SkinTextbox* field, int) {
+    QObject::connect(field, &QLineEdit::textChanged, field, [field] {
+        basGlobal.EditedTexts[LowerCased(field->Function)] = field->Text();
+    });
 }
 
 std::optional<SkinError> SkinScreen::Build(SkinElement element) {
@@ -110,10 +153,9 @@ std::optional<SkinError> SkinScreen::Build(SkinElement element) {
     const auto error = (this->*kBuilders[static_cast<std::size_t>(element.Kind)])(element, index);
     if (error) return error;
 
-    ScreenElement built{std::move(element), {}, {}, {}};
-    built.Evaluated = built.Function;
-    built.EvaluatedImage = built.ImageFunction;
-    built.EvaluatedLabel = built.LabelFunction;
+    ScreenElement built;
+    static_cast<SkinElement&>(built) = std::move(element);
+    Prepare(built);
     Elements(built.Kind).push_back(std::move(built));
     return std::nullopt;
 }
@@ -146,7 +188,7 @@ std::optional<SkinError> SkinScreen::BuildButton(const SkinElement& element, int
     button->SetLabelFont(element.LabelFont);
     button->SetLabelForecolor(std::to_string(element.LabelColor));
     button->SetLabelAlignment(element.LabelAlignment);
-    const bool fixed = EqualsNoCase(element.LabelFunction, "text");
+    const bool fixed = EqualsNoCase(element.LabelFunction, kTextFunction);
     button->SetLabelCaption(fixed ? element.LabelCaption : std::string{});
 
     basGlobal.ButtonTag.push_back(element.Function);
@@ -239,8 +281,9 @@ std::optional<SkinError> SkinScreen::BuildTextbox(const SkinElement& element, in
     field->SetLook({element.Font, static_cast<double>(element.FontSize), element.FontColor,
                     element.Alignment, false, false},
                    element.BackColor);
+    const std::string text = basGlobal.EditedTexts[LowerCased(element.Function)];
     field->Function = element.Function;
-    field->SetText(basGlobal.EditedTexts[LowerCased(element.Function)]);
+    field->SetText(text);
     field->show();
     return std::nullopt;
 }
@@ -249,7 +292,7 @@ std::optional<SkinError> SkinScreen::BuildImage(const SkinElement& element, int 
     PictureReader pictures(element, scale_);
     const SkinPicture picture = pictures.Load("Picture", element.Picture);
     if (pictures.Error()) return pictures.Error();
-    const bool highlight = EqualsNoCase(element.Function, "mouseover");
+    const bool highlight = EqualsNoCase(element.Function, kHighlight);
     if (highlight) Highlight = index;
     ContainerOf(element)->Add(
         PageCanvas::ImageItem{index, ImageBox(element, picture), picture, !highlight});

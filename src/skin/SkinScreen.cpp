@@ -42,6 +42,9 @@ SkinScreen::SkinScreen(QWidget* window)
       page_(new PageCanvas(window)),
       shield_(new QWidget(window)),
       popUp_(new PageCanvas(shield_)) {
+    Events.ButtonClicked = Events.ButtonPressed = Events.ButtonReleased = Events.ButtonEntered =
+        Events.ListActivated = [](int) {};
+    Events.SliderChanged = [](int, std::int32_t&) {};
     shield_->setAttribute(Qt::WA_NoMousePropagation);
     shield_->hide();
 }

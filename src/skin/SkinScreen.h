@@ -3,6 +3,8 @@
 #include <QRectF>
 #include <QSize>
 #include <array>
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +27,19 @@ struct ScreenElement : SkinElement {
     std::string Evaluated;       ///< function text as the evaluators lower-case it
     std::string EvaluatedImage;  ///< the same of a button's image function
     std::string EvaluatedLabel;  ///< the same of a button's label function
+    bool HasState = false;       ///< an image whose function switches it on and off
+    bool FixedText = false;      ///< a label or a caption that no refresh changes
+    std::string Shown;           ///< what the last refresh made it show: text or number
+};
+
+/// What the user does with the elements, by their index; set by the main window.
+struct ScreenEvents {
+    std::function<void(int index)> ButtonClicked;
+    std::function<void(int index)> ButtonPressed;
+    std::function<void(int index)> ButtonReleased;
+    std::function<void(int index)> ButtonEntered;  ///< on every movement over the button
+    std::function<void(int index, std::int32_t& value)> SliderChanged;
+    std::function<void(int index)> ListActivated;
 };
 
 /// The main window's elements: one growable array of controls per kind and the record of every
@@ -78,6 +93,8 @@ class SkinScreen {
     /// Sets the focus after a load: a visible text box, otherwise the container.
     void SetInitialFocus();
 
+    ScreenEvents Events;
+
     // The control arrays. Members from Count(kind) on are hidden.
     std::vector<ButtonEx*> Button;
     std::vector<Slider*> SliderArray;
@@ -110,6 +127,10 @@ class SkinScreen {
     std::optional<SkinError> BuildImage(const SkinElement& element, int index);
     std::optional<SkinError> BuildChart(const SkinElement& element, int index);
 
+    void Connect(ButtonEx* button, int index);
+    void Connect(Slider* slider, int index);
+    void Connect(SkinList* list, int index);
+    void Connect(SkinTextbox* field, int index);
     template <typename T>
     T* Member(std::vector<T*>& array, int index, const SkinElement& element);
     void Place();

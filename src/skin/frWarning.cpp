@@ -67,6 +67,7 @@ frWarning::frWarning(QWidget* window)
 }
 
 void frWarning::Open(const std::string& message, int kind, double scale) {
+    if (isHidden()) focusBefore_ = window()->focusWidget();
     kind_ = std::clamp(kind, 0, 2);
     message_ = message;
     scale_ = scale;
@@ -93,6 +94,7 @@ void frWarning::Open(const std::string& message, int kind, double scale) {
 void frWarning::Answer(int answer) {
     Timer1_.stop();
     hide();
+    if (focusBefore_ != nullptr) focusBefore_->setFocus();
     SetMessageAnswer(answer);
 }
 

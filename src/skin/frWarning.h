@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 #include <array>
@@ -63,6 +64,7 @@ class frWarning : public QWidget {
     int kind_ = 0;
     double scale_ = 1;
     bool plain_ = false;
+    QPointer<QWidget> focusBefore_;
     QTimer Timer1_;
 };
 
