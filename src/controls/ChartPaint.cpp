@@ -30,9 +30,9 @@ struct ChartLayout {
 };
 
 ChartLayout LayOut(const QRect& target, const TextLook& label, double scale) {
-    const int strip = QFontMetrics(SkinFont(label, scale)).height();
+    const int strip = QFontMetrics(SkinFont(label, scale)).height() + qRound(scale);
     const int gap = qRound(kLabelGap * scale);
-    const QRect inner = target.adjusted(gap, 0, -gap, 0);
+    const QRect inner = target.adjusted(gap, qRound(scale), -gap, -qRound(scale));
     return {inner.adjusted(0, strip, 0, -strip),
             QRect(inner.left(), inner.top(), inner.width(), strip),
             QRect(inner.left(), inner.bottom() + 1 - strip, inner.width(), strip)};
@@ -88,7 +88,9 @@ void PaintTrace(QPainter& painter, const QRect& plot, const ChartRecord& record,
         return;
     }
     painter.setPen(QPen(color, PenPixels(scale)));
+    painter.setRenderHint(QPainter::Antialiasing, true);
     painter.drawPolyline(points);
+    painter.setRenderHint(QPainter::Antialiasing, false);
     if (look.Mode == kArea) {
         points.append(QPointF(points.last().x(), plot.bottom()));
         points.append(QPointF(points.first().x(), plot.bottom()));
