@@ -34,10 +34,10 @@ void ClearChart(ChartRecord& record);
 
 struct ChartLook {
     SkinPicture Background;
-    std::int32_t Color = 0;      ///< of the trace; low byte red, then green, then blue
-    std::int32_t GridColor = 0;  ///< of the grid and of the texts
-    std::int32_t Mode = 0;       ///< 0 line, 1 filled area, 2 points; else line
-    std::int32_t Time = 0;       ///< seconds across, see ChartSeconds
+    std::int32_t Color = 0;  ///< of trace and texts; low byte red, then green, then blue
+    std::int32_t GridColor = 0;
+    std::int32_t Mode = 0;  ///< 0 line, 1 filled area, 2 points; else line
+    std::int32_t Time = 0;  ///< seconds across, see ChartSeconds
 };
 
 /// Size of a chart in design pixels: that of its background, or one column a pixel without one.

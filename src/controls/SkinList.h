@@ -49,7 +49,7 @@ class SkinList : public QWidget {
     /// First entry that is at least partly visible, 1-based; 0 when the list is empty.
     int FirstVisible() const;
 
-    std::function<void(int index)> SelectionChanged;  ///< by SelectEntry or a tap
+    std::function<void(int index)> SelectionChanged;  ///< by SelectEntry or a tap, when it is new
     std::function<void(int index)> Activated;         ///< double click on an entry
 
  protected:
@@ -73,7 +73,6 @@ class SkinList : public QWidget {
 
     DesignBox box_;
     TextLook look_;
-    QColor textColor_;
     QColor backColor_;
     std::string folder_;
     std::map<std::string, SkinPicture> pictures_;  ///< by key; null where there is no file
@@ -81,6 +80,8 @@ class SkinList : public QWidget {
     ListSlot* slot_ = nullptr;
     int shownChanges_ = -1;
     int shownSelected_ = 0;
+    int shownCount_ = 0;
+    std::string shownFolder_;
     int offset_ = 0;  ///< window pixels scrolled
 
     int pressY_ = 0;

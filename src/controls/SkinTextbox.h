@@ -25,7 +25,6 @@ class SkinTextbox : public QLineEdit {
 
  private:
     void Place();
-    void ApplyFont();
 
     DesignBox box_;
     TextLook look_;
