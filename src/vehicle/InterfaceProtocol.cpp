@@ -257,6 +257,7 @@ void InterfaceProtocol::RunRequest(double now, const std::string& digits) {
         for (const auto& line : FormatReply(*FindProtocol(protocol_), unit, headers_)) {
             text = line;
             if (!spaces_) std::erase(text, ' ');
+            if (!scenario_.BlankAtLineEnd && text.back() == ' ') text.pop_back();
             reply.push_back({delay, text + LineEnd()});
             delay = kLineGap;
         }

@@ -77,6 +77,7 @@ constexpr Key<Scenario> kInterfaceKeys[] = {
     {"line-feeds", [](Text t, Scenario& s) { return ReadSwitch(t, s.LineFeeds); }},
     {"headers", [](Text t, Scenario& s) { return ReadSwitch(t, s.Headers); }},
     {"spaces", [](Text t, Scenario& s) { return ReadSwitch(t, s.Spaces); }},
+    {"blank-at-line-end", [](Text t, Scenario& s) { return ReadSwitch(t, s.BlankAtLineEnd); }},
     {"when-interrupted",
      [](Text t, Scenario& s) { return ReadChoice(t, kInterruptions, s.StopOnInput); }},
     {"command-latency", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60, s.CommandLatency); }},

@@ -201,6 +201,14 @@ TEST(Interface, LongRepliesHaveTheFormOfTheirBus) {
     }
 }
 
+TEST(Interface, LeavesTheBlankAtLineEndsAwayWhenTheScenarioSaysSo) {
+    Desk desk(
+        "[vehicle]\nprotocol = can-11-500\n[interface]\nblank-at-line-end = no\n"
+        "[code 1]\ncode = P0133\n[code 2]\ncode = P0245\n[code 3]\ncode = P0123\n");
+    desk.Connect();
+    EXPECT_EQ(desk.Ask("03"), "008\r0: 43 03 01 33 02 45\r1: 01 23 00 00 00 00 00\r\r>");
+}
+
 TEST(Interface, RefusesAndKeepsSilentAsControlUnitsDo) {
     const struct {
         const char* Scenario;
