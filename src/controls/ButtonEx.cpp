@@ -263,7 +263,7 @@ void ButtonEx::focusInEvent(QFocusEvent* event) {
 }
 
 void ButtonEx::focusOutEvent(QFocusEvent*) {
-    CheckForLeave();
+    if (Timer1_.isActive() || state_ != ButtonState::kUp) CheckForLeave();
 }
 
 }  // namespace dravik
