@@ -241,6 +241,8 @@ TEST_F(SliderTest, RepaintsOnlyWhatTheKnobCrossed) {
     EXPECT_TRUE(watch.Take().isEmpty());
     slider.SetValue(43);
     EXPECT_EQ(watch.Take(), QRegion(40, 0, 13, 20));
+    slider.SetValue(40);
+    EXPECT_EQ(watch.Take(), QRegion(40, 0, 13, 20));
 }
 
 }  // namespace
