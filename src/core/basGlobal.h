@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -136,7 +137,11 @@ struct GlobalState {
     std::string InterfaceId;
     std::string ProtocolText;
     std::string CommTrace;
-    std::string RxBuffer;  ///< received by the event path since the last whole reply
+    std::string RxBuffer;       ///< received by the event path since the last whole reply
+    int ReconnectSeconds = 0;   ///< OBD/Reconnect; 0 = a lost link stays lost
+    bool ConnectTried = false;  ///< a connect has run since start-up
+    double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
+    double RequestedAt = 0;  ///< HighResTimer of the last live request
     SerialPort comOBD{9600};
     SerialPort comCAN{57600};  ///< never opened
 
@@ -145,6 +150,8 @@ struct GlobalState {
     std::string PreviousMenu;
     std::string CurrentBox;
     std::string LastCommand;
+    std::vector<std::string> ButtonTag;  ///< function text of each button in use
+    std::vector<std::string> SliderTag;  ///< function text of each slider in use
     std::uint16_t FocusedButton = kNoFocus;
     std::uint16_t FocusedSlider = kNoFocus;
 
@@ -154,6 +161,8 @@ struct GlobalState {
     std::array<ChartRecord, kChartLimit> Charts;
     int ChartCount = 0;
     std::array<ListSlot, kListSlots> Lists;
+    std::map<std::string, std::string>
+        EditedTexts;       ///< text box contents by function, kept all run
     int CurrentList = -1;  ///< slot of the list built last on the page, -1 = none
 
     // Form timers.

@@ -1,0 +1,40 @@
+#include <algorithm>
+#include <utility>
+
+#include "lists/basFunctions.h"
+
+namespace dravik {
+
+ListSlot* FindList(int slot) {
+    if (slot < 0 || slot >= kListSlots) return nullptr;
+    return &basGlobal.Lists[static_cast<std::size_t>(slot)];
+}
+
+ListSlot* CurrentList() {
+    return FindList(basGlobal.CurrentList);
+}
+
+int ListSlotByName(std::string_view name) {
+    const auto& names = basGlobal.FolderName;
+    const auto found = std::find(names.begin(), names.end(), name);
+    return found == names.end() ? -1 : static_cast<int>(found - names.begin());
+}
+
+void ClearList(ListSlot& list) {
+    list.Entries.clear();
+    list.Selected = 0;
+    ++list.Changes;
+}
+
+void AddListEntry(ListSlot& list, ListEntry entry) {
+    list.Entries.push_back(std::move(entry));
+    if (list.Selected == 0) list.Selected = 1;
+    ++list.Changes;
+}
+
+void SelectListEntry(ListSlot& list, int index) {
+    if (list.Entries.empty()) return;
+    list.Selected = std::clamp(index, 1, static_cast<int>(list.Entries.size()));
+}
+
+}  // namespace dravik

@@ -1,0 +1,112 @@
+#include <string_view>
+
+#include "core/basGlobal.h"
+#include "obd/basOBD.h"
+#include "platform/Events.h"
+#include "platform/Profile.h"
+#include "platform/Text.h"
+#include "settings/basSettings.h"
+
+namespace dravik {
+
+namespace {
+
+constexpr int kDefaultBaudrate = 9600;
+constexpr std::string_view kIdentityWord = "QVX";  // the one interface type that knows AT!01
+constexpr std::size_t kIdentityLength = 12;
+
+// Reset, echo off, line feeds off, headers off.
+constexpr const char* kResetCommands[] = {"ATZ", "ATE0", "ATL0", "ATH0"};
+
+/// Opens the configured port; false when there is none or it will not open.
+bool OpenPort() {
+    GlobalState& g = basGlobal;
+    if (g.comOBD.IsOpen()) g.comOBD.Close();
+
+    std::string device = g.Launch.DemoDevice;
+    if (device.empty()) {
+        const int number =
+            static_cast<int>(LeadingNumber(ReadIniString(g.IniFile, "OBD", "ComPort")));
+        if (number == 0) return false;
+        device = PortDevice(number);
+    }
+    if (device.empty()) return false;
+
+    const int baudrate = ReadProfileInt(g.IniFile, "OBD", "Baudrate", 0);
+    g.comOBD.SetDevice(device);
+    g.comOBD.SetBaudrate(baudrate > 0 ? baudrate : kDefaultBaudrate);
+    return g.comOBD.Open();
+}
+
+bool ResetInterface() {
+    for (const char* command : kResetCommands) {
+        if (SendCommand(command).find('>') == std::string::npos) return false;
+    }
+    return true;
+}
+
+/// The identity never fails the connect: an interface that does not know AT!01 is asked ATI.
+std::string AskIdentity() {
+    std::string reply = SendCommand("AT!01");
+    const std::size_t start = reply.find(kIdentityWord);
+    if (start != std::string::npos)
+        reply.erase(0, start);
+    else
+        reply = SendCommand("ATI").substr(0, kIdentityLength);
+    return reply.substr(0, reply.find('\r'));
+}
+
+/// Gives the vehicle bus its time before the first request.
+void WaitForBus(int seconds) {
+    const double end = HighResTimer() + seconds;
+    for (double left = seconds; left > 0 && !basGlobal.Closing; left = end - HighResTimer())
+        WaitForEvents(left);
+}
+
+std::string AskProtocol() {
+    std::string text = SendCommand("ATDP");
+    std::erase_if(text, [](char c) { return c == '\r' || c == '\n' || c == '>'; });
+    return text;
+}
+
+/// Everything between the open port and the connected state; false when the interface or the
+/// vehicle does not answer.
+bool RunSequence() {
+    GlobalState& g = basGlobal;
+    if (!ResetInterface()) return false;
+    g.InterfaceId = AskIdentity();
+    g.tiTimeout.SetEnabled(true);
+
+    g.ConnState = kInitializing;
+    WaitForBus(ReadProfileInt(g.IniFile, "OBD", "BusInitDelay", 0));
+    if (!ReadMonitorStatus(SendCommand("0101"))) return false;
+    g.ProtocolText = AskProtocol();
+    return g.comOBD.IsOpen() && !g.Closing;
+}
+
+}  // namespace
+
+std::string PortDevice(int number) {
+    const std::string name = "COM" + std::to_string(number);
+    const std::string device = ReadIniString(basGlobal.IniFile, "Ports", name);
+    if (device != "0" && !device.empty()) return device;
+    return DefaultPortDevice(number);
+}
+
+void ConnectInterface() {
+    GlobalState& g = basGlobal;
+    g.CommTrace.clear();
+    g.LiveRaw.fill(0);
+    g.FreezeRaw.fill(0);
+
+    if (!OpenPort()) {
+        g.ConnState = kPortNotFound;
+    } else if (!RunSequence()) {
+        g.ConnState = kNotConnected;
+    } else {
+        g.ConnState = kConnected;
+        g.AwaitingReply = false;
+    }
+}
+
+}  // namespace dravik

@@ -1,0 +1,98 @@
+#include "core/basGlobal.h"
+#include "obd/basOBD.h"
+
+namespace dravik {
+
+namespace {
+
+/// True once the link has failed for as long as the Reconnect setting waits. Without the setting
+/// (0) never.
+bool ReconnectDue() {
+    GlobalState& g = basGlobal;
+    if (g.ReconnectSeconds <= 0 || !g.ConnectTried) return false;
+    const double now = HighResTimer();
+    if (g.FailedSince == 0) g.FailedSince = now;
+    return now - g.FailedSince >= g.ReconnectSeconds;
+}
+
+bool ReplyOverdue() {
+    const GlobalState& g = basGlobal;
+    return g.ReconnectSeconds > 0 && g.AwaitingReply &&
+           HighResTimer() - g.RequestedAt >= g.ReconnectSeconds;
+}
+
+void Connect() {
+    basGlobal.ConnectTried = true;
+    basGlobal.FailedSince = 0;
+    ConnectInterface();
+    if (!basGlobal.Closing) WriteConnectLog();
+}
+
+void PollLink() {
+    if (ReplyOverdue())
+        basGlobal.ConnState = kConnecting;
+    else
+        RequestNextPid();
+}
+
+void RestNotConnected() {
+    if ((basGlobal.Misc & kMiscAutoConnect) != 0 || ReconnectDue())
+        basGlobal.ConnState = kConnecting;
+}
+
+void RestWithoutPort() {
+    if (ReconnectDue()) basGlobal.ConnState = kConnecting;
+}
+
+struct StateAction {
+    std::uint8_t State;
+    void (*Act)();
+};
+
+// What a step does in each state, in the order in which the states are tested.
+constexpr StateAction kStateActions[] = {
+    {kConnecting, Connect},
+    {kConnected, PollLink},
+    {kReceivingData, PollLink},
+    {kReadingCodes, ReadTroubleCodes},
+    {kClearingCodes, ClearTroubleCodes},
+    {kNotConnected, RestNotConnected},
+    {kPortNotFound, RestWithoutPort},
+};
+
+/// A device that vanished has closed its port; the state follows unless a connect sequence is
+/// running, which finds out by itself.
+void HandleLostDevice() {
+    if (basGlobal.ConnState != kPortNotFound) basGlobal.ConnState = kNotConnected;
+}
+
+}  // namespace
+
+void InitLink() {
+    basGlobal.comOBD.OnReceive(HandleReceiveEvent);
+    basGlobal.comOBD.OnLost(HandleLostDevice);
+    basGlobal.tiHardware.OnTick(HardwareStep);
+    basGlobal.tiTimeout.OnTick(HandleReplyTimeout);
+}
+
+void HardwareStep() {
+    // Off for the length of the step: a step that waits for the interface pumps events meanwhile
+    // and must not be entered twice.
+    basGlobal.tiHardware.SetEnabled(false);
+    const std::uint8_t state = basGlobal.ConnState;
+    for (const StateAction& action : kStateActions) {
+        if (action.State == state) {
+            action.Act();
+            break;
+        }
+    }
+    if (!basGlobal.Closing) basGlobal.tiHardware.SetEnabled(true);
+}
+
+const std::string& CurrentStatusText() {
+    static const std::string kNone;
+    const std::size_t state = basGlobal.ConnState;
+    return state < basGlobal.StatusText.size() ? basGlobal.StatusText[state] : kNone;
+}
+
+}  // namespace dravik

@@ -1,0 +1,123 @@
+#include <charconv>
+
+#include "core/basGlobal.h"
+#include "obd/basOBD.h"
+
+namespace dravik {
+
+namespace {
+
+constexpr int kSearchLimit = 79;
+constexpr int kLastPid = kPidCount - 1;
+constexpr char kLiveMode = 1;
+constexpr char kFreezeMode = 2;
+constexpr std::uint8_t kReplyOffset = 0x40;  // a reply names the mode of its request plus this
+
+/// Moves the cursor to the next wanted PID; false when the search gives up. A PID that is found
+/// only by the last permitted step does not count.
+bool FindWantedPid() {
+    GlobalState& g = basGlobal;
+    int counter = 0;
+    while (!g.PidWanted[static_cast<std::size_t>(g.PidCursor)] && counter < kSearchLimit) {
+        ++counter;
+        // From 79 the search goes on at 1: entry 0 is looked at only when the cursor already
+        // stands there.
+        if (g.PidCursor == kLastPid) g.PidCursor = 0;
+        ++g.PidCursor;
+    }
+    return counter < kSearchLimit;
+}
+
+/// The frame of the trouble code that the user selected; the first frame while no codes are listed.
+std::string SelectedFrame() {
+    const ListSlot& codes = basGlobal.Lists[kCodeListSlot];
+    if (codes.Entries.empty() || codes.Selected < 1) return "0";
+    return std::to_string(codes.Selected - 1);
+}
+
+std::string BuildRequest() {
+    GlobalState& g = basGlobal;
+    const char pid = static_cast<char>(g.PidCursor);
+    if (!FreezeFrameMode()) return TextToHex(std::string{kLiveMode, pid}) + "\r";
+
+    g.FreezeFrameNo = SelectedFrame();
+    const char frame = static_cast<char>(std::stoi(g.FreezeFrameNo));
+    return TextToHex(std::string{kFreezeMode, pid, frame}) + "\r";
+}
+
+void AdvanceCursor() {
+    std::int16_t& cursor = basGlobal.PidCursor;
+    cursor = cursor < kLastPid ? static_cast<std::int16_t>(cursor + 1) : std::int16_t{0};
+}
+
+}  // namespace
+
+bool FreezeFrameMode() {
+    return basGlobal.CurrentMenu.find("freeze") != std::string::npos;
+}
+
+void RequestNextPid() {
+    GlobalState& g = basGlobal;
+    if (g.AwaitingReply) return;  // only one live request is ever outstanding
+    if (FindWantedPid()) {
+        g.comOBD.DiscardInput();
+        g.comOBD.Write(BuildRequest());
+        g.AwaitingReply = true;
+        g.RequestedAt = HighResTimer();
+    }
+    AdvanceCursor();
+}
+
+void HandlePidReply(const std::string& reply) {
+    GlobalState& g = basGlobal;
+    if (reply.empty()) return;
+    g.ConnState = kReceivingData;
+    g.tiTimeout.Restart();
+
+    std::string line = reply.substr(0, reply.find('\r'));
+    std::erase(line, ' ');
+
+    // Text answers such as NO DATA are not hexadecimal and end here. The mode itself is not
+    // compared with that of the request: whatever lies above 40 is stored under its second byte.
+    if (ReplyByte(line, 1) <= kReplyOffset) return;
+    const std::size_t pid = ReplyByte(line, 2);
+    const std::optional<std::int32_t> value =
+        HexNumber(std::string_view(line).substr(std::min<std::size_t>(4, line.size())));
+    if (!value || pid >= g.LiveRaw.size()) return;
+    (FreezeFrameMode() ? g.FreezeRaw : g.LiveRaw)[pid] = *value;
+}
+
+void ClearPidWanted() {
+    GlobalState& g = basGlobal;
+    for (std::size_t pid = 0; pid < kLastPid; ++pid) g.PidWanted[pid] = false;  // 79 stays
+    if (g.ConnState == kReceivingData) g.ConnState = kConnected;
+}
+
+std::uint8_t ReplyByte(std::string_view text, int n) {
+    const std::size_t start = static_cast<std::size_t>(2 * n - 2);
+    if (start >= text.size()) return 0;
+    return static_cast<std::uint8_t>(HexNumber(text.substr(start, 2)).value_or(0));
+}
+
+std::string TextToHex(std::string_view text) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string hex;
+    for (const char character : text) {
+        const auto code = static_cast<unsigned char>(character);
+        hex += kDigits[code >> 4];
+        hex += kDigits[code & 15];
+    }
+    return hex;
+}
+
+std::optional<std::int32_t> HexNumber(std::string_view digits) {
+    constexpr std::size_t kMostDigits = 8;
+    if (digits.empty() || digits.size() > kMostDigits) return std::nullopt;
+    std::uint32_t value = 0;
+    const auto [end, error] =
+        std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
+    if (error != std::errc{} || end != digits.data() + digits.size()) return std::nullopt;
+    return static_cast<std::int32_t>(value);
+}
+
+}  // namespace dravik

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// The link with the diagnostic interface: a serial device that takes text commands, each ended by
+/// a carriage return, and answers with text lines closed by the prompt ">".
+///
+/// The link is one state machine whose state is `ConnState`. Other modules ask for an action by
+/// writing that state; `HardwareStep` acts on it, one step per tick of `tiHardware`.
+namespace dravik {
+
+/// Connects the port's events and the timers tiHardware and tiTimeout to this module. Called once,
+/// before the timers run.
+void InitLink();
+
+// Transport ---------------------------------------------------------------------------------------
+
+/// Sends one command to the interface and waits for its prompt.
+///
+/// @param command  text without its carriage return, e.g. "0101"
+/// @return everything received up to and including ">", echoes and line ends included; empty when
+///         the port is closed. Without a prompt after 50 s in all: what arrived so far.
+///
+/// Resends up to twice while the reply contains "?"; the 50 s are one budget for all attempts.
+/// Appends what is sent and received to `CommTrace`. Pumps events while it waits, so `ConnState`
+/// must already say that a command is under way. The wait also ends when the program is closing or
+/// the device disappears.
+std::string SendCommand(const std::string& command);
+
+/// The receive event of comOBD: gathers the replies of live requests, hands each whole one to
+/// `HandlePidReply`, and asks for a new connect after an overflow (code 1008). Acts only while
+/// `ConnState` is 3 or 9; in every other state the characters stay in the port's buffer.
+void HandleReceiveEvent(int code);
+
+/// The tick of tiTimeout: one second without a reply turns "Receiving Data." into "Connected.".
+void HandleReplyTimeout();
+
+// State machine -----------------------------------------------------------------------------------
+
+/// The tick of tiHardware: acts once on the state that it finds.
+void HardwareStep();
+
+/// Runs the whole connect sequence. Its outcome is the new `ConnState`: 3 connected, 2 no port, 1
+/// no answer; on success InterfaceId, ProtocolText, DtcCount and MilOn are set as well.
+void ConnectInterface();
+
+/// Writes the status text and the trace of the last connect attempt to log.txt in the program
+/// folder. The trace is brought to "\r\n" line ends in place.
+void WriteConnectLog();
+
+/// The device that a port number (1 to 32) stands for: key COMn of the Ports section, else the
+/// system's usual one. Empty when there is none.
+std::string PortDevice(int number);
+
+/// The status text of the current state; empty for a state outside the table.
+const std::string& CurrentStatusText();
+
+// Live and freeze-frame data ----------------------------------------------------------------------
+
+/// True while the page shows freeze-frame data: its name contains "freeze", in lower case.
+bool FreezeFrameMode();
+
+/// Sends the request for the next wanted PID, unless a reply is outstanding, and advances the
+/// cursor.
+void RequestNextPid();
+
+/// Takes one whole reply apart and stores its data bytes as one number under the PID that it names.
+/// @param reply  everything received up to and including ">"
+void HandlePidReply(const std::string& reply);
+
+/// Forgets which PIDs are wanted (entry 79 excepted), so that a new page polls only what it shows.
+void ClearPidWanted();
+
+/// The n-th byte (1-based) of a hex text without spaces; 0 when it is not there or not hexadecimal.
+std::uint8_t ReplyByte(std::string_view text, int n);
+
+/// Each character's code as two upper-case hex digits: the codes 1 and 12 give "010C".
+std::string TextToHex(std::string_view text);
+
+/// One to eight hex digits as a number; nothing for any other text.
+std::optional<std::int32_t> HexNumber(std::string_view digits);
+
+// Trouble codes -----------------------------------------------------------------------------------
+
+/// Takes the lamp and the number of stored codes from a reply to "0101".
+/// @return false when the reply holds no "41 01"; a first data byte that is not hexadecimal leaves
+///         both values unchanged
+bool ReadMonitorStatus(const std::string& reply);
+
+/// Reads the stored trouble codes into DtcList and rebuilds the list of codes. Leaves `ConnState`
+/// 3, or 1 when the interface did not answer.
+void ReadTroubleCodes();
+
+/// Clears the stored trouble codes and tells the user the outcome. Leaves `ConnState` 16 after
+/// success, so that the codes are read again, otherwise 3.
+void ClearTroubleCodes();
+
+}  // namespace dravik

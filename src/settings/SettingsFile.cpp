@@ -1,0 +1,81 @@
+#include "core/basGlobal.h"
+#include "platform/Paths.h"
+#include "platform/Profile.h"
+#include "settings/basSettings.h"
+
+namespace dravik {
+
+namespace {
+
+constexpr std::size_t kIniStringBytes = 255;
+constexpr int kDefaultUpdateInterval = 50;  // milliseconds
+constexpr int kDefaultRefreshRate = 100;    // milliseconds
+
+std::string ReadOption(std::string_view key) {
+    return ReadIniString(basGlobal.IniFile, "Options", key);
+}
+
+int ReadInterval(std::string_view key, int defaultMs) {
+    const int interval = ReadProfileInt(basGlobal.IniFile, "OBD", key, 0);
+    return interval < 1 ? defaultMs : interval;
+}
+
+void ReadMisc() {
+    GlobalState& g = basGlobal;
+    g.Misc = static_cast<std::int16_t>(ReadProfileInt(g.IniFile, "Options", "Misc", 0));
+    g.HidePointer = (g.Misc & kMiscHidePointer) != 0;
+}
+
+void FindLanguageFiles() {
+    GlobalState& g = basGlobal;
+    const std::string language =
+        g.Launch.Language.empty() ? ReadOption("Language") : g.Launch.Language;
+    g.LanguageFile = g.LanguagePath + language + ".ini";
+    g.SensorFile = g.LanguagePath + ReadIniString(g.LanguageFile, "Sensors", "Filename");
+    g.DescriptionFile = g.LanguagePath + ReadIniString(g.LanguageFile, "DTC", "Filename");
+}
+
+void FindSkinFiles() {
+    GlobalState& g = basGlobal;
+    const std::string skin = g.Launch.Skin.empty() ? ReadOption("Skin") : g.Launch.Skin;
+    g.SkinFile = g.SkinPath + skin + ".ini";
+    g.ImageFolder =
+        g.SkinPath + ReadIniString(g.SkinFile, "General", "Imagefolder") + kPathSeparator;
+}
+
+/// The virtual vehicle of the demo is always connected to.
+bool ConnectAtStart() {
+    return (basGlobal.Misc & kMiscAutoConnect) != 0 || !basGlobal.Launch.DemoDevice.empty();
+}
+
+}  // namespace
+
+std::string ReadIniString(const std::string& file, std::string_view section, std::string_view key) {
+    return ReadProfileString(file, section, key, "0", kIniStringBytes);
+}
+
+void LoadSettings() {
+    GlobalState& g = basGlobal;
+    const bool mainWasOn = g.tiMain.Enabled();
+    const bool auxWasOn = g.tiAux.Enabled();
+    g.tiMain.SetEnabled(false);
+    g.tiAux.SetEnabled(false);
+
+    const int scalePercent = ReadProfileInt(g.IniFile, "Options", "ScaleImageWidth", 0);
+    g.ImageScale = static_cast<float>(scalePercent) / 100.0F;
+    ReadMisc();
+    FindLanguageFiles();
+    g.OSKPath = ReadOption("OSKPath");
+    g.SaveFolder = JoinPath(g.ProgramFolder, "save");
+    FindSkinFiles();
+    LoadSensorConfig();
+    g.ConnState = ConnectAtStart() ? kConnecting : kNotConnected;
+    g.ReconnectSeconds = ReadProfileInt(g.IniFile, "OBD", "Reconnect", 0);
+    g.tiHardware.SetInterval(ReadInterval("UpdateIntervall", kDefaultUpdateInterval));
+    g.tiMain.SetInterval(ReadInterval("RefreshRate", kDefaultRefreshRate));
+
+    g.tiMain.SetEnabled(mainWasOn);
+    g.tiAux.SetEnabled(auxWasOn);
+}
+
+}  // namespace dravik

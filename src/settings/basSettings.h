@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// The settings file Dravik.ini, the files named through it, the sensor table and the resume state.
+namespace dravik {
+
+/// The text of a key of an ini file, at most 255 bytes. A missing key reads as "0", never as an
+/// empty text, so a caller that tests for absence compares with "0".
+std::string ReadIniString(const std::string& file, std::string_view section, std::string_view key);
+
+/// Reads the settings file and the files named through it, loads the sensor table, sets the first
+/// `ConnState` and the intervals of tiHardware and tiMain. tiMain and tiAux are off meanwhile and
+/// then as they were before.
+void LoadSettings();
+
+/// Fills the sensor table from the section SensorConfig of the sensor file.
+///
+/// @return false when the file names more than 91 sensors: the first 91 are loaded and the fault is
+///         reported on standard error
+bool LoadSensorConfig();
+
+/// Takes the sensors' on/off states and the menus from the Resume section, as far as the options
+/// ask for it.
+void LoadResumeState();
+
+/// Writes the Resume section.
+void SaveResumeState();
+
+}  // namespace dravik

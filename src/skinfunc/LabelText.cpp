@@ -1,0 +1,142 @@
+#include <algorithm>
+#include <utility>
+
+#include "core/basGlobal.h"
+#include "lists/basFunctions.h"
+#include "obd/basOBD.h"
+#include "platform/Clock.h"
+#include "platform/Text.h"
+#include "skinfunc/basValueProc.h"
+
+namespace dravik {
+
+namespace {
+
+/// A text, or nothing where the function turns out not to be a text function after all.
+using Text = std::optional<std::string>;
+
+int EntryCount(const ListSlot& list) {
+    return static_cast<int>(list.Entries.size());
+}
+
+Text ListEntryText(std::string_view argument) {
+    const ListSlot* list = CurrentList();
+    if (list == nullptr || list->Entries.empty()) return "";
+    const double entry = list->Selected + LeadingNumber(argument);
+    if (!(entry >= 1 && entry <= EntryCount(*list))) return "";
+    return list->Entries[static_cast<std::size_t>(entry) - 1].Text;
+}
+
+/// Day and month change places, whatever the system's date looks like.
+Text Date(std::string_view) {
+    const std::string date = ShortDateText(SystemTime());
+    const auto part = [&date](std::size_t position, std::size_t length) {
+        return position < date.size() ? date.substr(position, length) : std::string{};
+    };
+    const std::size_t yearLength = std::min<std::size_t>(4, date.size());
+    return part(3, 2) + "." + part(0, 2) + "." + date.substr(date.size() - yearLength);
+}
+
+Text Time(std::string_view argument) {
+    if (!argument.empty()) return std::nullopt;  // "time_hour" and the like are numbers
+    return TimeText(SystemTime());
+}
+
+Text TimeAndDate(std::string_view) {
+    return TimeText(SystemTime()) + " , " + *Date({});
+}
+
+/// The first entry of a list is the way up, so it is not counted.
+Text IndexLabel(std::string_view) {
+    const ListSlot* list = CurrentList();
+    if (list == nullptr || list->Entries.empty()) return std::nullopt;
+    return std::to_string(list->Selected - 1) + "/" + std::to_string(EntryCount(*list) - 1);
+}
+
+Text CurrentFolder(std::string_view) {
+    constexpr std::size_t kPrefixLength = 6;  // "plspar" of a playlist's way up
+    const ListSlot* list = CurrentList();
+    if (list == nullptr || list->Entries.empty()) return std::nullopt;
+    const std::string& tag = list->Entries.front().Tag;
+    const std::size_t separator = tag.find_last_of("\\/");
+    if (separator != std::string::npos) return tag.substr(separator + 1);
+    return tag.substr(std::min(kPrefixLength, tag.size()));
+}
+
+/// A fixed caption is the page's business.
+Text Caption(std::string_view) {
+    return std::nullopt;
+}
+
+Text LinkText(std::string_view argument) {
+    if (argument == "status") return CurrentStatusText();
+    if (argument == "interface") return basGlobal.InterfaceId;
+    if (argument == "protocol") return basGlobal.ProtocolText;
+    return std::nullopt;
+}
+
+Text SensorText(std::string_view name, std::string SensorRecord::*field) {
+    const std::optional<int> index = FindSensor(name);
+    if (!index) return std::nullopt;
+    return basGlobal.Sensors[static_cast<std::size_t>(*index)].*field;
+}
+
+Text SensorCaption(std::string_view name) {
+    return SensorText(name, &SensorRecord::Caption);
+}
+
+Text SensorUnit(std::string_view name) {
+    return SensorText(name, &SensorRecord::Unit);
+}
+
+/// Shown once: the next refresh finds it empty.
+Text LastCommandOnce(std::string_view) {
+    return std::exchange(basGlobal.LastCommand, {});
+}
+
+struct TextWord {
+    std::string_view Word;
+    Text (*Evaluate)(std::string_view argument);
+};
+
+// The words of a text function, in the order in which they are tested.
+constexpr TextWord kTextWords[] = {
+    {"listentry", ListEntryText},
+    {"timedate", TimeAndDate},
+    {"time", Time},
+    {"date", Date},
+    {"indexlabel", IndexLabel},
+    {"currentfolder", CurrentFolder},
+    {"caption", Caption},
+    {"obd", LinkText},
+    {"sensorcaption", SensorCaption},
+    {"sensorunit", SensorUnit},
+    {"function", LastCommandOnce},
+};
+
+}  // namespace
+
+std::string LabelTextFunction(std::string& function) {
+    LowerCase(function);
+    const auto [word, argument] = SplitAtFirst(function);
+    for (const TextWord& row : kTextWords) {
+        if (row.Word == word) return row.Evaluate(argument).value_or(kNoText);
+    }
+    return kNoText;
+}
+
+std::string LabelText(std::string& function) {
+    std::string text = LabelTextFunction(function);
+    if (text != kNoText) return text;
+    const float number = LabelNumber(function);
+    if (number != kNoNumber) return GeneralNumber(number);
+    return ImageState(function) ? "On" : "Off";
+}
+
+std::vector<std::string_view> TextFunctionWords() {
+    std::vector<std::string_view> words;
+    for (const TextWord& row : kTextWords) words.push_back(row.Word);
+    return words;
+}
+
+}  // namespace dravik
