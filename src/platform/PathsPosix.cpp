@@ -15,9 +15,6 @@
 namespace dravik {
 namespace {
 
-/// Nothing that this program reads whole comes near this size; a file that does is a mistake.
-constexpr off_t kLargestFile = off_t{256} << 20;
-
 using FileInfo = struct stat;
 
 std::optional<FileInfo> InfoOf(const std::string& path) {

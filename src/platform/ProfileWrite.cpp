@@ -16,8 +16,8 @@ constexpr std::size_t kNumberBytes = 255;
 
 int ReadProfileInt(const std::string& file, std::string_view section, std::string_view key,
                    int defaultValue) {
-    // Text that cannot come from a file, since blanks around a value are dropped, marks absence.
-    constexpr std::string_view kMissing = " ";
+    // No value of a file holds a line end, so this one marks absence.
+    constexpr std::string_view kMissing = "\n";
     const std::string text = ReadProfileString(file, section, key, kMissing, kNumberBytes);
     if (text == kMissing) return defaultValue;
     std::string_view digits = Trimmed(text);

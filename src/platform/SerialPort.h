@@ -37,8 +37,8 @@ class SerialPort {
 
     /// Opens the device; false when it cannot be opened. A device that takes long to open (a
     /// network address, a radio link) is waited for while events are pumped, at most five seconds.
-    /// False too when the wait was overtaken by another Open, a Close or AbortWaits. An open port is
-    /// closed first.
+    /// False too when the wait was overtaken by another Open, a Close or AbortWaits. An open port
+    /// is closed first.
     bool Open();
 
     /// Makes every Open that is waiting return false at once, for the end of the program.

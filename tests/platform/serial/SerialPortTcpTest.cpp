@@ -179,6 +179,17 @@ TEST(SerialPortTcpOpen, TakesAnIpv6AddressInBrackets) {
     EXPECT_TRUE(port.Open());
 }
 
+SerialPort globalPort(9600);
+
+TEST(SerialPortTcpGlobal, LeftOpenIsClosedSafelyAfterTheApplicationHasGone) {
+    Device device;
+    globalPort.SetDevice(DeviceAt(device.Port()));
+    ASSERT_TRUE(globalPort.Open());
+    ASSERT_TRUE(device.Accept());
+    device.Send("unread");
+    EXPECT_TRUE(WaitUntil([] { return globalPort.InputCount() == 6; }));
+}
+
 /// A port at which connections neither succeed nor fail: the queue of a server that accepts
 /// nothing is full.
 class DeadEnd {

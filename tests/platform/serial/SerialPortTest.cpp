@@ -125,6 +125,8 @@ TEST_F(SerialPortTest, VanishedDeviceClosesThePortAndIsReportedOnce) {
     events_.takes = false;
     terminal_.Send("last words");
     ASSERT_TRUE(WaitUntil([&] { return port_.InputCount() == 10; }));
+    // Held open, so that no other program is given a terminal of this name meanwhile.
+    const int name = open(terminal_.Path().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
     terminal_.Vanish();
     ASSERT_TRUE(WaitUntil([&] { return events_.lost > 0; }));
     EXPECT_FALSE(events_.openWhenLost);
@@ -134,6 +136,7 @@ TEST_F(SerialPortTest, VanishedDeviceClosesThePortAndIsReportedOnce) {
     EXPECT_EQ(port_.ReadAll(), "last words");
     EXPECT_FALSE(port_.Open()) << "the device is still gone";
     EXPECT_EQ(events_.lost, 1);
+    close(name);
 }
 
 TEST_F(SerialPortTest, VanishedDeviceIsNoticedByWhicheverCallComesFirst) {
@@ -358,6 +361,17 @@ TEST(SerialPortHandlers, LossMayReconnectAtOnce) {
     second.Send("hello");
     EXPECT_TRUE(WaitUntil([&] { return port.InputCount() == 5; }));
     EXPECT_EQ(lost, 1);
+}
+
+// The program's port is global: it exists before the application object and outlives it.
+SerialPort globalPort(9600);
+
+TEST(SerialPortGlobal, LeftOpenIsClosedSafelyAfterTheApplicationHasGone) {
+    static PseudoTerminal terminal;
+    globalPort.SetDevice(terminal.Path());
+    ASSERT_TRUE(globalPort.Open());
+    terminal.Send("unread");
+    EXPECT_TRUE(WaitUntil([] { return globalPort.InputCount() == 6; }));
 }
 
 TEST(SerialPortMove, ConnectionAndHandlersGoAlong) {
