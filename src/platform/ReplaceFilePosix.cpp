@@ -46,16 +46,17 @@ std::string FolderOf(const std::string& path) {
     return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
 }
 
-/// The file that a link leads to at last, existing or not, so that the link survives.
-std::string TargetOf(std::string path) {
+/// The file that a link leads to at last, existing or not, so that the link survives. Nothing when
+/// the links go round in a circle.
+std::optional<std::string> TargetOf(std::string path) {
     for (int i = 0; i < kLinkLimit; ++i) {
         char link[4096];
         const ssize_t length = ::readlink(path.c_str(), link, sizeof link);
-        if (length <= 0) break;
+        if (length <= 0) return path;
         const std::string target(link, static_cast<std::size_t>(length));
         path = target.front() == '/' ? target : FolderOf(path) + target;
     }
-    return path;
+    return std::nullopt;
 }
 
 /// One name per file: what a killed writer left behind is taken over by the next one.
@@ -116,7 +117,9 @@ bool Fill(const Descriptor& file, std::string_view content) {
 
 bool ReplaceFile(std::string_view path, std::string_view content) {
     if (path.empty() || path.find('\0') != std::string_view::npos) return false;
-    const std::string target = TargetOf(ResolvePath(path));
+    const std::optional<std::string> found = TargetOf(ResolvePath(path));
+    if (!found) return false;
+    const std::string& target = *found;
     FileInfo old;
     const bool exists = ::stat(target.c_str(), &old) == 0;
     // A rename would get past a write protection.
