@@ -241,12 +241,17 @@ TEST(SerialPortTcpOpen, WaitingOpenIsEndedByShutDownByCloseAndByAnotherOpen) {
     for (const Row& row : rows) {
         port.SetDevice(deadEnd.DeviceName());
         bool interrupted = false;
+        int turnsAfter = 0;  // of the event loop, which a wait that goes on would keep turning
+        QTimer idle;
+        QObject::connect(&idle, &QTimer::timeout, [&] { ++turnsAfter; });
         QTimer::singleShot(0, [&] {
             interrupted = true;
             row.interrupt();
+            idle.start(0);
         });
         EXPECT_FALSE(port.Open()) << row.name;
         EXPECT_TRUE(interrupted) << row.name;
+        EXPECT_LT(turnsAfter, 100) << row.name;
         EXPECT_EQ(port.IsOpen(), row.open) << row.name;
     }
 }

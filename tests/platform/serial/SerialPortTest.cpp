@@ -325,7 +325,8 @@ TEST(SerialPortHandlers, MayDestroyOrReplaceThePort) {
             port->OnReceive([&](int) {
                 ++calls;
                 end(port);
-                for (int turn = 0; turn < 10; ++turn) PumpEvents();
+                terminal.Send("y");
+                for (int turn = 0; turn < 10; ++turn) WaitForEvents(0.001);
             });
             port->OnLost([&] {
                 ++calls;
