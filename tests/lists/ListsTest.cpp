@@ -50,15 +50,6 @@ TEST_F(TroubleCodeList, WithoutADescriptionFileEveryDescriptionIsZero) {
     EXPECT_THAT(Texts(), ElementsAre("P0133: 0. "));
 }
 
-TEST_F(TroubleCodeList, NeverShowsMoreCodesThanTheTableHolds) {
-    basGlobal.DtcList.fill("P0001");
-    for (const int count : {129, 130, 32767}) {
-        basGlobal.DtcCount = static_cast<std::int16_t>(count);
-        ShowTroubleCodes();
-        EXPECT_EQ(basGlobal.Lists[7].Entries.size(), 129U);
-    }
-}
-
 TEST_F(TroubleCodeList, TickerTurnsTheSelectedLineBehindItsCodeByOneCharacter) {
     Show({"P0133", "P0999"});
     SelectListEntry(basGlobal.Lists[7], 2);
@@ -100,25 +91,6 @@ TEST_F(TroubleCodeList, TickerLeavesShortAndMissingLinesAlone) {
         ScrollTroubleCode();
         EXPECT_THAT(Texts(), ElementsAre(line));
     }
-}
-
-TEST(Lists, SelectionIsClampedAndSlotsAreBounded) {
-    ListSlot list;
-    SelectListEntry(list, 1);
-    EXPECT_EQ(list.Selected, 0);
-    for (const char* text : {"a", "b", "c"}) AddListEntry(list, {text, "", ""});
-    EXPECT_EQ(list.Selected, 1);
-    struct Row {
-        int Index;
-        int Selected;
-    };
-    for (const Row& row : {Row{2, 2}, Row{-9, 1}, Row{4, 3}, Row{0, 1}, Row{3, 3}}) {
-        SelectListEntry(list, row.Index);
-        EXPECT_EQ(list.Selected, row.Selected) << row.Index;
-    }
-    EXPECT_EQ(FindList(-1), nullptr);
-    EXPECT_EQ(FindList(9), nullptr);
-    EXPECT_EQ(FindList(8), &basGlobal.Lists[8]);
 }
 
 }  // namespace

@@ -225,12 +225,16 @@ TEST_F(ConnectSequence, AutomaticConnectRepeatsThroughNotConnected) {
 }
 
 TEST_F(ConnectSequence, TheEndOfTheProgramEndsItAtOnce) {
-    interface_->On("ATL0", {ScriptedInterface::Answer([] { basGlobal.Closing = true; })});
-    Connect();
-    EXPECT_EQ(basGlobal.ConnState, 1);
-    EXPECT_FALSE(basGlobal.tiHardware.Enabled());
-    EXPECT_EQ(interface_->Commands.back(), "ATL0");
-    EXPECT_THAT(ReadFile("log.txt"), ::testing::StartsWith("Not Connected.\r\nATZ\r\n"));
+    for (const char* command : {"ATL0", "ATDP"}) {
+        interface_->OnAllCommands();
+        interface_->On(command, {ScriptedInterface::Answer([] { basGlobal.Closing = true; })});
+        basGlobal.Closing = false;
+        Connect();
+        EXPECT_EQ(basGlobal.ConnState, 1);
+        EXPECT_FALSE(basGlobal.tiHardware.Enabled());
+        EXPECT_EQ(interface_->Commands.back(), command);
+        EXPECT_THAT(ReadFile("log.txt"), ::testing::StartsWith("Not Connected.\r\nATZ\r\n"));
+    }
 }
 
 TEST_F(ConnectSequence, AClosedPortTakesNoCommand) {
@@ -262,6 +266,9 @@ TEST_F(ConnectSequence, AVanishedDeviceNeverLeavesAConnectedState) {
         WriteSettings("");
         OpenIn(static_cast<std::uint8_t>(row.StartState));
         HardwareStep();
+        if (!basGlobal.comOBD.IsOpen() && row.StartState != 3 && row.StartState != 9) {
+            EXPECT_EQ(basGlobal.ConnState, 1);
+        }
         EXPECT_TRUE(Until([] { return !basGlobal.comOBD.IsOpen(); }));
         Settle();
         for (int step = 0; step < 3; ++step) HardwareStep();
@@ -281,6 +288,7 @@ TEST_F(ConnectSequence, ReconnectBringsALostOrSilentLinkBack) {
         return static_cast<int>(basGlobal.ConnState);
     };
     basGlobal.ConnState = kNotConnected;
+    EXPECT_EQ(stateAfter(100), 1);
     EXPECT_EQ(stateAfter(100), 1) << "nobody has asked for a link yet";
 
     Connect();

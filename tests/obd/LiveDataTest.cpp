@@ -180,6 +180,7 @@ TEST_F(LiveData, RepliesAreStoredUnderThePidThatTheyName) {
         {"41 00 BE 1F B8 10\r>", 0, static_cast<std::int32_t>(0xBE1FB810)},
         {"41 4F 7F FF FF FF\r>", 79, 0x7FFFFFFF},
         {"41 4F 01 02 03 04 05\r>", 79, -7},
+        {"41 4F 00 00 00 00 05\r>", 79, -7},
         {"41 50 01\r>", 80, -7},
         {"41 FF 01\r>", 80, -7},
         {"7F 01 12\r>", 1, 0x12},

@@ -197,26 +197,5 @@ TEST_F(Settings, ResumeMenusAreReadAndWrittenOnlyWithTheirOption) {
                   std::string(88, '0') + "1\nPreviousMenu=engine\n");
 }
 
-TEST_F(Settings, AFinishedStartUpStateHasItsFixedTexts) {
-    const GlobalState& g = basGlobal;
-    EXPECT_TRUE(g.StartupFlag);
-    EXPECT_EQ(g.FolderName[7], "troublecodes");
-    struct Row {
-        std::size_t State;
-        const char* Text;
-    };
-    for (const Row& row :
-         {Row{0, ""}, Row{1, "Not Connected."}, Row{2, "Comport not found."}, Row{3, "Connected."},
-          Row{4, "Connecting"}, Row{8, "Initializing."}, Row{9, "Receiving Data."},
-          Row{13, "Connecting...."}, Row{15, "Close Channel."}, Row{16, "Reading Trouble Codes."},
-          Row{17, "Reading Trouble Codes.."}, Row{18, "Resetting Trouble Codes.."},
-          Row{19, "Connecting."}, Row{20, ""}, Row{23, ""}})
-        EXPECT_EQ(g.StatusText[row.State], row.Text) << row.State;
-    EXPECT_TRUE(g.tiStartup.Enabled());
-    EXPECT_EQ(g.tiStartup.Interval(), 1000);
-    EXPECT_FALSE(g.tiDTCScroll.Enabled());
-    EXPECT_EQ(g.tiDTCScroll.Interval(), 500);
-}
-
 }  // namespace
 }  // namespace dravik

@@ -28,23 +28,6 @@ class Evaluators : public GlobalsTest {
     static float Number(std::string function) { return LabelNumber(function); }
 };
 
-TEST_F(Evaluators, FunctionTextsSplitAtTheFirstOrTheLastUnderscore) {
-    struct Row {
-        const char* Text;
-        const char *FirstWord, *FirstArgument, *LastWord, *LastArgument;
-    };
-    for (const Row& row :
-         {Row{"a_b_c", "a", "b_c", "a_b", "c"}, Row{"abc", "abc", "", "abc", ""},
-          Row{"_x", "", "x", "", "x"}, Row{"x_", "x", "", "x", ""}, Row{"", "", "", "", ""}}) {
-        const auto [firstWord, firstArgument] = SplitAtFirst(row.Text);
-        const auto [lastWord, lastArgument] = SplitAtLast(row.Text);
-        EXPECT_EQ(firstWord, row.FirstWord);
-        EXPECT_EQ(firstArgument, row.FirstArgument);
-        EXPECT_EQ(lastWord, row.LastWord);
-        EXPECT_EQ(lastArgument, row.LastArgument);
-    }
-}
-
 TEST_F(Evaluators, ImageFunctionsFollowTheSelection) {
     struct Row {
         const char* Function;
@@ -52,26 +35,17 @@ TEST_F(Evaluators, ImageFunctionsFollowTheSelection) {
         bool On;
     };
     constexpr std::uint16_t kNone = kNoFocus;
-    for (const Row& row : {
-             Row{"mouseover_list", kNone, kNone, true},
-             Row{"MouseOver_LIST", kNone, kNone, true},
-             Row{"mouseover_list", 0, kNone, false},
-             Row{"mouseover_list", kNone, 0, false},
-             Row{"mouseover_button3", 3, kNone, true},
-             Row{"mouseover_button3", kNone, 3, false},
-             Row{"mouseover_button0", kNone, kNone, false},
-             Row{"mouseover_button0", 0, kNone, true},
-             Row{"mouseover_slider3", 3, kNone, true},  // one word behind "mouseover": a button
-             Row{"mouseover_slider3", kNone, 3, false},
-             Row{"mouseover_xxxxxx12", 12, 1, true},
-             Row{"mouseover_button", 0, kNone, true},  // no number counts as 0
-             Row{"mouseover_button_button3", 3, 5, true},
-             Row{"mouseover_button_button3", 5, 3, false},
-             Row{"mouseover_slider_slider3", 5, 3, true},
-             Row{"mouseover_slider_slider3", 3, 5, false},
-             Row{"mouseover_list_list", kNone, kNone, false},
-             Row{"mouseover", kNone, kNone, false},
-         }) {
+    for (const Row& row :
+         {Row{"mouseover_list", kNone, kNone, true}, Row{"MouseOver_LIST", kNone, kNone, true},
+          Row{"mouseover_list", 0, kNone, false}, Row{"mouseover_list", kNone, 0, false},
+          Row{"mouseover_button3", 3, kNone, true}, Row{"mouseover_button3", kNone, 3, false},
+          Row{"mouseover_button0", kNone, kNone, false}, Row{"mouseover_button0", 0, kNone, true},
+          Row{"mouseover_slider3", 3, kNone, true},  // one word behind "mouseover": a button
+          Row{"mouseover_slider3", kNone, 3, false}, Row{"mouseover_xxxxxx12", 12, 1, true},
+          Row{"mouseover_button", 0, kNone, true},  // no number counts as 0
+          Row{"mouseover_button_button3", 3, 5, true}, Row{"mouseover_button_button3", 5, 3, false},
+          Row{"mouseover_slider_slider3", 5, 3, true}, Row{"mouseover_slider_slider3", 3, 5, false},
+          Row{"mouseover_list_list", kNone, kNone, false}, Row{"mouseover", kNone, kNone, false}}) {
         basGlobal.FocusedButton = row.Button;
         basGlobal.FocusedSlider = row.Slider;
         EXPECT_EQ(Image(row.Function), row.On)
@@ -204,8 +178,8 @@ TEST_F(Evaluators, SensorsAreScaledUnlessTheyAreOff) {
 }
 
 TEST_F(Evaluators, LabelsAreTextsThenNumbersThenStates) {
-    NameSensors({"rpm", "big", "raw", "Caps", "bad"});
-    for (std::size_t i = 0; i < 5; ++i) {
+    NameSensors({"rpm", "big", "raw", "Caps", "bad", "o2_b1"});
+    for (std::size_t i = 0; i < 6; ++i) {
         basGlobal.Sensors[i].Factor = 1;
         basGlobal.Sensors[i].Unit = "unit";
         basGlobal.Sensors[i].Caption = "error";
@@ -222,30 +196,31 @@ TEST_F(Evaluators, LabelsAreTextsThenNumbersThenStates) {
         const char* Function;
         const char* Text;
     };
-    for (const Row& row : {
-             Row{"sensor_rpm", "1726.25"},
-             Row{"Sensor_BIG", "1.5E+08"},
-             Row{"sensor_raw", "Off"},  // 65535 is the marker
-             Row{"sensor_caps", "Off"},
-             Row{"sensor_bad", "Off"},
-             Row{"sensor", "Off"},
-             Row{"sensorcaption_rpm", "Motor \xC3\x9C"},
-             Row{"sensorcaption_big", "Off"},  // a caption that reads like the marker
-             Row{"sensorunit_rpm", "unit"},
-             Row{"sensorunit_none", "Off"},
-             Row{"obd_status", "Reading Trouble Codes."},
-             Row{"OBD_Interface", "IFX 1.5"},
-             Row{"obd_protocol", "CAN"},
-             Row{"obd_troublecodescount", "12"},
-             Row{"obd_connected", "Off"},
-             Row{"sensoron_rpm", "On"},
-             Row{"startup", "On"},
-             Row{"caption", "Off"},
-             Row{"caption_x", "Off"},
-             Row{"time_other", "Off"},
-             Row{"obd_status_x", "Off"},
-             Row{"", "Off"},
-         })
+    for (const Row& row :
+         {Row{"sensor_rpm", "1726.25"},
+          Row{"Sensor_BIG", "1.5E+08"},
+          Row{"sensor_raw", "Off"},  // 65535 is the marker
+          Row{"sensor_caps", "Off"},
+          Row{"sensor_bad", "Off"},
+          Row{"sensor", "Off"},
+          Row{"sensorcaption_rpm", "Motor \xC3\x9C"},
+          Row{"sensorcaption_big", "Off"},  // a caption that reads like the marker
+          Row{"sensorunit_rpm", "unit"},
+          Row{"sensorunit_none", "Off"},
+          Row{"sensorunit_o2_b1", "unit"},  // texts split at the first "_", numbers at the last
+          Row{"sensor_o2_b1", "Off"},
+          Row{"obd_status", "Reading Trouble Codes."},
+          Row{"OBD_Interface", "IFX 1.5"},
+          Row{"obd_protocol", "CAN"},
+          Row{"obd_troublecodescount", "12"},
+          Row{"obd_connected", "Off"},
+          Row{"sensoron_rpm", "On"},
+          Row{"startup", "On"},
+          Row{"caption", "Off"},
+          Row{"caption_x", "Off"},
+          Row{"time_other", "Off"},
+          Row{"obd_status_x", "Off"},
+          Row{"", "Off"}})
         EXPECT_EQ(Label(row.Function), row.Text) << row.Function;
     basGlobal.Sensors[0].Offset = -0.25F;
     basGlobal.Sensors[0].Factor = 1 / 3.0F;
@@ -265,22 +240,13 @@ TEST_F(Evaluators, ListFunctionsReadTheCurrentList) {
         const char* Function;
         const char* Text;
     };
-    for (const Row& row : {
-             Row{5, 3, "listentry_0", "text 3"},
-             Row{5, 3, "listentry_-1", "text 2"},
-             Row{5, 3, "listentry_+2", "text 5"},
-             Row{5, 3, "listentry_3", ""},
-             Row{5, 3, "listentry_-3", ""},
-             Row{5, 3, "listentry", "text 3"},
-             Row{0, 0, "listentry_0", ""},
-             Row{5, 3, "indexlabel", "2/4"},
-             Row{1, 1, "indexlabel", "0/0"},
-             Row{5, 3, "listview", "50"},
-             Row{4, 2, "listview_any", "33.33333"},
-             Row{4, 1, "listview_x", "0"},
-             Row{1, 1, "listview", "Off"},
-             Row{0, 0, "listview", "Off"},
-         }) {
+    for (const Row& row : {Row{5, 3, "listentry_0", "text 3"}, Row{5, 3, "listentry_-1", "text 2"},
+                           Row{5, 3, "listentry_+2", "text 5"}, Row{5, 3, "listentry_3", ""},
+                           Row{5, 3, "listentry_-3", ""}, Row{5, 3, "listentry", "text 3"},
+                           Row{0, 0, "listentry_0", ""}, Row{5, 3, "indexlabel", "2/4"},
+                           Row{1, 1, "indexlabel", "0/0"}, Row{5, 3, "listview", "50"},
+                           Row{4, 2, "listview_any", "33.33333"}, Row{4, 1, "listview_x", "0"},
+                           Row{1, 1, "listview", "Off"}, Row{0, 0, "listview", "Off"}}) {
         ShowList(row.Count, row.Selected);
         EXPECT_EQ(Label(row.Function), row.Text) << row.Count << " " << row.Function;
     }

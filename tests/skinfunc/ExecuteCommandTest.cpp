@@ -48,26 +48,16 @@ TEST_F(Dispatcher, CommandsThatAskTheScreenForOneThing) {
         const char* Command;
         const char* Call;
     };
-    for (const Row& row : {
-             Row{"openmenu_mainmenu", "page mainmenu"},
-             Row{"OpenMenu_MainMenu", "page mainmenu"},
-             Row{"openmenu_previous", "page before"},
-             Row{"openbox_Keys", "toggle keys"},
-             Row{"closebox", "closebox"},
-             Row{"exit", "page mainmenu"},
-             Row{"object_+", "tab"},
-             Row{"object_-", "tab back"},
-             Row{"object_left", "focus left"},
-             Row{"snapshot", "snapshot "},
-             Row{"snapshot_ALL", "snapshot all"},
-             Row{"showinfo_Engine Warm", "popup 1 Engine Warm"},
-             Row{"SHOWWARNING_Oil: Low", "popup 0 Oil: Low"},
-             Row{"showquery_Really?:quit", "message 2 : Really?:quit"},
-             Row{"config", "settings"},
-             Row{"minimize", "minimize"},
-             Row{"quit", "unload"},
-             Row{"PowerOff", "unload"},
-         }) {
+    for (const Row& row :
+         {Row{"openmenu_mainmenu", "page mainmenu"}, Row{"OpenMenu_MainMenu", "page mainmenu"},
+          Row{"openmenu_previous", "page before"}, Row{"openbox_Keys", "toggle keys"},
+          Row{"closebox", "closebox"}, Row{"exit", "page mainmenu"}, Row{"object_+", "tab"},
+          Row{"object_-", "tab back"}, Row{"object_left", "focus left"},
+          Row{"snapshot", "snapshot "}, Row{"snapshot_ALL", "snapshot all"},
+          Row{"showinfo_Engine Warm", "popup 1 Engine Warm"},
+          Row{"SHOWWARNING_Oil: Low", "popup 0 Oil: Low"},
+          Row{"showquery_Really?:quit", "message 2 : Really?:quit"}, Row{"config", "settings"},
+          Row{"minimize", "minimize"}, Row{"quit", "unload"}, Row{"PowerOff", "unload"}}) {
         EXPECT_EQ(Only(row.Command), row.Call) << row.Command;
         EXPECT_EQ(basGlobal.LastCommand, LowerCased(row.Command));
     }
@@ -204,22 +194,18 @@ TEST_F(Dispatcher, MenuListStepping) {
     std::vector<std::string> twelve(full.begin(), full.begin() + 12);
     const std::vector<std::string> gap = {"a", "", "c"};
     const std::vector<std::string> twice = {"a", "b", "c", "b"};
-    for (const Row& row : {
-             Row{{"a", "b", "c"}, "a", "page b", "page c"},
-             Row{{"a", "b", "c"}, "b", "page c", "page a"},
-             Row{{"a", "b", "c"}, "c", "page a", "page b"},
-             Row{{"a", "b", "c"}, "x", "page mediaplayer", "page "},
-             Row{{"a", "b", "c"}, "A", "page mediaplayer", "page "},
-             Row{{"a"}, "a", "page a", "page a"},
-             Row{{}, "a", "page mediaplayer", "page mainmenu"},
-             Row{twelve, "x", "page mediaplayer", "page m8"},
-             Row{gap, "c", "page mediaplayer", "page "},
-             Row{gap, "a", "page a", "page a"},
-             Row{twice, "b", "page c", "page c"},  // forward the first match counts, back the last
-             Row{full, "m100", "page m0", "page m99"},
-             Row{full, "m0", "page m1", "page m100"},
-             Row{full, "x", "page +", "page m8"},
-         }) {
+    for (const Row& row :
+         {Row{{"a", "b", "c"}, "a", "page b", "page c"},
+          Row{{"a", "b", "c"}, "b", "page c", "page a"},
+          Row{{"a", "b", "c"}, "c", "page a", "page b"},
+          Row{{"a", "b", "c"}, "x", "page mediaplayer", "page "},
+          Row{{"a", "b", "c"}, "A", "page mediaplayer", "page "},
+          Row{{"a"}, "a", "page a", "page a"}, Row{{}, "a", "page mediaplayer", "page mainmenu"},
+          Row{twelve, "x", "page mediaplayer", "page m8"},
+          Row{gap, "c", "page mediaplayer", "page "}, Row{gap, "a", "page a", "page a"},
+          Row{twice, "b", "page c", "page c"},  // forward the first match counts, back the last
+          Row{full, "m100", "page m0", "page m99"}, Row{full, "m0", "page m1", "page m100"},
+          Row{full, "x", "page +", "page m8"}}) {
         fakeScreen.Menus = row.Menus;
         basGlobal.CurrentMenu = row.Current;
         EXPECT_EQ(Only("openmenu_+"), row.Next) << row.Menus.size() << " " << row.Current;
@@ -274,20 +260,13 @@ TEST_F(Dispatcher, SensorsAreSwitchedWithTheirPids) {
         const char* Before;
         const char* After;
     };
-    for (const Row& row : {
-             Row{"sensortoggle_all", "11111", "00000"},
-             Row{"sensortoggle_all", "11101", "11111"},
-             Row{"sensortoggle_ALL", "00000", "11111"},
-             Row{"sensortoggle_b", "11111", "10111"},
-             Row{"sensortoggle_B", "10111", "11111"},
-             Row{"sensortoggle_a", "00000", "10000"},
-             Row{"sensortoggle_caps", "00000", "00000"},
-             Row{"sensoron_b", "00000", "01000"},
-             Row{"sensoron_all", "01000", "11111"},
-             Row{"sensoroff_c", "11111", "11011"},
-             Row{"sensoroff_all", "01011", "00000"},
-             Row{"sensoroff_x", "11111", "11111"},
-         }) {
+    for (const Row& row :
+         {Row{"sensortoggle_all", "11111", "00000"}, Row{"sensortoggle_all", "11101", "11111"},
+          Row{"sensortoggle_ALL", "00000", "11111"}, Row{"sensortoggle_b", "11111", "10111"},
+          Row{"sensortoggle_B", "10111", "11111"}, Row{"sensortoggle_a", "00000", "10000"},
+          Row{"sensortoggle_caps", "00000", "00000"}, Row{"sensoron_b", "00000", "01000"},
+          Row{"sensoron_all", "01000", "11111"}, Row{"sensoroff_c", "11111", "11011"},
+          Row{"sensoroff_all", "01011", "00000"}, Row{"sensoroff_x", "11111", "11111"}}) {
         SCOPED_TRACE(row.Command);
         const std::string before = row.Before;
         for (std::size_t i = 0; i < 5; ++i) {
