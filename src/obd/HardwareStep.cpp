@@ -28,7 +28,7 @@ void Connect() {
     basGlobal.ConnectTried = true;
     basGlobal.FailedSince = 0;
     ConnectInterface();
-    if (!basGlobal.Closing) WriteConnectLog();
+    WriteConnectLog();
 }
 
 void PollLink() {
