@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -63,6 +64,12 @@ struct SensorRecord {
 struct ChartRecord {
     std::array<float, kChartSamples> Samples{};
     bool Paused = false;
+    int Filled = 0;           ///< columns that hold a value, counted from the newest
+    std::int64_t Column = 0;  ///< number of the newest column, counted from the clock's zero
+    double LastTime = 0;      ///< seconds of the clock at the last value
+    float LastValue = 0;
+    int TimeSpan = 0;  ///< seconds across that the columns stand for
+    int Changes = 0;   ///< counted up whenever the samples change, for whoever draws them
 };
 
 /// One entry of a skin list.
@@ -154,6 +161,8 @@ struct GlobalState {
     std::array<ChartRecord, kChartLimit> Charts;
     int ChartCount = 0;
     std::array<ListSlot, kListSlots> Lists;
+    std::map<std::string, std::string>
+        EditedTexts;       ///< text box contents by function, kept all run
     int CurrentList = -1;  ///< slot of the list built last on the page, -1 = none
 
     // Form timers.

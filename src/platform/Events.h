@@ -12,7 +12,7 @@ void PumpEvents();
 void WaitForEvents(double seconds);
 
 /// Runs `work` on the user-interface thread once the events now pending are done. May be called
-/// from any thread.
+/// from any thread. Without an application object the work is dropped.
 void PostToUserInterface(std::function<void()> work);
 
 }  // namespace dravik

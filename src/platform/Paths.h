@@ -17,6 +17,9 @@ constexpr char kPathSeparator = '/';
 
 /// The name of the existing file or folder that `path` means; where there is none, the name under
 /// which it would be created (existing folders resolved, separators those of the system).
+///
+/// A name that exists exactly as written wins. Otherwise each component that does not exist is
+/// looked for without regard to case; of several such names the first in byte order is taken.
 std::string ResolvePath(std::string_view path);
 
 /// True when `path`, resolved, is an existing file (not a folder).
@@ -28,16 +31,19 @@ bool FolderExists(std::string_view path);
 /// Two parts of a path with one separator between them.
 std::string JoinPath(std::string_view folder, std::string_view name);
 
-/// The whole file as bytes; nothing when it cannot be read.
+/// The whole file as bytes; nothing when it cannot be read, is no plain file (a device, a pipe) or
+/// holds more than 256 MB.
 std::optional<std::string> ReadWholeFile(std::string_view path);
 
 /// Replaces the file's content in one step: written beside it, flushed to the disk and renamed over
 /// it, so that a kill at any instant leaves the old content or the new. False when that failed; the
-/// old file is then unchanged. Permissions of an existing file are kept.
+/// old file is then unchanged. Permissions of an existing file are kept, a link stays a link, and a
+/// write-protected file is not replaced. Of several writers at once the last one wins.
 bool ReplaceFile(std::string_view path, std::string_view content);
 
-/// Names (not paths) of the files of a folder that match "*.ini"-like patterns without regard to
-/// case, in directory order.
+/// Names (not paths) of the files of a folder, without its subfolders, whose names end in
+/// `extension` (".ini", compared without regard to case), sorted by name without regard to case.
+/// Empty for a missing folder.
 std::vector<std::string> FilesMatching(std::string_view folder, std::string_view extension);
 
 /// The folder that holds the running program.

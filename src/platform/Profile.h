@@ -13,9 +13,12 @@
 /// begins with ";" is a comment. File names are resolved as platform/Paths.h says, so they may be
 /// written with "\" and in any case.
 ///
+/// A byte order mark at the front and lines that make no sense are passed over. Of several sections
+/// of one name only the first is read.
+///
 /// Reading is cached per file and checked against the file's time stamp and size, so that hundreds
 /// of keys cost one parse. On Windows the system's own profile calls serve, elsewhere code with the
-/// same meaning.
+/// same meaning. User-interface thread only.
 namespace dravik {
 
 /// The text of a key; defaultValue when the file, the section or the key is missing.
@@ -42,8 +45,10 @@ struct ProfileEntry {
 /// Writes one key: replaces its value in place, or adds it at the end of its section, or adds the
 /// section at the end of the file (made when missing). Comments, order and other keys survive.
 ///
-/// The file is never half written: a kill at any instant leaves the old file or the new one.
-/// @return false when the file could not be written; it is then unchanged.
+/// Line breaks in the value become blanks. The file is never half written: a kill at any instant
+/// leaves the old file or the new one.
+/// @return false when the file could not be written or the names could not be read back (an empty
+///         key, "=" in a key, "]" in a section); it is then unchanged.
 bool WriteProfileString(const std::string& file, const std::string& section, const std::string& key,
                         const std::string& value);
 

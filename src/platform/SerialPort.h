@@ -11,8 +11,9 @@ namespace dravik {
 /// A serial line to a device: termios on Linux, overlapped I/O on Windows, a socket for devices
 /// named "tcp://host:port". 8 data bits, no parity, one stop bit, no flow control, exclusive.
 ///
-/// Nothing here blocks. Everything runs on the user-interface thread, and the receive event is
-/// delivered from its event loop.
+/// Nothing here blocks. Everything runs on the user-interface thread, and the events are delivered
+/// from its event loop. Their handlers may do anything with the port, destroying it included. A
+/// moved-from port may only be assigned to or destroyed.
 class SerialPort {
  public:
     /// Receive event codes.
@@ -36,14 +37,23 @@ class SerialPort {
 
     /// Opens the device; false when it cannot be opened. A device that takes long to open (a
     /// network address, a radio link) is waited for while events are pumped, at most five seconds.
+    /// False too when the wait was overtaken by another Open, a Close or AbortWaits. An open port
+    /// is closed first.
     bool Open();
+
+    /// Makes every Open that is waiting return false at once, for the end of the program.
+    static void AbortWaits();
+
     bool IsOpen() const;
+
+    /// Closes the device and forgets everything that waits in either direction.
     void Close();
 
-    /// Queues the bytes for sending; false when the port is not open.
+    /// Queues the bytes for sending; false when the port is not open, or when the device takes
+    /// nothing and 64 KiB wait already. Then none of the bytes is queued.
     bool Write(std::string_view bytes);
 
-    /// Number of received characters that wait.
+    /// Number of received characters that wait, what the driver still holds included.
     std::size_t InputCount() const;
 
     /// Everything that waits, taken out of the buffer; empty when nothing waits.
@@ -52,15 +62,17 @@ class SerialPort {
     /// Forgets everything that waits, what the driver still holds included.
     void DiscardInput();
 
-    /// Called with kDataReceived or kBufferOverflow.
+    /// Called with kDataReceived or kBufferOverflow. Characters that the handler leaves stay in the
+    /// buffer, and the next one that arrives raises the event again.
     void OnReceive(std::function<void(int code)> handler);
 
-    /// Called once when an open device disappears, after the port has closed itself.
+    /// Called once when an open device disappears, after the port has closed itself. What it sent
+    /// before can still be read, until the next Open or Close.
     void OnLost(std::function<void()> handler);
 
  private:
     struct Impl;
-    std::unique_ptr<Impl> impl_;
+    std::shared_ptr<Impl> impl_;
 };
 
 /// What a port number stands for when the settings do not say: COM1-8 /dev/ttyUSB0-7, COM9-16

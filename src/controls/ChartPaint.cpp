@@ -1,0 +1,133 @@
+#include <QFontMetrics>
+#include <QPainter>
+#include <QPointF>
+#include <QPolygonF>
+#include <QVector>
+#include <algorithm>
+#include <cmath>
+
+#include "controls/ChartTrace.h"
+#include "controls/SkinText.h"
+
+namespace dravik {
+
+namespace {
+
+constexpr double kDefaultHeight = 200;  ///< of a chart without a background picture
+constexpr int kGridColumns = 6;
+constexpr int kGridRows = 4;
+constexpr double kLabelPoints = 8;
+constexpr double kLabelGap = 4;  ///< design pixels between a label and the chart's edge
+constexpr double kPointSize = 2;
+constexpr int kAreaOpacity = 110;  ///< of 255; the grid stays visible through the area
+
+enum Mode : std::int32_t { kLine = 0, kArea = 1, kPoints = 2 };
+
+struct ChartLayout {
+    QRect Plot;  ///< grid and trace; the strips above and below it are for the labels
+    QRect Above;
+    QRect Below;
+};
+
+ChartLayout LayOut(const QRect& target, const TextLook& label, double scale) {
+    const int strip = QFontMetrics(SkinFont(label, scale)).height() + qRound(scale);
+    const int gap = qRound(kLabelGap * scale);
+    const QRect inner = target.adjusted(gap, qRound(scale), -gap, -qRound(scale));
+    return {inner.adjusted(0, strip, 0, -strip),
+            QRect(inner.left(), inner.top(), inner.width(), strip),
+            QRect(inner.left(), inner.bottom() + 1 - strip, inner.width(), strip)};
+}
+
+QString ScaleText(float value) {
+    const QString text = QString::number(double{value}, 'f', 1);
+    return text == QLatin1String("-0.0") ? QStringLiteral("0.0") : text;
+}
+
+int PenPixels(double scale) {
+    return std::max(1, qRound(scale));
+}
+
+void PaintGrid(QPainter& painter, const QRect& plot, const ChartLook& look, double scale) {
+    const double right = plot.width() - 1;
+    const double bottom = plot.height() - 1;
+    QVector<QLine> lines;
+    for (int i = 0; i <= kGridColumns; ++i) {
+        const int x = plot.left() + qRound(right * i / kGridColumns);
+        lines.append(QLine(x, plot.top(), x, plot.bottom()));
+    }
+    for (int i = 0; i <= kGridRows; ++i) {
+        const int y = plot.top() + qRound(bottom * i / kGridRows);
+        lines.append(QLine(plot.left(), y, plot.right(), y));
+    }
+    painter.setPen(QPen(SkinColor(look.GridColor), PenPixels(scale)));
+    painter.drawLines(lines);
+}
+
+/// The filled columns as points of the plot, oldest first.
+QPolygonF TracePoints(const QRect& plot, const ChartRecord& record) {
+    const double upper = double{record.Samples[kChartUpper]};
+    const double lower = double{record.Samples[kChartLower]};
+    const double across = (plot.width() - 1) / double{kChartColumns - 1};
+    const double up = (plot.height() - 1) / (upper - lower);
+    QPolygonF points;
+    points.reserve(record.Filled + 2);
+    for (int i = kChartColumns - record.Filled; i < kChartColumns; ++i) {
+        const double value = double{record.Samples[static_cast<std::size_t>(i)]};
+        points.append(QPointF(plot.left() + i * across, plot.bottom() - (value - lower) * up));
+    }
+    return points;
+}
+
+void PaintTrace(QPainter& painter, const QRect& plot, const ChartRecord& record,
+                const ChartLook& look, double scale) {
+    QPolygonF points = TracePoints(plot, record);
+    const QColor color = SkinColor(look.Color);
+    if (look.Mode == kPoints || points.size() == 1) {
+        painter.setPen(QPen(color, kPointSize * scale));
+        painter.drawPoints(points);
+        return;
+    }
+    painter.setPen(QPen(color, PenPixels(scale)));
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    painter.drawPolyline(points);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    if (look.Mode == kArea) {
+        points.append(QPointF(points.last().x(), plot.bottom()));
+        points.append(QPointF(points.first().x(), plot.bottom()));
+        QColor area = color;
+        area.setAlpha(kAreaOpacity);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(area);
+        painter.drawPolygon(points);
+    }
+}
+
+}  // namespace
+
+QSizeF ChartSize(const ChartLook& look) {
+    return look.Background.IsNull() ? QSizeF(kChartColumns, kDefaultHeight)
+                                    : look.Background.DesignSize();
+}
+
+void PaintChart(QPainter& painter, const QRect& target, const ChartRecord& record,
+                const ChartLook& look, double scale) {
+    PaintPicture(painter, target, look.Background);
+    TextLook label{{}, kLabelPoints, look.Color, 0, false, false};
+    const ChartLayout layout = LayOut(target, label, scale);
+    painter.save();
+    painter.setClipRect(target, Qt::IntersectClip);
+    if (layout.Plot.width() > 1 && layout.Plot.height() > 1) {
+        PaintGrid(painter, layout.Plot, look, scale);
+        if (record.Filled > 0) PaintTrace(painter, layout.Plot, record, look, scale);
+    }
+    if (record.Filled > 0) {
+        PaintText(painter, layout.Above, ScaleText(record.Samples[kChartUpper]), label, scale);
+        PaintText(painter, layout.Below, ScaleText(record.Samples[kChartLower]), label, scale);
+    }
+    label.Alignment = 2;
+    const int seconds = ChartSeconds(look.Time);
+    PaintText(painter, layout.Below, QStringLiteral("< %1s >").arg(seconds), label, scale);
+    painter.restore();
+}
+
+}  // namespace dravik

@@ -1,0 +1,243 @@
+#include "controls/PictureCache.h"
+
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QPainter>
+#include <algorithm>
+#include <list>
+#include <unordered_map>
+#include <utility>
+
+#include "platform/Paths.h"
+
+namespace dravik {
+
+struct SkinPicture::Data {
+    std::string Path;
+    double Scale = 1;
+    QSizeF DesignSize;
+    QPixmap Pixmap;
+    QImage Pixels;  ///< of a picture that no file stands behind
+    std::string Error;
+};
+
+namespace {
+
+using PictureData = std::shared_ptr<const SkinPicture::Data>;
+
+/// What tells one state of a file from the next.
+struct FileStamp {
+    QString Name;
+    QDateTime Modified;
+    qint64 Size = 0;
+
+    friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+
+std::size_t BytesOf(const SkinPicture::Data& data) {
+    return std::size_t{4} * static_cast<std::size_t>(data.Pixmap.width()) *
+           static_cast<std::size_t>(data.Pixmap.height());
+}
+
+/// The pictures used last, newest first.
+class PictureStore {
+ public:
+    PictureData Find(const std::string& key, const FileStamp& stamp) {
+        const auto found = index_.find(key);
+        if (found == index_.end()) return nullptr;
+        if (found->second->Stamp != stamp) {
+            Remove(found->second);
+            return nullptr;
+        }
+        entries_.splice(entries_.begin(), entries_, found->second);
+        return found->second->Data;
+    }
+
+    void Add(const std::string& key, const FileStamp& stamp, const PictureData& data) {
+        entries_.push_front({key, stamp, data});
+        index_[key] = entries_.begin();
+        bytes_ += BytesOf(*data);
+        while (bytes_ > kPictureCacheBytes) Remove(std::prev(entries_.end()));
+    }
+
+    void Clear() {
+        index_.clear();
+        entries_.clear();
+        bytes_ = 0;
+    }
+
+    std::size_t Bytes() const { return bytes_; }
+
+ private:
+    struct Entry {
+        std::string Key;
+        FileStamp Stamp;
+        PictureData Data;
+    };
+    using Entries = std::list<Entry>;
+
+    void Remove(Entries::iterator entry) {
+        bytes_ -= BytesOf(*entry->Data);
+        index_.erase(entry->Key);
+        entries_.erase(entry);
+    }
+
+    Entries entries_;
+    std::unordered_map<std::string, Entries::iterator> index_;
+    std::size_t bytes_ = 0;
+};
+
+/// The one store. Its pixmaps must be gone before the application object is.
+PictureStore& Store() {
+    static PictureStore store;
+    static const bool emptiedAtExit = [] {
+        qAddPostRoutine(ClearPictureCache);
+        return true;
+    }();
+    Q_UNUSED(emptiedAtExit);
+    return store;
+}
+
+/// "dir/name.png" becomes "dir/name@2x.png".
+std::string DoubleSizeName(const std::string& path) {
+    const std::size_t name = path.find_last_of("/\\");
+    const std::size_t dot = path.rfind('.');
+    if (dot == std::string::npos || (name != std::string::npos && dot < name)) return path + "@2x";
+    return path.substr(0, dot) + "@2x" + path.substr(dot);
+}
+
+/// Brings decoded pixels to the scale. False when the result would be too large to hold.
+bool Scale(SkinPicture::Data& data, const QImage& pixels) {
+    const QSizeF wanted = data.DesignSize * data.Scale;
+    const double limit = 2.0 * kPictureLimit;
+    if (!(wanted.width() <= limit && wanted.height() <= limit)) return false;
+    const QSize size = wanted.toSize().expandedTo(QSize(1, 1));
+    data.Pixmap =
+        QPixmap::fromImage(size == pixels.size() ? pixels
+                                                 : pixels.scaled(size, Qt::IgnoreAspectRatio,
+                                                                 Qt::SmoothTransformation));
+    return !data.Pixmap.isNull();
+}
+
+/// Decodes the file into `data`, or says in its Error why that failed.
+void Decode(SkinPicture::Data& data, const QString& file, bool doubleSize) {
+    const std::string notAPicture = "not a picture: " + data.Path;
+    const std::string tooLarge = "picture too large: " + data.Path;
+
+    QImageReader reader(file);
+    reader.setDecideFormatFromContent(true);
+    if (!reader.canRead()) {
+        data.Error = notAPicture;
+        return;
+    }
+    // The size is known before the pixels are, so that a huge picture costs no memory.
+    const QSize size = reader.size();
+    if (size.width() > kPictureLimit || size.height() > kPictureLimit) {
+        data.Error = tooLarge;
+        return;
+    }
+    const QImage pixels = reader.read();
+    if (pixels.isNull()) {
+        data.Error = notAPicture;
+        return;
+    }
+    data.DesignSize = QSizeF(pixels.size()) / (doubleSize ? 2 : 1);
+    if (!Scale(data, pixels)) data.Error = tooLarge;
+}
+
+}  // namespace
+
+bool SkinPicture::IsNull() const {
+    return !data_ || data_->Pixmap.isNull();
+}
+
+const QPixmap& SkinPicture::Pixmap() const {
+    static const QPixmap none;
+    return data_ ? data_->Pixmap : none;
+}
+
+QSizeF SkinPicture::DesignSize() const {
+    return IsNull() ? QSizeF(0, 0) : data_->DesignSize;
+}
+
+double SkinPicture::Scale() const {
+    return data_ ? data_->Scale : 1;
+}
+
+const std::string& SkinPicture::Path() const {
+    static const std::string none;
+    return data_ ? data_->Path : none;
+}
+
+const std::string& SkinPicture::Error() const {
+    static const std::string none;
+    return data_ ? data_->Error : none;
+}
+
+SkinPicture SkinPicture::AtScale(double scale) const {
+    if (!data_ || data_->Scale == scale) return *this;
+    if (!data_->Pixels.isNull()) return MakeSkinPicture(data_->Pixels, scale);
+    return LoadSkinPicture(data_->Path, scale);
+}
+
+SkinPicture LoadSkinPicture(const std::string& path, double scale) {
+    if (path.empty()) return {};
+
+    bool doubleSize = false;
+    QFileInfo file;
+    if (scale > 1) {
+        file.setFile(QString::fromUtf8(ResolvePath(DoubleSizeName(path))));
+        doubleSize = file.isFile();
+    }
+    if (!doubleSize) file.setFile(QString::fromUtf8(ResolvePath(path)));
+
+    auto data = std::make_shared<SkinPicture::Data>();
+    data->Path = path;
+    data->Scale = scale;
+    if (!file.isFile()) {
+        data->Error = "file not found: " + path;
+        return SkinPicture(std::move(data));
+    }
+
+    const FileStamp stamp{file.filePath(), file.lastModified(), file.size()};
+    const std::string key = std::to_string(scale) + ' ' + path;
+    if (PictureData known = Store().Find(key, stamp)) return SkinPicture(std::move(known));
+    Decode(*data, stamp.Name, doubleSize);
+    if (data->Error.empty()) Store().Add(key, stamp, data);
+    return SkinPicture(std::move(data));
+}
+
+SkinPicture MakeSkinPicture(const QImage& image, double scale) {
+    if (image.isNull()) return {};
+    auto data = std::make_shared<SkinPicture::Data>();
+    data->Scale = scale;
+    data->Pixels = image;
+    data->DesignSize = image.size();
+    if (!Scale(*data, image)) data->Error = "picture too large";
+    return SkinPicture(std::move(data));
+}
+
+void PaintPicture(QPainter& painter, const QRect& target, const SkinPicture& picture) {
+    if (picture.IsNull()) return;
+    const QPixmap& pixmap = picture.Pixmap();
+    if (target.size() == pixmap.size()) {
+        painter.drawPixmap(target.topLeft(), pixmap);
+        return;
+    }
+    const bool smooth = painter.testRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, true);
+    painter.drawPixmap(target, pixmap);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, smooth);
+}
+
+std::size_t PictureCacheSize() {
+    return Store().Bytes();
+}
+
+void ClearPictureCache() {
+    Store().Clear();
+}
+
+}  // namespace dravik

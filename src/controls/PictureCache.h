@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QImage>
+#include <QPixmap>
+#include <QRect>
+#include <QSizeF>
+#include <cstddef>
+#include <memory>
+#include <string>
+
+class QPainter;
+
+namespace dravik {
+
+/// A picture of the skin, decoded and brought to one scale. A shared, immutable handle: copies cost
+/// nothing, and two handles are equal when they stand for the same decoded picture.
+class SkinPicture {
+ public:
+    /// No picture.
+    SkinPicture() = default;
+
+    /// True when there is nothing to draw.
+    bool IsNull() const;
+
+    /// The picture in window pixels: the design size times the scale, rounded.
+    const QPixmap& Pixmap() const;
+
+    /// The size in the skin's own pixels: that of the file, half of it for an "@2x" file.
+    QSizeF DesignSize() const;
+
+    double Scale() const;
+
+    /// The path as it was asked for; empty for no picture and for one made from pixels.
+    const std::string& Path() const;
+
+    /// Why there is nothing to draw: "file not found: PATH", "not a picture: PATH" or
+    /// "picture too large: PATH". Empty when all is well and when no picture was asked for.
+    const std::string& Error() const;
+
+    /// The same picture for another scale.
+    SkinPicture AtScale(double scale) const;
+
+    friend bool operator==(const SkinPicture& a, const SkinPicture& b) {
+        return a.data_ == b.data_;
+    }
+    friend bool operator!=(const SkinPicture& a, const SkinPicture& b) { return !(a == b); }
+
+    struct Data;  ///< defined in the source file
+
+ private:
+    friend SkinPicture LoadSkinPicture(const std::string& path, double scale);
+    friend SkinPicture MakeSkinPicture(const QImage& image, double scale);
+    explicit SkinPicture(std::shared_ptr<const Data> data) : data_(std::move(data)) {}
+
+    std::shared_ptr<const Data> data_;
+};
+
+/// The picture of a file for a page that is shown at `scale`.
+///
+/// @param path   as in a skin: "\" or "/", case does not matter; empty gives no picture, no error
+/// @param scale  window pixels per design pixel; above 1, a file with "@2x" before the extension
+///               is taken instead where there is one
+///
+/// A file is decoded once per scale and kept while it is among those used last (kPictureCacheBytes
+/// in all); pictures that are still shown stay alive in any case. A file that has changed on the
+/// disk is read again. More than kPictureLimit pixels a side are refused.
+SkinPicture LoadSkinPicture(const std::string& path, double scale);
+
+/// A picture made from pixels, one image pixel per design pixel.
+SkinPicture MakeSkinPicture(const QImage& image, double scale);
+
+/// Draws the picture into `target` (window pixels), pixel by pixel where the sizes agree and
+/// smoothly stretched where they do not. Draws nothing for a null picture.
+void PaintPicture(QPainter& painter, const QRect& target, const SkinPicture& picture);
+
+constexpr std::size_t kPictureCacheBytes = 64u << 20;
+constexpr int kPictureLimit = 8192;
+
+/// Bytes that the cache holds now.
+std::size_t PictureCacheSize();
+
+/// Empties the cache.
+void ClearPictureCache();
+
+}  // namespace dravik

@@ -1,0 +1,84 @@
+#include "controls/SkinText.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <unordered_map>
+
+#include "platform/Text.h"
+
+namespace dravik {
+
+namespace {
+
+constexpr double kPixelsPerPoint = 96.0 / 72.0;
+constexpr std::size_t kFontLimit = 256;  ///< a skin uses a few; a scale or skin change brings more
+
+std::unordered_map<std::string, QFont>& Fonts() {
+    static std::unordered_map<std::string, QFont> fonts;
+    return fonts;
+}
+
+QFont MakeFont(const TextLook& look, int pixels) {
+    QFont font = look.Font.empty() ? QApplication::font() : QFont(ShownText(look.Font));
+    font.setPixelSize(pixels);
+    font.setBold(look.Bold);
+    font.setItalic(look.Italic);
+    return font;
+}
+
+}  // namespace
+
+QColor SkinColor(std::int32_t value) {
+    return QColor(value & 0xFF, (value >> 8) & 0xFF, (value >> 16) & 0xFF);
+}
+
+std::int32_t ColorValue(std::string_view text) {
+    text = Trimmed(text);
+    if (text.size() >= 2 && text[0] == '&' && (text[1] == 'H' || text[1] == 'h')) {
+        std::uint32_t value = 0;
+        std::from_chars(text.data() + 2, text.data() + text.size(), value, 16);
+        return static_cast<std::int32_t>(value);
+    }
+    const double number = LeadingNumber(text);
+    if (!(std::fabs(number) < 2147483648.0)) return 0;
+    return static_cast<std::int32_t>(std::nearbyint(number));
+}
+
+QFont SkinFont(const TextLook& look, double scale) {
+    const double points = look.Points > 0 ? look.Points : kDefaultPoints;
+    const int pixels = static_cast<int>(
+        std::lround(std::clamp(points * kPixelsPerPoint * scale, 1.0, double{kMaxFontPixels})));
+    const std::string key =
+        std::to_string(pixels) + (look.Bold ? 'B' : ' ') + (look.Italic ? 'I' : ' ') + look.Font;
+    auto& fonts = Fonts();
+    const auto found = fonts.find(key);
+    if (found != fonts.end()) return found->second;
+    if (fonts.size() >= kFontLimit) fonts.clear();
+    return fonts[key] = MakeFont(look, pixels);
+}
+
+Qt::Alignment SkinAlignment(int alignment) {
+    if (alignment == 1) return Qt::AlignRight;
+    if (alignment == 2) return Qt::AlignHCenter;
+    return Qt::AlignLeft;
+}
+
+QString ShownText(std::string_view bytes) {
+    QString text = QString::fromUtf8(ToUtf8(bytes));
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    return text;
+}
+
+void PaintText(QPainter& painter, const QRect& rectangle, const QString& text, const TextLook& look,
+               double scale) {
+    if (text.isEmpty() || rectangle.isEmpty()) return;
+    painter.setFont(SkinFont(look, scale));
+    painter.setPen(SkinColor(look.Color));
+    painter.drawText(rectangle, int(SkinAlignment(look.Alignment) | Qt::AlignTop), text);
+}
+
+}  // namespace dravik

@@ -1,0 +1,221 @@
+#include "core/Selection.h"
+
+#include <QKeyEvent>
+#include <QWidget>
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <utility>
+
+#include "controls/ButtonEx.h"
+#include "controls/SkinList.h"
+#include "controls/SkinTextbox.h"
+#include "controls/Slider.h"
+#include "core/basGlobal.h"
+#include "lists/basFunctions.h"
+#include "platform/Text.h"
+#include "skin/PageCanvas.h"
+#include "skin/SkinScreen.h"
+#include "skinfunc/basValueProc.h"
+
+namespace dravik {
+
+namespace {
+
+constexpr int kRepeatDelay = 400;     // milliseconds until a held key repeats
+constexpr int kRepeatInterval = 100;  // and between repeats
+constexpr int kWheelNotch = 120;      // eighths of a degree
+
+struct KeyCommand {
+    int Key;
+    const char* Command;
+};
+
+constexpr KeyCommand kKeyCommands[] = {
+    {Qt::Key_Return, "object_select"}, {Qt::Key_Enter, "object_select"},
+    {Qt::Key_Left, "object_left"},     {Qt::Key_Right, "object_right"},
+    {Qt::Key_Up, "object_up"},         {Qt::Key_Down, "object_down"},
+    {Qt::Key_Escape, "exit"},
+};
+
+/// Steps repeat while they are held; a selection does not, since it may open a question.
+bool Repeats(const std::string& command) {
+    const std::string lowered = LowerCased(command);
+    if (lowered == "object_select") return false;
+    return lowered.starts_with("value_") || lowered.starts_with("object_");
+}
+
+/// A rectangle seen so that the wanted direction is always towards growing Near..Far.
+struct Extent {
+    int Near, Far;   ///< along the direction
+    int Start, End;  ///< across it
+    double Along() const { return (Near + Far) / 2.0; }
+    double Across() const { return (Start + End) / 2.0; }
+    bool Overlaps(const Extent& other) const { return Start < other.End && other.Start < End; }
+};
+
+Extent Look(const QRect& r, const std::string& direction) {
+    const int right = r.x() + r.width();
+    const int bottom = r.y() + r.height();
+    if (direction == "left") return {-right, -r.x(), r.y(), bottom};
+    if (direction == "up") return {-bottom, -r.y(), r.x(), right};
+    if (direction == "down") return {r.y(), bottom, r.x(), right};
+    return {r.x(), right, r.y(), bottom};
+}
+
+/// Elements that do not overlap across the direction come after all that do.
+double Distance(const Extent& from, const Extent& to, double along) {
+    constexpr double kOffTrack = 1e6;
+    const double across = std::abs(to.Across() - from.Across());
+    return from.Overlaps(to) ? along + across / 4 : kOffTrack + along + 2 * across;
+}
+
+}  // namespace
+
+Selection::Selection(SkinScreen& screen) : screen_(screen) {
+    basGlobal.tiKeyrepeat.OnTick([this] {
+        hasRepeated_ = true;
+        basGlobal.tiKeyrepeat.SetInterval(kRepeatInterval);
+        ExecuteCommand(repeated_);
+    });
+}
+
+void Selection::FocusChanged(QWidget* now) {
+    const auto index = [](int found) {
+        return found < 0 ? kNoFocus : static_cast<std::uint16_t>(found);
+    };
+    basGlobal.FocusedButton = index(now == nullptr ? -1 : screen_.ButtonIndex(now));
+    basGlobal.FocusedSlider = index(now == nullptr ? -1 : screen_.SliderIndex(now));
+}
+
+void Selection::PointerOver(QObject* object) {
+    auto* slider = dynamic_cast<Slider*>(object);
+    if (slider != nullptr && screen_.SliderIndex(slider) >= 0) slider->setFocus();
+}
+
+void Selection::PointerOverButton(int index) {
+    ButtonEx* button = screen_.Button[static_cast<std::size_t>(index)];
+    if (!button->hasFocus()) button->setFocus();
+}
+
+void Selection::ButtonPressed(int index) {
+    hasRepeated_ = false;
+    const auto& tags = basGlobal.ButtonTag;
+    if (static_cast<std::size_t>(index) < tags.size())
+        StartRepeat(tags[static_cast<std::size_t>(index)]);
+}
+
+void Selection::ButtonClicked(int index) {
+    const auto& tags = basGlobal.ButtonTag;
+    // A held button has already run its command as often as the user wanted.
+    if (std::exchange(hasRepeated_, false) || static_cast<std::size_t>(index) >= tags.size())
+        return;
+    ExecuteCommand(std::string(tags[static_cast<std::size_t>(index)]));
+}
+
+void Selection::WheelTurned(int delta) {
+    wheelRest_ += delta;
+    for (; wheelRest_ >= kWheelNotch; wheelRest_ -= kWheelNotch) ExecuteCommand("value_+");
+    for (; wheelRest_ <= -kWheelNotch; wheelRest_ += kWheelNotch) ExecuteCommand("value_-");
+}
+
+bool Selection::KeyPressed(const QKeyEvent& event) {
+    for (const KeyCommand& row : kKeyCommands) {
+        if (row.Key != event.key()) continue;
+        if (event.isAutoRepeat()) return true;  // tiKeyrepeat sets the pace
+        StartRepeat(row.Command);
+        ExecuteCommand(row.Command);
+        return true;
+    }
+    return false;
+}
+
+void Selection::StartRepeat(const std::string& command) {
+    StopRepeat();
+    if (!Repeats(command)) return;
+    repeated_ = command;
+    basGlobal.tiKeyrepeat.SetInterval(kRepeatDelay);
+    basGlobal.tiKeyrepeat.SetEnabled(true);
+}
+
+void Selection::StopRepeat() {
+    basGlobal.tiKeyrepeat.SetEnabled(false);
+}
+
+std::vector<QWidget*> Selection::Candidates() const {
+    std::vector<QWidget*> candidates;
+    const bool inBox = screen_.BoxShown();
+    for (const ElementKind kind :
+         {ElementKind::Button, ElementKind::Slider, ElementKind::List, ElementKind::Textbox}) {
+        for (int i = 0; i < screen_.Count(kind); ++i) {
+            QWidget* control = screen_.Control(kind, i);
+            const bool belongs = (control->parentWidget() == screen_.PopUp()) == inBox;
+            if (belongs && !control->isHidden() && !control->size().isEmpty())
+                candidates.push_back(control);
+        }
+    }
+    return candidates;
+}
+
+QRect Selection::WindowRect(const QWidget* widget) const {
+    return {widget->mapTo(widget->window(), QPoint(0, 0)), widget->size()};
+}
+
+void Selection::MoveInTabOrder(bool backwards) {
+    const std::vector<QWidget*> candidates = Candidates();
+    if (candidates.empty()) return;
+    QWidget* start = screen_.Page()->window()->focusWidget();
+    if (start == nullptr) start = screen_.Page();
+    for (QWidget* next = start;;) {
+        next = backwards ? next->previousInFocusChain() : next->nextInFocusChain();
+        if (next == start) return;
+        if (std::find(candidates.begin(), candidates.end(), next) != candidates.end()) {
+            next->setFocus(backwards ? Qt::BacktabFocusReason : Qt::TabFocusReason);
+            return;
+        }
+    }
+}
+
+void Selection::Move(const std::string& direction) {
+    if (direction != "left" && direction != "right" && direction != "up" && direction != "down")
+        return;
+    const std::vector<QWidget*> candidates = Candidates();
+    QWidget* focused = screen_.Page()->window()->focusWidget();
+    if (std::find(candidates.begin(), candidates.end(), focused) == candidates.end()) {
+        MoveInTabOrder(false);
+        return;
+    }
+
+    const Extent from = Look(WindowRect(focused), direction);
+    QWidget* best = nullptr;
+    double bestDistance = std::numeric_limits<double>::max();
+    for (const bool wrapped : {false, true}) {
+        for (QWidget* candidate : candidates) {
+            if (candidate == focused) continue;
+            const Extent to = Look(WindowRect(candidate), direction);
+            const bool ahead = to.Along() > from.Along();
+            // Round the edge, the element farthest back is the nearest.
+            const double along = wrapped ? to.Along() + std::numeric_limits<std::int16_t>::max()
+                                         : to.Along() - from.Along();
+            if (!wrapped && !ahead) continue;
+            const double distance = Distance(from, to, along);
+            if (distance < bestDistance) {
+                bestDistance = distance;
+                best = candidate;
+            }
+        }
+        if (best != nullptr) break;
+    }
+    if (best != nullptr) best->setFocus(Qt::OtherFocusReason);
+}
+
+void ScrollListBySlider(int slider, int percent) {
+    const auto& tags = basGlobal.SliderTag;
+    ListSlot* list = CurrentList();
+    if (static_cast<std::size_t>(slider) >= tags.size() || list == nullptr) return;
+    if (LowerCased(tags[static_cast<std::size_t>(slider)]) != "listview") return;
+    const auto last = static_cast<double>(list->Entries.size()) - 1;
+    SelectListEntry(*list, 1 + static_cast<int>(std::lround(last * percent / 100)));
+}
+
+}  // namespace dravik

@@ -1,0 +1,212 @@
+#include "core/frMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QWheelEvent>
+
+#include "core/MainWindow.h"
+#include "core/Selection.h"
+#include "lists/basFunctions.h"
+#include "obd/basOBD.h"
+#include "platform/Events.h"
+#include "platform/KeyState.h"
+#include "platform/Paths.h"
+#include "platform/Pointer.h"
+#include "settings/basSettings.h"
+#include "skin/PageCanvas.h"
+#include "skin/ShowMessage.h"
+#include "skin/SkinScreen.h"
+#include "skin/basSkin.h"
+#include "skin/frWarning.h"
+#include "skinfunc/basValueProc.h"
+
+namespace dravik {
+
+namespace {
+
+constexpr QSize kDefaultWindow(800, 480);
+constexpr const char* kStartupPicture = "Dravik.jpg";
+
+frMain* mainWindow = nullptr;
+
+}  // namespace
+
+frMain* MainWindow() {
+    return mainWindow;
+}
+
+frMain::frMain() : screen_(std::make_unique<SkinScreen>(this)), warning_(new frWarning(this)) {
+    mainWindow = this;
+    setObjectName(QStringLiteral("frMain"));
+    setWindowTitle(QStringLiteral("Dravik"));
+    selection_ = std::make_unique<Selection>(*screen_);
+    ConnectScreen();
+    ConnectTimers();
+    InitSkin(screen_.get());
+    InitMessages(warning_);
+    qApp->installEventFilter(this);
+}
+
+frMain::~frMain() {
+    InitMessages(nullptr);
+    InitSkin(nullptr);
+    mainWindow = nullptr;
+}
+
+void frMain::ConnectTimers() {
+    GlobalState& g = basGlobal;
+    InitLink();
+    g.tiStartup.OnTick([] { basGlobal.tiStartup.SetEnabled(false); });
+    g.tiMain.OnTick([this] { RefreshScreen(*screen_); });
+    g.tiAux.OnTick([] { basGlobal.StartupFlag = basGlobal.ResumeFlag = false; });
+    g.tiDTCScroll.OnTick(ScrollTroubleCode);
+}
+
+void frMain::ConnectScreen() {
+    screen_->Page()->BackgroundClicked = [] { ExecuteCommand("openmenu_mainmenu"); };
+    ScreenEvents& events = screen_->Events;
+    events.ButtonPressed = [this](int index) { selection_->ButtonPressed(index); };
+    events.ButtonReleased = [this](int) { selection_->StopRepeat(); };
+    events.ButtonClicked = [this](int index) { selection_->ButtonClicked(index); };
+    events.ButtonEntered = [this](int index) { selection_->PointerOverButton(index); };
+    events.SliderChanged = [](int index, std::int32_t& value) { ScrollListBySlider(index, value); };
+    QObject::connect(qApp, &QApplication::focusChanged, this,
+                     [this](QWidget*, QWidget* now) { selection_->FocusChanged(now); });
+}
+
+void frMain::Start(const Options& options) {
+    GlobalState& g = basGlobal;
+    g.Launch = options.Launch;
+    InitGlobals(options.ProgramFolder);
+    ShowStartupPicture();
+    ShowWindow(options);
+
+    LoadSettings();
+    setCursor(g.HidePointer ? Qt::BlankCursor : Qt::ArrowCursor);
+    LoadResumeState();
+    Pause();
+    if (g.Closing) return;
+
+    startupPicture_ = QPixmap();
+    LoadSkinPage(std::string(g.CurrentMenu), false);
+    if (g.Closing) return;
+    g.tiMain.SetEnabled(true);
+    g.tiAux.SetEnabled(true);
+    g.tiHardware.SetEnabled(true);
+    show();
+    started_ = true;
+}
+
+/// A missing picture is no error: the window then waits in black.
+void frMain::ShowStartupPicture() {
+    const std::string path = ResolvePath(JoinPath(basGlobal.ProgramFolder, kStartupPicture));
+    startupPicture_.load(QString::fromStdString(path));
+}
+
+void frMain::ShowWindow(const Options& options) {
+    if (options.Windowed) {
+        resize(options.WindowSize.isEmpty() ? kDefaultWindow : options.WindowSize);
+        show();
+    } else {
+        showFullScreen();
+    }
+}
+
+void frMain::Pause() {
+    constexpr double kLookAgain = 1;
+    while (basGlobal.tiStartup.Enabled() && !basGlobal.Closing) WaitForEvents(kLookAgain);
+}
+
+void frMain::Unload() {
+    if (unloaded_) return;
+    unloaded_ = true;
+    GlobalState& g = basGlobal;
+    g.Closing = true;  // every wait for the interface or the user ends
+    SerialPort::AbortWaits();
+    for (FormTimer* timer : {&g.tiMain, &g.tiAux, &g.tiHardware, &g.tiTimeout, &g.tiSkinReload,
+                             &g.tiDTCScroll, &g.tiKeyrepeat})
+        timer->SetEnabled(false);
+
+    SaveResumeState();
+    if (g.comOBD.IsOpen()) g.comOBD.Close();
+    QApplication::closeAllWindows();
+    QApplication::quit();
+}
+
+void frMain::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), Qt::black);
+    if (startupPicture_.isNull()) return;
+    const QSize size = startupPicture_.size().scaled(this->size(), Qt::KeepAspectRatio);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(
+        QRect(QPoint((width() - size.width()) / 2, (height() - size.height()) / 2), size),
+        startupPicture_);
+}
+
+void frMain::resizeEvent(QResizeEvent*) {
+    screen_->Layout(size());
+    warning_->Layout(size(), screen_->Scale());
+}
+
+void frMain::closeEvent(QCloseEvent* event) {
+    event->accept();
+    Unload();
+}
+
+void frMain::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Q && event->modifiers() == Qt::ControlModifier)
+        ExecuteCommand("quit");
+    else if (!selection_->KeyPressed(*event))
+        QWidget::keyPressEvent(event);
+}
+
+void frMain::keyReleaseEvent(QKeyEvent* event) {
+    if (!event->isAutoRepeat()) selection_->StopRepeat();
+}
+
+/// A notch away from the user is "value_+".
+void frMain::wheelEvent(QWheelEvent* event) {
+    if ((basGlobal.Misc & kMiscMouseWheel) == 0) return;
+    selection_->WheelTurned(event->angleDelta().y());
+}
+
+/// Sees every event of the program: keeps the key state, and makes a real pointer count again after
+/// one that was put somewhere by a request.
+bool frMain::eventFilter(QObject* object, QEvent* event) {
+    const QEvent::Type type = event->type();
+    if (type == QEvent::KeyPress || type == QEvent::KeyRelease) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (!key->isAutoRepeat()) NoteKeyEvent(key->key(), type == QEvent::KeyPress);
+    } else if (type == QEvent::MouseMove && event->spontaneous()) {
+        ForgetPointerOverride();
+    } else if (type == QEvent::Enter) {
+        selection_->PointerOver(object);
+    }
+    return QWidget::eventFilter(object, event);
+}
+
+void MinimizeMainWindow() {
+    if (mainWindow != nullptr) mainWindow->showMinimized();
+}
+
+void UnloadMainWindow() {
+    if (mainWindow != nullptr) mainWindow->Unload();
+}
+
+void SendTabKey(bool backwards) {
+    if (mainWindow != nullptr) mainWindow->Selected().MoveInTabOrder(backwards);
+}
+
+/// Until there is a dialog for them, the settings are edited where they are.
+void ShowSettingsDialog() {
+    ShowPopup("The settings are kept in the file\r\n" + basGlobal.IniFile, 1);
+}
+
+void MoveFocus(const std::string& direction) {
+    if (mainWindow != nullptr) mainWindow->Selected().Move(direction);
+}
+
+}  // namespace dravik

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <QPixmap>
+#include <QSize>
+#include <QWidget>
+#include <memory>
+#include <string>
+
+#include "core/basGlobal.h"
+
+namespace dravik {
+
+class frWarning;
+class Selection;
+class SkinScreen;
+
+/// The main window: it holds the page, runs the start-up and the shut-down, and turns input into
+/// commands. Everything else happens in the ticks of the form timers.
+class frMain : public QWidget {
+ public:
+    struct Options {
+        std::string ProgramFolder;
+        LaunchOptions Launch;
+        bool Windowed = false;  ///< a window instead of the full screen
+        QSize WindowSize;       ///< of the window; empty: the skin's design size, else 800 x 480
+    };
+
+    frMain();
+    ~frMain() override;
+
+    /// The start-up sequence: settings, resume state, one second on the start-up picture, first
+    /// page, timers. Pumps events for that second; returns early when the program is asked to end.
+    void Start(const Options& options);
+
+    /// The shut-down sequence; runs once. The event loop ends when the handlers that are now
+    /// running have returned.
+    void Unload();
+
+    SkinScreen& Screen() { return *screen_; }
+    frWarning& Warning() { return *warning_; }
+    Selection& Selected() { return *selection_; }
+
+    /// True once the first page has been built.
+    bool Started() const { return started_; }
+
+ protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+ private:
+    void ShowStartupPicture();
+    void ConnectTimers();
+    void ConnectScreen();
+    void Pause();
+    void ShowWindow(const Options& options);
+
+    std::unique_ptr<SkinScreen> screen_;
+    std::unique_ptr<Selection> selection_;
+    frWarning* warning_;
+    QPixmap startupPicture_;
+    bool started_ = false;
+    bool unloaded_ = false;
+};
+
+/// The one main window while it exists.
+frMain* MainWindow();
+
+/// The tick of tiMain: refreshes every element in use from memory, kind by kind.
+void RefreshScreen(SkinScreen& screen);
+
+}  // namespace dravik

@@ -1,0 +1,83 @@
+#include <algorithm>
+
+#include "platform/PathNames.h"
+#include "platform/Paths.h"
+#include "platform/WindowsApi.h"
+
+namespace dravik {
+namespace {
+
+DWORD AttributesOf(std::string_view path) {
+    if (path.empty() || path.find('\0') != std::string_view::npos) return INVALID_FILE_ATTRIBUTES;
+    return ::GetFileAttributesW(ToWide(ResolvePath(path)).c_str());
+}
+
+}  // namespace
+
+// The system finds names without regard to case by itself.
+std::string ResolvePath(std::string_view path) {
+    std::string resolved(path);
+    std::replace(resolved.begin(), resolved.end(), '/', kPathSeparator);
+    return resolved;
+}
+
+bool FileExists(std::string_view path) {
+    const DWORD attributes = AttributesOf(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+bool FolderExists(std::string_view path) {
+    const DWORD attributes = AttributesOf(path);
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+std::optional<std::string> ReadWholeFile(std::string_view path) {
+    if (!FileExists(path)) return std::nullopt;
+    const HANDLE file = ::CreateFileW(ToWide(ResolvePath(path)).c_str(), GENERIC_READ,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return std::nullopt;
+    LARGE_INTEGER size{};
+    std::optional<std::string> content;
+    if (::GetFileSizeEx(file, &size) && size.QuadPart <= kLargestFile) {
+        content.emplace(static_cast<std::size_t>(size.QuadPart), '\0');
+        DWORD count = 0;
+        if (::ReadFile(file, content->data(), static_cast<DWORD>(content->size()), &count,
+                       nullptr)) {
+            content->resize(count);
+        } else {
+            content.reset();
+        }
+    }
+    ::CloseHandle(file);
+    return content;
+}
+
+std::vector<std::string> FileNamesIn(const std::string& resolvedFolder) {
+    std::vector<std::string> names;
+    WIN32_FIND_DATAW entry;
+    const HANDLE search = ::FindFirstFileW(ToWide(JoinPath(resolvedFolder, "*")).c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE) return names;
+    do {
+        if (!(entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) {
+            names.push_back(FromWide(entry.cFileName));
+        }
+    } while (::FindNextFileW(search, &entry));
+    ::FindClose(search);
+    return names;
+}
+
+std::string ExecutableFolder() {
+    wchar_t name[32768];
+    const DWORD length = ::GetModuleFileNameW(nullptr, name, 32768);
+    const std::string path = FromWide(std::wstring_view(name, length));
+    return path.substr(0, path.rfind(kPathSeparator));
+}
+
+std::string UserFolder() {
+    wchar_t folder[32768];
+    const DWORD length = ::GetEnvironmentVariableW(L"APPDATA", folder, 32768);
+    return JoinPath(FromWide(std::wstring_view(folder, length)), "Dravik");
+}
+
+}  // namespace dravik

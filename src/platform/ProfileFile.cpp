@@ -1,0 +1,133 @@
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <ctime>
+#include <memory>
+
+#include "platform/Paths.h"
+#include "platform/Profile.h"
+#include "platform/ProfileCache.h"
+#include "platform/ProfileIndex.h"
+#include "platform/Text.h"
+
+namespace dravik {
+namespace {
+
+constexpr std::int64_t kNanoseconds = 1'000'000'000;
+
+/// The files that are read on one page change and some more.
+constexpr std::size_t kCachedFiles = 16;
+
+/// The system stamps files in steps of some milliseconds. A file that changed so shortly before it
+/// was parsed may change again under the same stamp, so its parse serves only once.
+constexpr std::int64_t kStampStep = kNanoseconds / 50;
+
+struct FileStamp {
+    std::int64_t Modified;
+    std::int64_t Changed;
+    std::int64_t Size;
+    ino_t Inode;
+    dev_t Device;
+    bool operator==(const FileStamp&) const = default;
+};
+
+struct CachedProfile {
+    std::string Name;         // as the callers write it
+    std::string SlashedName;  // the same with the system's separators
+    std::string Path;         // what that was resolved to
+    FileStamp Stamp;
+    bool Settled;
+    std::unique_ptr<const ProfileIndex> Index;
+};
+
+// The file used last stands first.
+std::vector<CachedProfile> cache;
+
+std::int64_t InNanoseconds(const timespec& time) {
+    return time.tv_sec * kNanoseconds + time.tv_nsec;
+}
+
+std::optional<FileStamp> StampOf(const std::string& path) {
+    struct stat info;
+    if (::stat(path.c_str(), &info) != 0) return std::nullopt;
+    return FileStamp{InNanoseconds(info.st_mtim), InNanoseconds(info.st_ctim), info.st_size,
+                     info.st_ino, info.st_dev};
+}
+
+bool IsSettled(const FileStamp& stamp) {
+    timespec now;
+    clock_gettime(CLOCK_REALTIME, &now);
+    const std::int64_t age = InNanoseconds(now) - std::max(stamp.Modified, stamp.Changed);
+    return age > kStampStep || age < -kStampStep;
+}
+
+// A name that had to be resolved still means that file unless one of exactly this name appears.
+bool IsCurrent(const CachedProfile& profile) {
+    std::optional<FileStamp> stamp = StampOf(profile.Name);
+    if (!stamp && profile.SlashedName != profile.Name) stamp = StampOf(profile.SlashedName);
+    if (!stamp && profile.Path != profile.SlashedName) stamp = StampOf(profile.Path);
+    return profile.Settled && stamp == profile.Stamp;
+}
+
+std::optional<CachedProfile> Parse(const std::string& file) {
+    std::string path = ResolvePath(file);
+    // Stamped before it is read: a change in between shows as a new stamp next time.
+    const std::optional<FileStamp> stamp = StampOf(path);
+    if (!stamp) return std::nullopt;
+    const bool settled = IsSettled(*stamp);
+    std::optional<std::string> text = ReadWholeFile(path);
+    if (!text) return std::nullopt;
+    std::string slashed = file;
+    std::replace(slashed.begin(), slashed.end(), '\\', kPathSeparator);
+    return CachedProfile{file,
+                         std::move(slashed),
+                         std::move(path),
+                         *stamp,
+                         settled,
+                         std::make_unique<ProfileIndex>(std::move(*text))};
+}
+
+/// The file's content as it is now; null when it is missing. Valid until the next call.
+const ProfileIndex* Profile(const std::string& file) {
+    const auto found = std::find_if(cache.begin(), cache.end(),
+                                    [&](const CachedProfile& p) { return p.Name == file; });
+    if (found != cache.end() && IsCurrent(*found)) {
+        std::rotate(cache.begin(), found, found + 1);
+        return cache.front().Index.get();
+    }
+    if (found != cache.end()) cache.erase(found);
+    std::optional<CachedProfile> parsed = Parse(file);
+    if (!parsed) return nullptr;
+    if (cache.size() == kCachedFiles) cache.pop_back();
+    cache.insert(cache.begin(), std::move(*parsed));
+    return cache.front().Index.get();
+}
+
+}  // namespace
+
+std::string ReadProfileString(const std::string& file, std::string_view section,
+                              std::string_view key, std::string_view defaultValue,
+                              std::size_t maxBytes) {
+    const ProfileIndex* profile = Profile(file);
+    const std::optional<std::string_view> value =
+        profile ? profile->Find(Trimmed(section), Trimmed(key)) : std::nullopt;
+    return std::string(CutBytes(value.value_or(defaultValue), maxBytes));
+}
+
+std::vector<std::string> ProfileSections(const std::string& file) {
+    const ProfileIndex* profile = Profile(file);
+    return profile ? profile->Sections() : std::vector<std::string>();
+}
+
+std::vector<std::string> ProfileKeys(const std::string& file, std::string_view section) {
+    const ProfileIndex* profile = Profile(file);
+    return profile ? profile->Keys(Trimmed(section)) : std::vector<std::string>();
+}
+
+// Several names may lead to one file, and a link to it may have changed: all are looked at again.
+void ForgetProfile(const std::string&) {
+    cache.clear();
+}
+
+}  // namespace dravik

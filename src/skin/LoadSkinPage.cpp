@@ -1,0 +1,184 @@
+#include <cstdio>
+#include <optional>
+
+#include "controls/ChartTrace.h"
+#include "controls/SkinList.h"
+#include "core/basGlobal.h"
+#include "obd/basOBD.h"
+#include "platform/Paths.h"
+#include "skin/PageCanvas.h"
+#include "skin/ShowMessage.h"
+#include "skin/SkinFile.h"
+#include "skin/SkinScreen.h"
+#include "skin/basSkin.h"
+#include "skinfunc/basValueProc.h"
+
+namespace dravik {
+
+namespace {
+
+SkinScreen* skinScreen = nullptr;
+
+/// A freeze page is only shown while there is a freeze frame to show.
+bool MayBuild(const std::string& name) {
+    const bool freezePage = name.find("freeze") != std::string::npos;
+    return !freezePage || basGlobal.DtcCount > 0 || FreezeFrameMode();
+}
+
+void ReportError(const SkinError& error) {
+    const std::string text = "Skin Config Error " + error.Context() + "\r\n" + error.Description;
+    std::fprintf(stderr, "Skin Config Error %s: %s\n", error.Context().c_str(),
+                 error.Description.c_str());
+    ShowPlainMessage(text, kMessageCritical, "Dravik");
+}
+
+std::optional<SkinError> LoadKind(const std::string& section, const SkinKind& kind, bool box) {
+    for (int n = 0; n <= kLastElement; ++n) {
+        SkinElement element;
+        element.Kind = kind.Kind;
+        element.Section = section;
+        element.Number = n;
+        element.InBox = box;
+        element.Function = ReadSkinValue(section, ElementKey(kind, n, "Function"));
+        if (element.Function.empty()) break;
+        if (auto error = ReadElement(element, box ? KeySet::All : KeySet::First)) return error;
+        if (auto error = skinScreen->Build(std::move(element))) return error;
+    }
+    return std::nullopt;
+}
+
+std::optional<SkinError> LoadSection(const std::string& section, bool box) {
+    for (const SkinKind& kind : SkinKinds()) {
+        if (kind.Kind == ElementKind::Chart) basGlobal.Charts = {};
+        if (auto error = LoadKind(section, kind, box)) return error;
+    }
+    return std::nullopt;
+}
+
+std::optional<SkinError> LoadSections(const std::string& page, bool box) {
+    for (const std::string& section : PageSections(page)) {
+        if (auto error = LoadSection(section, box)) return error;
+    }
+    return std::nullopt;
+}
+
+void BeginBox(const std::string& name) {
+    basGlobal.CurrentBox = name;
+    skinScreen->BeginBox(ReadSkinInteger(name, "BackgroundX"),
+                         ReadSkinInteger(name, "BackgroundY"));
+    skinScreen->ShowBox(true);
+}
+
+void BeginPage(const std::string& name) {
+    GlobalState& g = basGlobal;
+    g.CurrentBox.clear();
+    skinScreen->BeginPage();
+    if (name != g.CurrentMenu) {
+        g.PreviousMenu = g.CurrentMenu;
+        g.CurrentMenu = name;
+    }
+    ClearPidWanted();  // the new page polls only what it shows
+    skinScreen->ReadDesignSize();
+}
+
+/// A skin that is not there at all leaves nothing to build: the page says so itself.
+void TellMissingSkin() {
+    skinScreen->Page()->SetNotice(ShownText("The skin file was not found:\n" + basGlobal.SkinFile +
+                                            "\n\nSet Skin in the section Options of\n" +
+                                            basGlobal.IniFile + "\n\nCtrl+Q ends the program."));
+}
+
+void ShowCodeTicker() {
+    bool codesShown = false;
+    for (const SkinList* list : skinScreen->List)
+        codesShown |= !list->isHidden() && list->Slot() == &basGlobal.Lists[kCodeListSlot];
+    basGlobal.tiDTCScroll.SetEnabled(codesShown);
+}
+
+}  // namespace
+
+void InitSkin(SkinScreen* screen) {
+    skinScreen = screen;
+    basGlobal.tiSkinReload.OnTick(FinishPage);
+}
+
+SkinScreen* CurrentScreen() {
+    return skinScreen;
+}
+
+void LoadSkinPage(const std::string& name, bool box) {
+    if (skinScreen == nullptr || !MayBuild(name)) return;
+    const std::string command = ReadSkinValue(name, "Command");
+    if (!command.empty()) ExecuteCommand(command);
+
+    PageCanvas* page = skinScreen->Page();
+    page->setUpdatesEnabled(false);  // the page is not seen while it is being rebuilt
+    if (box)
+        BeginBox(name);
+    else
+        BeginPage(name);
+    const std::optional<SkinError> error = LoadSections(name, box);
+    skinScreen->HideSurplus();
+    if (!FileExists(basGlobal.SkinFile)) TellMissingSkin();
+    page->setUpdatesEnabled(true);
+
+    basGlobal.tiSkinReload.SetEnabled(true);
+    skinScreen->ApplyTabOrder();
+    skinScreen->SetInitialFocus();
+    ShowCodeTicker();
+    if (error) ReportError(*error);
+}
+
+void FinishPage() {
+    basGlobal.tiSkinReload.SetEnabled(false);  // one pass per load
+    if (skinScreen == nullptr) return;
+    const SkinKind& kind = KindOf(ElementKind::Button);
+    std::optional<SkinError> error;
+    int index = 0;
+    for (const std::string& section : PageSections(basGlobal.CurrentMenu)) {
+        for (int n = 0; n <= kLastElement && !error; ++n) {
+            if (ReadSkinValue(section, ElementKey(kind, n, "Function")).empty()) break;
+            SkinElement keys;
+            keys.Kind = ElementKind::Button;
+            keys.Section = section;
+            keys.Number = n;
+            error = ReadElement(keys, KeySet::Deferred);
+            if (!error) error = skinScreen->FinishButton(keys, index++);
+        }
+    }
+    skinScreen->ApplyTabOrder();
+    if (error) ReportError(*error);
+}
+
+bool BoxOpen() {
+    return skinScreen != nullptr && skinScreen->BoxShown();
+}
+
+void CloseBox() {
+    if (skinScreen == nullptr) return;
+    skinScreen->ShowBox(false);
+    LoadSkinPage(std::string(basGlobal.CurrentMenu), false);
+}
+
+void ToggleBox(const std::string& name) {
+    if (BoxOpen())
+        CloseBox();
+    else
+        LoadSkinPage(name, true);
+}
+
+int ListPageSize() {
+    if (skinScreen == nullptr) return 0;
+    const int last = skinScreen->Count(ElementKind::List) - 1;
+    return last < 0 ? 0 : skinScreen->List[static_cast<std::size_t>(last)]->PageSize();
+}
+
+void ClearChart(int index) {
+    if (index < 0 || index >= basGlobal.ChartCount) return;
+    ClearChart(basGlobal.Charts[static_cast<std::size_t>(index)]);
+    if (skinScreen == nullptr) return;
+    skinScreen->Page()->RedrawChart(index);
+    skinScreen->PopUp()->RedrawChart(index);
+}
+
+}  // namespace dravik

@@ -1,0 +1,150 @@
+#include "skin/PageCanvas.h"
+
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <utility>
+
+#include "core/basGlobal.h"
+
+namespace dravik {
+
+PageCanvas::PageCanvas(QWidget* parent) : QWidget(parent) {
+    setFocusPolicy(Qt::ClickFocus);
+    setAttribute(Qt::WA_NoMousePropagation);
+}
+
+void PageCanvas::Clear() {
+    images_.clear();
+    gauges_.clear();
+    labels_.clear();
+    charts_.clear();
+    notice_.clear();
+    update();
+}
+
+void PageCanvas::Add(ImageItem item) {
+    item.Box.Scale = scale_;
+    update(item.Box.Pixels());
+    images_.push_back(std::move(item));
+}
+
+void PageCanvas::Add(GaugeItem item) {
+    gauges_.push_back(std::move(item));
+}
+
+void PageCanvas::Add(LabelItem item) {
+    item.Box.Scale = scale_;
+    update(item.Box.Pixels());
+    labels_.push_back(std::move(item));
+}
+
+void PageCanvas::Add(ChartItem item) {
+    item.Box.Scale = scale_;
+    item.Look.Background = item.Look.Background.AtScale(scale_);
+    update(item.Box.Pixels());
+    charts_.push_back(std::move(item));
+}
+
+void PageCanvas::SetScale(double scale) {
+    if (scale == scale_) return;
+    scale_ = scale;
+    for (ImageItem& item : images_) {
+        item.Box.Scale = scale;
+        item.Picture = item.Picture.AtScale(scale);
+    }
+    for (LabelItem& item : labels_) item.Box.Scale = scale;
+    for (ChartItem& item : charts_) {
+        item.Box.Scale = scale;
+        item.Look.Background = item.Look.Background.AtScale(scale);
+    }
+    update();
+}
+
+void PageCanvas::SetNotice(const QString& text) {
+    if (text == notice_) return;
+    notice_ = text;
+    update();
+}
+
+void PageCanvas::SetImageVisible(int index, bool visible) {
+    ImageItem* item = Find(images_, index);
+    if (item == nullptr || item->Visible == visible) return;
+    item->Visible = visible;
+    update(item->Box.Pixels());
+}
+
+void PageCanvas::MoveImage(int index, const QRectF& designRect) {
+    ImageItem* item = Find(images_, index);
+    if (item == nullptr) return;
+    DesignBox box{designRect.x(), designRect.y(), designRect.width(), designRect.height(), scale_};
+    if (box.Pixels() == item->Box.Pixels()) return;
+    update(item->Box.Pixels());
+    item->Box = box;
+    update(item->Box.Pixels());
+}
+
+void PageCanvas::SetNeedle(int index, float value) {
+    GaugeItem* item = Find(gauges_, index);
+    if (item == nullptr) return;
+    const std::optional<NeedleLine> line = NeedleGeometry(item->Dial, value);
+    if (!line || line == item->Line) return;
+    if (item->Line) update(NeedleBounds(*item->Line, item->Look, scale_));
+    item->Line = line;
+    update(NeedleBounds(*line, item->Look, scale_));
+}
+
+void PageCanvas::SetLabelText(int index, const std::string& text) {
+    LabelItem* item = Find(labels_, index);
+    if (item == nullptr) return;
+    QString shown = ShownText(text);
+    if (shown == item->Text) return;
+    item->Text = std::move(shown);
+    update(item->Box.Pixels());
+}
+
+void PageCanvas::RedrawChart(int index) {
+    if (const ChartItem* item = Find(charts_, index)) update(item->Box.Pixels());
+}
+
+void PageCanvas::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    const QRegion& dirty = event->region();
+    for (const ImageItem& item : images_) {
+        const QRect target = item.Box.Pixels();
+        if (item.Visible && dirty.intersects(target)) PaintPicture(painter, target, item.Picture);
+    }
+    for (const GaugeItem& item : gauges_) {
+        if (item.Line && dirty.intersects(NeedleBounds(*item.Line, item.Look, scale_)))
+            PaintNeedle(painter, *item.Line, item.Look, scale_);
+    }
+    for (const LabelItem& item : labels_) {
+        const QRect target = item.Box.Pixels();
+        if (!item.Text.isEmpty() && dirty.intersects(target))
+            PaintText(painter, target, item.Text, item.Look, scale_);
+    }
+    for (const ChartItem& item : charts_) {
+        const QRect target = item.Box.Pixels();
+        if (dirty.intersects(target)) {
+            PaintChart(painter, target, basGlobal.Charts[static_cast<std::size_t>(item.Index)],
+                       item.Look, scale_);
+        }
+    }
+    if (!notice_.isEmpty()) {
+        painter.setPen(Qt::white);
+        constexpr int kMargin = 24;
+        painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
+                         Qt::AlignCenter | Qt::TextWrapAnywhere, notice_);
+    }
+}
+
+void PageCanvas::mousePressEvent(QMouseEvent* event) {
+    pressed_ = event->button() == Qt::LeftButton;
+}
+
+void PageCanvas::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !std::exchange(pressed_, false)) return;
+    if (rect().contains(event->position().toPoint()) && BackgroundClicked) BackgroundClicked();
+}
+
+}  // namespace dravik

@@ -1,0 +1,113 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "controls/ChartTrace.h"
+#include "controls/DesignBox.h"
+#include "controls/GaugeNeedle.h"
+#include "controls/PictureCache.h"
+#include "controls/SkinText.h"
+
+namespace dravik {
+
+/// The container of a page or a box. It paints the elements that only show something, from back to
+/// front: images, gauge needles, labels, charts. The elements that can be touched are its children
+/// and lie above them.
+///
+/// Items are identified by their element's index on the page. Every setter compares first: what
+/// does not change is not painted again.
+class PageCanvas : public QWidget {
+ public:
+    explicit PageCanvas(QWidget* parent = nullptr);
+
+    struct ImageItem {
+        int Index = 0;
+        DesignBox Box;
+        SkinPicture Picture;
+        bool Visible = true;
+    };
+    struct GaugeItem {
+        int Index = 0;
+        NeedleDial Dial;
+        NeedleLook Look;
+        std::optional<NeedleLine> Line;  ///< nothing until it has its first value
+    };
+    struct LabelItem {
+        int Index = 0;
+        DesignBox Box;
+        TextLook Look;
+        QString Text;
+    };
+    struct ChartItem {
+        int Index = 0;
+        DesignBox Box;
+        ChartLook Look;
+    };
+
+    /// Forgets all items, and the notice.
+    void Clear();
+    void Add(ImageItem item);
+    void Add(GaugeItem item);
+    void Add(LabelItem item);
+    void Add(ChartItem item);
+
+    void SetScale(double scale);
+
+    /// Text shown in place of a page that cannot be built at all.
+    void SetNotice(const QString& text);
+
+    // Setters for the item of an element; nothing happens when this canvas has none of that index.
+    void SetImageVisible(int index, bool visible);
+    void MoveImage(int index, const QRectF& designRect);
+    void SetNeedle(int index, float value);
+    void SetLabelText(int index, const std::string& text);
+    /// The samples of a chart have changed.
+    void RedrawChart(int index);
+
+    const ImageItem* Image(int index) const { return Find(images_, index); }
+    const GaugeItem* Gauge(int index) const { return Find(gauges_, index); }
+    const LabelItem* Label(int index) const { return Find(labels_, index); }
+    const ChartItem* Chart(int index) const { return Find(charts_, index); }
+
+    /// A click on the background, where no element takes it.
+    std::function<void()> BackgroundClicked;
+
+ protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+ private:
+    template <typename Item>
+    static const Item* Find(const std::vector<Item>& items, int index);
+    template <typename Item>
+    static Item* Find(std::vector<Item>& items, int index);
+
+    std::vector<ImageItem> images_;
+    std::vector<GaugeItem> gauges_;
+    std::vector<LabelItem> labels_;
+    std::vector<ChartItem> charts_;
+    QString notice_;
+    double scale_ = 1;
+    bool pressed_ = false;
+};
+
+template <typename Item>
+const Item* PageCanvas::Find(const std::vector<Item>& items, int index) {
+    // Indices of a canvas are consecutive, so the first one tells where any other stands.
+    if (items.empty()) return nullptr;
+    const int position = index - items.front().Index;
+    if (position < 0 || position >= static_cast<int>(items.size())) return nullptr;
+    return &items[static_cast<std::size_t>(position)];
+}
+
+template <typename Item>
+Item* PageCanvas::Find(std::vector<Item>& items, int index) {
+    return const_cast<Item*>(Find(static_cast<const std::vector<Item>&>(items), index));
+}
+
+}  // namespace dravik

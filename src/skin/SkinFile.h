@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "skin/PageControl.h"
+#include "skin/SkinVocabulary.h"
+
+/// Reading the current skin file by its reading rules.
+namespace dravik {
+
+/// What is wrong with a skin, and where.
+struct SkinError {
+    std::string File;
+    std::string Section;
+    std::string Key;
+    std::string Description;
+
+    /// "night.ini [mainmenu] Gauge0Color"
+    std::string Context() const;
+};
+
+/// An integer key: leading decimal digits, else 0.
+int ReadSkinInteger(const std::string& section, const std::string& key);
+
+/// Lenient conversion: leading blanks skipped, then a decimal number or a hexadecimal one after
+/// "&H" up to the first character that does not belong to it; 0 when there is none. Nothing when
+/// the number does not fit into 32 bits.
+std::optional<std::int32_t> LenientNumber(std::string_view text);
+
+/// Strict conversion of the whole text, decimal or "&H"; nothing for an empty or other text.
+std::optional<std::int32_t> StrictNumber(std::string_view text);
+
+/// The key of an element: "Button" 0 "Function" gives "Button0Function".
+std::string ElementKey(const SkinKind& kind, int number, std::string_view property);
+
+/// Which of an element's keys are read: a page leaves some for the deferred pass, a box does not.
+enum class KeySet { First, Deferred, All };
+
+/// Reads the keys of one element. The first value that does not convert ends it.
+/// @return the fault; nothing when all is well
+std::optional<SkinError> ReadElement(SkinElement& element, KeySet keys);
+
+/// The sections that make up a page, in loading order: its CommonObjects, then itself.
+std::vector<std::string> PageSections(const std::string& page);
+
+/// Full path of a picture of the skin; empty for an empty name.
+std::string PicturePath(const std::string& name);
+
+}  // namespace dravik

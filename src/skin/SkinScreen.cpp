@@ -1,0 +1,196 @@
+#include "skin/SkinScreen.h"
+
+#include <QApplication>
+#include <QWidget>
+#include <algorithm>
+#include <cmath>
+
+#include "controls/ButtonEx.h"
+#include "controls/SkinList.h"
+#include "controls/SkinTextbox.h"
+#include "controls/Slider.h"
+#include "core/basGlobal.h"
+#include "skin/PageCanvas.h"
+
+namespace dravik {
+
+namespace {
+
+/// A page larger than this is a mistake in the skin, not a screen.
+constexpr int kLargestDesign = 16384;
+
+template <typename T>
+int IndexOf(const std::vector<T*>& array, const QWidget* control) {
+    const auto found = std::find(array.begin(), array.end(), control);
+    return found == array.end() ? -1 : static_cast<int>(found - array.begin());
+}
+
+template <typename T>
+void HideFrom(const std::vector<T*>& array, int first) {
+    for (std::size_t i = static_cast<std::size_t>(first); i < array.size(); ++i) array[i]->hide();
+}
+
+template <typename T>
+void ScaleAll(const std::vector<T*>& array, double scale) {
+    for (T* control : array) control->SetScale(scale);
+}
+
+}  // namespace
+
+SkinScreen::SkinScreen(QWidget* window)
+    : window_(window),
+      page_(new PageCanvas(window)),
+      shield_(new QWidget(window)),
+      popUp_(new PageCanvas(shield_)) {
+    Events.ButtonClicked = Events.ButtonPressed = Events.ButtonReleased = Events.ButtonEntered =
+        Events.ListActivated = [](int) {};
+    Events.SliderChanged = [](int, std::int32_t&) {};
+    shield_->setAttribute(Qt::WA_NoMousePropagation);
+    shield_->hide();
+}
+
+SkinScreen::~SkinScreen() = default;
+
+bool SkinScreen::BoxShown() const {
+    return !shield_->isHidden();
+}
+
+void SkinScreen::ShowBox(bool shown) {
+    shield_->setVisible(shown);
+    if (shown) shield_->raise();
+}
+
+void SkinScreen::ReadDesignSize() {
+    const QSize stated(ReadSkinInteger("General", "Width"), ReadSkinInteger("General", "Height"));
+    const bool usable = stated.width() > 0 && stated.height() > 0 &&
+                        stated.width() <= kLargestDesign && stated.height() <= kLargestDesign;
+    designSize_ = usable ? stated : QSize();
+    Layout(windowSize_);
+}
+
+void SkinScreen::Layout(QSize window) {
+    windowSize_ = window;
+    double scale = 1;
+    if (basGlobal.ImageScale > 0) {
+        scale = static_cast<double>(basGlobal.ImageScale);
+    } else if (!designSize_.isEmpty() && !window.isEmpty()) {
+        scale = std::min(window.width() / static_cast<double>(designSize_.width()),
+                         window.height() / static_cast<double>(designSize_.height()));
+    }
+    if (scale != scale_) {
+        scale_ = scale;
+        page_->SetScale(scale);
+        popUp_->SetScale(scale);
+        ScaleAll(Button, scale);
+        ScaleAll(SliderArray, scale);
+        ScaleAll(Bargraph, scale);
+        ScaleAll(List, scale);
+        ScaleAll(Textbox, scale);
+    }
+    Place();
+}
+
+void SkinScreen::Place() {
+    QRect area(QPoint(0, 0), windowSize_);
+    if (!designSize_.isEmpty()) {
+        const QSize size = (QSizeF(designSize_) * scale_).toSize();
+        const QPoint corner((windowSize_.width() - size.width()) / 2,
+                            (windowSize_.height() - size.height()) / 2);
+        area = QRect(corner, size);
+    }
+    page_->setGeometry(area);
+    shield_->setGeometry(area);
+    popUp_->setGeometry(QRect(QPoint(qRound(boxX_ * scale_), qRound(boxY_ * scale_)), area.size()));
+}
+
+void SkinScreen::BeginPage() {
+    for (auto& elements : elements_) elements.clear();
+    basGlobal.ButtonTag.clear();
+    basGlobal.SliderTag.clear();
+    basGlobal.ChartCount = 0;
+    basGlobal.CurrentList = -1;
+    Highlight = -1;
+    HasDvdButton = false;
+    HasMediaTagLabel = false;
+    page_->Clear();
+    popUp_->Clear();
+}
+
+void SkinScreen::BeginBox(int x, int y) {
+    boxX_ = x;
+    boxY_ = y;
+    Place();
+}
+
+QWidget* SkinScreen::Control(ElementKind kind, int index) const {
+    const auto member = [index](const auto& array) -> QWidget* {
+        return index >= 0 && index < static_cast<int>(array.size())
+                   ? array[static_cast<std::size_t>(index)]
+                   : nullptr;
+    };
+    switch (kind) {
+        case ElementKind::Button:
+            return member(Button);
+        case ElementKind::Slider:
+            return member(SliderArray);
+        case ElementKind::Bargraph:
+            return member(Bargraph);
+        case ElementKind::List:
+            return member(List);
+        case ElementKind::Textbox:
+            return member(Textbox);
+        default:
+            return nullptr;
+    }
+}
+
+PageCanvas* SkinScreen::ContainerOf(const SkinElement& element) const {
+    return element.InBox ? popUp_ : page_;
+}
+
+int SkinScreen::ButtonIndex(const QWidget* control) const {
+    return IndexOf(Button, control);
+}
+
+int SkinScreen::SliderIndex(const QWidget* control) const {
+    return IndexOf(SliderArray, control);
+}
+
+void SkinScreen::HideSurplus() {
+    HideFrom(Button, Count(ElementKind::Button));
+    HideFrom(SliderArray, Count(ElementKind::Slider));
+    HideFrom(Bargraph, Count(ElementKind::Bargraph));
+    HideFrom(List, Count(ElementKind::List));
+    HideFrom(Textbox, Count(ElementKind::Textbox));
+}
+
+void SkinScreen::ApplyTabOrder() {
+    struct Stop {
+        int Tabindex;
+        QWidget* Control;
+    };
+    std::vector<Stop> stops;
+    for (const ElementKind kind :
+         {ElementKind::Button, ElementKind::Slider, ElementKind::List, ElementKind::Textbox}) {
+        for (int i = 0; i < Count(kind); ++i)
+            stops.push_back(
+                {Elements(kind)[static_cast<std::size_t>(i)].Tabindex, Control(kind, i)});
+    }
+    std::stable_sort(stops.begin(), stops.end(),
+                     [](const Stop& a, const Stop& b) { return a.Tabindex < b.Tabindex; });
+    for (std::size_t i = 1; i < stops.size(); ++i)
+        QWidget::setTabOrder(stops[i - 1].Control, stops[i].Control);
+}
+
+void SkinScreen::SetInitialFocus() {
+    for (int i = 0; i < Count(ElementKind::Textbox); ++i) {
+        SkinTextbox* field = Textbox[static_cast<std::size_t>(i)];
+        if (!field->isHidden()) {
+            field->setFocus();
+            return;
+        }
+    }
+    page_->setFocus();
+}
+
+}  // namespace dravik

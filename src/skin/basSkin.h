@@ -1,0 +1,19 @@
+#pragma once
+
+#include "skin/PageControl.h"
+
+/// The skin engine: builds pages and boxes from the skin file onto the main window.
+namespace dravik {
+
+class SkinScreen;
+
+/// Gives the loader the screen to build on (null: none) and connects tiSkinReload.
+void InitSkin(SkinScreen* screen);
+
+/// The screen given to InitSkin.
+SkinScreen* CurrentScreen();
+
+/// The tick of tiSkinReload: completes the buttons of the page that was loaded last.
+void FinishPage();
+
+}  // namespace dravik

@@ -1,0 +1,245 @@
+#include "skin/frWarning.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <algorithm>
+
+#include "controls/ButtonEx.h"
+#include "core/basGlobal.h"
+#include "platform/Profile.h"
+#include "platform/Text.h"
+#include "skin/ShowMessage.h"
+#include "skin/SkinFile.h"
+
+namespace dravik {
+
+namespace {
+
+constexpr int kCloseAfter = 30000;  // milliseconds until an unanswered question counts as no
+constexpr const char* kSections[] = {"warning", "info", "query"};  // by kind
+constexpr int kAnswerEntries = 3;
+
+// The plain look, in design pixels.
+constexpr QSize kPlainSize(560, 260);
+constexpr QSize kPlainButton(160, 64);
+constexpr int kPlainMargin = 28;
+constexpr QColor kPlainBack(24, 28, 34);
+constexpr QColor kPlainEdges[] = {QColor(226, 86, 66), QColor(86, 156, 214), QColor(86, 156, 214)};
+constexpr int kPlainPoints = 15;
+constexpr int kWhite = 0xFFFFFF;
+
+SkinPicture PlainButtonPicture(QColor fill, double scale) {
+    QImage image(kPlainButton, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(120, 130, 145), 2));
+    painter.setBrush(fill);
+    painter.drawRoundedRect(QRectF(image.rect()).adjusted(1, 1, -1, -1), 10, 10);
+    return MakeSkinPicture(image, scale);
+}
+
+SkinPicture SkinKeyPicture(const std::string& section, const std::string& key, double scale) {
+    return LoadSkinPicture(PicturePath(ReadSkinValue(section, key)), scale);
+}
+
+bool HasSection(const std::string& name) {
+    const auto sections = ProfileSections(basGlobal.SkinFile);
+    return std::any_of(sections.begin(), sections.end(),
+                       [&name](const std::string& section) { return EqualsNoCase(section, name); });
+}
+
+}  // namespace
+
+frWarning::frWarning(QWidget* window)
+    : QWidget(window),
+      buttons_{{{"yes", kAnswerYes, new ButtonEx(this)},
+                {"no", kAnswerNo, new ButtonEx(this)},
+                {"ok", kAnswerOk, new ButtonEx(this)}}} {
+    setAttribute(Qt::WA_NoMousePropagation);
+    setFocusPolicy(Qt::StrongFocus);
+    hide();
+    Timer1_.setSingleShot(true);
+    Timer1_.setInterval(kCloseAfter);
+    QObject::connect(&Timer1_, &QTimer::timeout, this, [this] { Answer(kAnswerNo); });
+    for (const AnswerButton& entry : buttons_)
+        entry.Button->Click = [this, answer = entry.Answer] { Answer(answer); };
+}
+
+void frWarning::Open(const std::string& message, int kind, double scale) {
+    if (isHidden()) focusBefore_ = window()->focusWidget();
+    kind_ = std::clamp(kind, 0, 2);
+    message_ = message;
+    scale_ = scale;
+    for (const AnswerButton& entry : buttons_) {
+        entry.Button->hide();
+        entry.Button->SetScale(scale);
+        entry.Button->SetLabelCaption({});
+    }
+    const std::string section = kSections[kind_];
+    plain_ = !HasSection(section);
+    if (plain_)
+        ApplyPlainLook();
+    else
+        ApplySkin(section);
+    setGeometry(parentWidget()->rect());
+    Layout(parentWidget()->size(), scale);
+    show();
+    raise();
+    setFocus();
+    update();
+    Timer1_.start();
+}
+
+void frWarning::Answer(int answer) {
+    Timer1_.stop();
+    hide();
+    if (focusBefore_ != nullptr) focusBefore_->setFocus();
+    SetMessageAnswer(answer);
+}
+
+ButtonEx* frWarning::ShownButton(const std::string& name) const {
+    for (const AnswerButton& entry : buttons_) {
+        if (name == entry.Name && !entry.Button->isHidden()) return entry.Button;
+    }
+    return nullptr;
+}
+
+void frWarning::ApplySkin(const std::string& section) {
+    const auto text = [&section](const char* key) { return ReadSkinValue(section, key); };
+    const auto number = [&section](const char* key) { return ReadSkinInteger(section, key); };
+
+    imgWarning_ = SkinKeyPicture(section, "Background", scale_);
+    look_ = {text("Label0Font"),
+             static_cast<double>(number("Label0FontSize")),
+             LenientNumber(text("Label0Color")).value_or(0),
+             number("Label0Alignment"),
+             false,
+             false};
+    lWarning_ = {static_cast<double>(number("Label0X")), static_cast<double>(number("Label0Y")),
+                 static_cast<double>(number("Label0Width")),
+                 static_cast<double>(number("Label0Height")), scale_};
+    boxSize_ = imgWarning_.IsNull() ? kPlainSize : imgWarning_.DesignSize().toSize();
+
+    for (int n = 0; n < kAnswerEntries; ++n) {
+        const std::string prefix = "Button" + std::to_string(n);
+        const std::string function = LowerCased(ReadSkinValue(section, prefix + "Function"));
+        for (const AnswerButton& entry : buttons_) {
+            if (function != entry.Name) continue;
+            entry.Button->SetSkinUp(SkinKeyPicture(section, prefix + "Up", scale_));
+            entry.Button->SetSkinOver(SkinKeyPicture(section, prefix + "Over", scale_));
+            entry.Button->SetSkinDown(SkinKeyPicture(section, prefix + "Down", scale_));
+            PlaceButton(entry.Button, ReadSkinInteger(section, prefix + "X"),
+                        ReadSkinInteger(section, prefix + "Y"));
+        }
+    }
+}
+
+void frWarning::ApplyPlainLook() {
+    imgWarning_ = {};
+    boxSize_ = kPlainSize;
+    look_ = {"", kPlainPoints, kWhite, 2, false, false};
+    const int textHeight = kPlainSize.height() - kPlainButton.height() - 3 * kPlainMargin;
+    lWarning_ = {kPlainMargin, kPlainMargin,
+                 static_cast<double>(kPlainSize.width()) - 2 * kPlainMargin,
+                 static_cast<double>(textHeight), scale_};
+
+    const bool question = kind_ == 2;
+    const int y = kPlainSize.height() - kPlainMargin - kPlainButton.height();
+    const int middle = kPlainSize.width() / 2;
+    for (const AnswerButton& entry : buttons_) {
+        if (question == (entry.Answer == kAnswerOk)) continue;
+        ButtonEx* button = entry.Button;
+        button->SetSkinUp(PlainButtonPicture(QColor(44, 52, 64), scale_));
+        button->SetSkinOver(PlainButtonPicture(QColor(60, 72, 88), scale_));
+        button->SetSkinDown(PlainButtonPicture(QColor(30, 36, 44), scale_));
+        button->SetLabelX(0);
+        button->SetLabelY(18);
+        button->SetLabelWidth(kPlainButton.width());
+        button->SetLabelHeight(0);
+        button->SetLabelFontSize(kPlainPoints);
+        button->SetLabelForecolor(std::to_string(kWhite));
+        button->SetLabelAlignment(2);
+        button->SetLabelCaption(entry.Answer == kAnswerYes  ? "Yes"
+                                : entry.Answer == kAnswerNo ? "No"
+                                                            : "OK");
+        const int left = !question                    ? middle - kPlainButton.width() / 2
+                         : entry.Answer == kAnswerYes ? middle - kPlainButton.width() - 12
+                                                      : middle + 12;
+        PlaceButton(button, left, y);
+    }
+}
+
+void frWarning::PlaceButton(ButtonEx* button, int x, int y) {
+    // Buttons are children of the whole cover, so they move with the box.
+    const QPointF corner = QPointF(BoxRect().topLeft()) / scale_;
+    button->MoveTo(static_cast<int>(corner.x()) + x, static_cast<int>(corner.y()) + y);
+    button->show();
+}
+
+QRect frWarning::BoxRect() const {
+    const QSize size = (QSizeF(boxSize_) * scale_).toSize();
+    const QSize window = parentWidget()->size();
+    return {QPoint((window.width() - size.width()) / 2, (window.height() - size.height()) / 2),
+            size};
+}
+
+void frWarning::Layout(QSize window, double scale) {
+    const bool moved = window != size() || scale != scale_;
+    setGeometry(QRect(QPoint(0, 0), window));
+    if (!moved || isHidden()) return;
+    // The box has to be placed anew; what it says and how long it stays does not change.
+    const int left = Timer1_.remainingTime();
+    Open(message_, kind_, scale);
+    Timer1_.start(std::max(0, left));
+}
+
+void frWarning::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const QRect box = BoxRect();
+    if (plain_ || imgWarning_.IsNull()) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(kPlainEdges[kind_], 3));
+        painter.setBrush(kPlainBack);
+        painter.drawRoundedRect(QRectF(box).adjusted(2, 2, -2, -2), 12, 12);
+    } else {
+        PaintPicture(painter, box, imgWarning_);
+    }
+    DesignBox label = lWarning_;
+    label.Scale = scale_;
+    const QRect area = label.Pixels().translated(box.topLeft());
+    painter.setFont(SkinFont(look_, scale_));
+    painter.setPen(SkinColor(look_.Color));
+    painter.drawText(area, static_cast<int>(SkinAlignment(look_.Alignment)) | Qt::TextWordWrap,
+                     ShownText(ReplaceAll(message_, "\r\n", "\n")));
+}
+
+void frWarning::mouseReleaseEvent(QMouseEvent* event) {
+    if (BoxRect().contains(event->position().toPoint())) Answer(kAnswerNo);
+}
+
+void frWarning::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Escape:
+            Answer(kAnswerNo);
+            break;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            if (ShownButton("ok") != nullptr) {
+                Answer(kAnswerOk);
+            } else if (const auto* focused = dynamic_cast<ButtonEx*>(focusWidget())) {
+                if (focused->Click) focused->Click();
+            }
+            break;
+        case Qt::Key_Left:
+            focusPreviousChild();
+            break;
+        case Qt::Key_Right:
+            focusNextChild();
+            break;
+        default:
+            QWidget::keyPressEvent(event);
+    }
+}
+
+}  // namespace dravik

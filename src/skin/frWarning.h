@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QPointer>
+#include <QTimer>
+#include <QWidget>
+#include <array>
+#include <optional>
+#include <string>
+
+#include "controls/DesignBox.h"
+#include "controls/PictureCache.h"
+#include "controls/SkinText.h"
+
+namespace dravik {
+
+class ButtonEx;
+
+/// The message dialog: one small skinned box over the whole window. Its look comes from the skin's
+/// sections "warning", "info" and "query"; where the skin has no such section it is plain, so that
+/// no message is ever invisible.
+class frWarning : public QWidget {
+ public:
+    /// Covers `window`; the box stands in its middle.
+    explicit frWarning(QWidget* window);
+
+    /// Fills and shows the dialog. @param kind 0 warning, 1 information, 2 question
+    void Open(const std::string& message, int kind, double scale);
+
+    /// Gives the answer (6, 7 or 1) and hides the dialog.
+    void Answer(int answer);
+
+    bool IsOpen() const { return !isHidden(); }
+    int Kind() const { return kind_; }
+    const std::string& Message() const { return message_; }
+
+    /// The button of an answer when it is shown: "yes", "no" or "ok".
+    ButtonEx* ShownButton(const std::string& name) const;
+
+    /// Fits into a window of that size.
+    void Layout(QSize window, double scale);
+
+ protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+    void ApplySkin(const std::string& section);
+    void ApplyPlainLook();
+    void PlaceButton(ButtonEx* button, int x, int y);
+    QRect BoxRect() const;
+
+    struct AnswerButton {
+        const char* Name;
+        int Answer;
+        ButtonEx* Button;
+    };
+    std::array<AnswerButton, 3> buttons_;  ///< cmdYes, cmdNo, cmdOK
+    SkinPicture imgWarning_;
+    TextLook look_;
+    DesignBox lWarning_;
+    std::string message_;
+    QSize boxSize_;  ///< design pixels
+    int kind_ = 0;
+    double scale_ = 1;
+    bool plain_ = false;
+    QPointer<QWidget> focusBefore_;
+    QTimer Timer1_;
+};
+
+/// Gives ShowMessage the dialog to use (null: none).
+void InitMessages(frWarning* dialog);
+
+/// The dialog given to InitMessages.
+frWarning* MessageDialog();
+
+/// Sets the answer cell, which ends the wait of every open ShowMessage.
+void SetMessageAnswer(int answer);
+
+}  // namespace dravik

@@ -1,0 +1,141 @@
+// The virtual vehicle as a program of its own: see docs/vehicle.md.
+
+#include <atomic>
+#include <charconv>
+#include <csignal>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#ifdef _WIN32
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+#endif
+
+#include "vehicle/VehicleServer.h"
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: dravik-vehicle [--link PATH] [--tcp PORT] [--scenario FILE]\n"
+    "\n"
+    "Serves a diagnostic interface with a car behind it and prints what a client opens.\n"
+    "\n"
+    "  --link PATH      make a symbolic link to the pseudo-terminal\n"
+    "  --tcp PORT       serve a TCP port of this machine instead; 0 takes a free one\n"
+    "  --scenario FILE  a scenario file, or the name of a built-in scenario:\n"
+    "                   drive (default), faults, silent, ignition-off, flaky\n"
+    "  --help           show this text\n"
+    "  --version        show the version\n";
+
+struct Options {
+    std::string Link, Scenario;
+    std::optional<int> Port;
+    bool Help = false, Version = false;
+};
+
+/// Gives an empty text, or what is wrong with the arguments.
+std::string ReadArguments(int count, char** arguments, Options& options) {
+    for (int i = 1; i < count; ++i) {
+        const std::string_view option = arguments[i];
+        if (option == "--help" || option == "--version") {
+            (option == "--help" ? options.Help : options.Version) = true;
+            continue;
+        }
+        if (option != "--link" && option != "--tcp" && option != "--scenario") {
+            return "unknown argument \"" + std::string(option) + "\"";
+        }
+        if (++i == count || *arguments[i] == '\0') return std::string(option) + " needs a value";
+        const std::string_view value = arguments[i];
+        if (option == "--link") options.Link = value;
+        if (option == "--scenario") options.Scenario = value;
+        if (option == "--tcp") {
+            int port = 0;
+            const char* end = value.data() + value.size();
+            const auto [stopped, error] = std::from_chars(value.data(), end, port);
+            if (error != std::errc() || stopped != end || port < 0 || port > 65535) {
+                return "\"" + std::string(value) + "\" is no port number from 0 to 65535";
+            }
+            options.Port = port;
+        }
+    }
+    if (options.Port && !options.Link.empty()) return "--link and --tcp exclude each other";
+#ifdef _WIN32
+    if (!options.Port) options.Port = 0;
+#endif
+    return {};
+}
+
+int Complain(const std::string& problem, int status) {
+    std::fprintf(stderr, "dravik-vehicle: %s\n", problem.c_str());
+    return status;
+}
+
+#ifdef _WIN32
+
+std::atomic<HANDLE> ended = nullptr;
+
+BOOL WINAPI OnConsoleEvent(DWORD) {
+    SetEvent(ended);
+    return TRUE;
+}
+
+void BlockEndSignals() {
+    ended = CreateEvent(nullptr, TRUE, FALSE, nullptr);
+    SetConsoleCtrlHandler(OnConsoleEvent, TRUE);
+}
+
+void WaitForEnd() {
+    WaitForSingleObject(ended, INFINITE);
+}
+
+#else
+
+sigset_t EndSignals() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&signals, signal);
+    return signals;
+}
+
+/// Before any thread starts, so that all of them leave the signals to WaitForEnd.
+void BlockEndSignals() {
+    const sigset_t signals = EndSignals();
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+void WaitForEnd() {
+    const sigset_t signals = EndSignals();
+    int signal = 0;
+    sigwait(&signals, &signal);
+}
+
+#endif
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    Options options;
+    std::string problem = ReadArguments(count, arguments, options);
+    if (!problem.empty()) return Complain(problem + " (see --help)", 2);
+    if (options.Help || options.Version) {
+        std::fputs(options.Help ? kUsage : "dravik-vehicle " DRAVIK_VERSION "\n", stdout);
+        return 0;
+    }
+    BlockEndSignals();
+    dravik::vehicle::VehicleServer server;
+    problem = server.LoadScenario(options.Scenario);
+    if (!problem.empty()) return Complain(problem, 2);
+    problem =
+        options.Port ? server.ServeTcp(*options.Port) : server.ServePseudoTerminal(options.Link);
+    if (!problem.empty()) return Complain(problem, 1);
+    std::printf("%s\n", server.Device().c_str());
+    std::fflush(stdout);
+    WaitForEnd();
+    server.Stop();
+    return 0;
+}

@@ -1,0 +1,139 @@
+#include "vehicle/TroubleMemory.h"
+
+#include <algorithm>
+#include <memory>
+
+namespace dravik::vehicle {
+namespace {
+
+/// How long a monitor needs after a start, counted while the mixture is under closed control.
+struct Monitor {
+    std::uint8_t Bit;
+    double WarmSeconds;
+};
+
+constexpr Monitor kMonitorTimes[] = {
+    {0x40, 30},    // oxygen sensor heaters
+    {0x20, 120},   // oxygen sensors
+    {0x01, 300},   // catalyst
+    {0x04, 1800},  // fuel vapour system
+};
+
+/// Only the vapour monitor, which rarely finds its conditions, is open in a car that has been
+/// driven for a while.
+constexpr std::uint8_t kOpenAfterLongDrive = 0x04;
+
+std::uint8_t IncompleteAfter(double warmSeconds) {
+    std::uint8_t incomplete = 0;
+    for (const auto& monitor : kMonitorTimes) {
+        if (warmSeconds < monitor.WarmSeconds) {
+            incomplete = static_cast<std::uint8_t>(incomplete | monitor.Bit);
+        }
+    }
+    return incomplete;
+}
+
+}  // namespace
+
+TroubleMemory::TroubleMemory(const Scenario& scenario, TakeFrame takeFrame)
+    : takeFrame_(std::move(takeFrame)),
+      distanceBase_(scenario.Distance),
+      minutesBase_(scenario.Minutes),
+      warmUpsBase_(scenario.WarmUps),
+      incomplete_(scenario.MonitorsComplete ? kOpenAfterLongDrive : kMonitors) {
+    for (const CodeRule& rule : scenario.Codes) {
+        if (rule.At > 0) {
+            waiting_.push_back(rule);
+            continue;
+        }
+        Entry entry{rule, rule.HasFrame && !rule.Pending, {}};
+        if (entry.HasFrame) {
+            // An old code's frame shows the car as it was on an earlier drive like this one.
+            const auto earlier = std::make_unique<CarModel>(scenario);
+            earlier->AdvanceTo(rule.FrameAt);
+            entry.Frame = takeFrame_(earlier->State(), rule.Code);
+            for (const auto& [pid, bytes] : rule.FrameBytes) entry.Frame[pid] = bytes;
+        }
+        entries_.push_back(std::move(entry));
+        if (rule.Lamp && !rule.Pending) {
+            // The lamp of an old code has been on for half of the way since the last clearing.
+            lampDistance_ = scenario.Distance / 2;
+            lampMinutes_ = scenario.Minutes / 2;
+        }
+    }
+    std::stable_sort(waiting_.begin(), waiting_.end(),
+                     [](const CodeRule& a, const CodeRule& b) { return a.At < b.At; });
+}
+
+void TroubleMemory::Update(double seconds, const CarState& car) {
+    const bool lamp = std::any_of(entries_.begin(), entries_.end(), [](const Entry& entry) {
+        return entry.Rule.Lamp && !entry.Rule.Pending;
+    });
+    if (lamp) {
+        lampDistance_ += car.Distance - lastDistance_;
+        lampMinutes_ += (car.EngineSeconds - lastSeconds_) / 60;
+    }
+    lastDistance_ = car.Distance;
+    lastSeconds_ = car.EngineSeconds;
+    while (!waiting_.empty() && waiting_.front().At <= seconds) {
+        const CodeRule rule = waiting_.front();
+        waiting_.erase(waiting_.begin());
+        Entry entry{rule, rule.HasFrame && !rule.Pending, {}};
+        if (entry.HasFrame) {
+            entry.Frame = takeFrame_(car, rule.Code);
+            for (const auto& [pid, bytes] : rule.FrameBytes) entry.Frame[pid] = bytes;
+        }
+        entries_.push_back(std::move(entry));
+    }
+    const double warm = std::min(car.WarmTime, car.EngineSeconds - clearedAt_);
+    incomplete_ = static_cast<std::uint8_t>(incomplete_ & IncompleteAfter(warm));
+}
+
+std::vector<std::uint16_t> TroubleMemory::Codes(int unit, bool pending) const {
+    std::vector<std::uint16_t> codes;
+    for (const Entry& entry : entries_) {
+        if (entry.Rule.Unit == unit && entry.Rule.Pending == pending) {
+            codes.push_back(entry.Rule.Code);
+        }
+    }
+    return codes;
+}
+
+TroubleStatus TroubleMemory::Status(int unit, const CarState& car) const {
+    TroubleStatus status;
+    const auto codes = Codes(unit, false);
+    status.StoredCodes = static_cast<int>(std::min<std::size_t>(codes.size(), 127));
+    if (!codes.empty()) status.FirstCode = codes.front();
+    for (const Entry& entry : entries_) {
+        if (entry.Rule.Unit == unit && entry.Rule.Lamp && !entry.Rule.Pending) status.Lamp = true;
+    }
+    status.DistanceWithLamp = lampDistance_;
+    status.MinutesWithLamp = lampMinutes_;
+    status.DistanceSinceCleared = distanceBase_ + car.Distance;
+    status.MinutesSinceCleared = minutesBase_ + car.EngineSeconds / 60;
+    status.WarmUpsSinceCleared = warmUpsBase_ + car.WarmUps;
+    status.MonitorsIncomplete = incomplete_;
+    status.CycleIncomplete =
+        IncompleteAfter(std::min(car.WarmTime, car.EngineSeconds - clearedAt_));
+    return status;
+}
+
+const FrameValues* TroubleMemory::Frame(int unit, std::size_t number) const {
+    for (const Entry& entry : entries_) {
+        if (entry.Rule.Unit != unit || entry.Rule.Pending) continue;
+        if (number-- == 0) return entry.HasFrame ? &entry.Frame : nullptr;
+    }
+    return nullptr;
+}
+
+void TroubleMemory::Clear(const CarState& car) {
+    entries_.clear();
+    distanceBase_ = -car.Distance;
+    minutesBase_ = -car.EngineSeconds / 60;
+    warmUpsBase_ = -car.WarmUps;
+    lampDistance_ = lampMinutes_ = 0;
+    incomplete_ = kMonitors;
+    clearedAt_ = car.EngineSeconds;
+}
+
+}  // namespace dravik::vehicle

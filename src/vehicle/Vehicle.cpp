@@ -1,0 +1,209 @@
+#include "vehicle/Vehicle.h"
+
+#include <algorithm>
+
+namespace dravik::vehicle {
+namespace {
+
+constexpr int kEngineUnit = 1;
+constexpr std::uint8_t kModeNotSupported = 0x11;
+constexpr std::uint8_t kWrongFormat = 0x12;
+constexpr std::uint8_t kConditionsNotCorrect = 0x22;
+constexpr const char* kCalibration = "DRAVIKVEHICLE001";  // 16 characters
+
+bool IsMask(int pid) {
+    return pid == 0x00 || pid == 0x20 || pid == 0x40;
+}
+
+void Append(Bytes& message, const Bytes& more) {
+    message.insert(message.end(), more.begin(), more.end());
+}
+
+void AppendCode(Bytes& message, std::uint16_t code) {
+    message.push_back(static_cast<std::uint8_t>(code >> 8));
+    message.push_back(static_cast<std::uint8_t>(code & 0xFF));
+}
+
+/// A text in messages of four bytes, as buses without long messages carry it: mode, information
+/// type, message number, four bytes, with zeroes in front where the text is no multiple of four.
+std::vector<Bytes> ShortTextMessages(std::uint8_t type, const std::string& text) {
+    std::string padded((4 - text.size() % 4) % 4, '\0');
+    padded += text;
+    std::vector<Bytes> messages;
+    for (std::size_t i = 0; i < padded.size(); i += 4) {
+        Bytes message = {0x49, type, static_cast<std::uint8_t>(i / 4 + 1)};
+        message.insert(message.end(), padded.begin() + static_cast<std::ptrdiff_t>(i),
+                       padded.begin() + static_cast<std::ptrdiff_t>(i + 4));
+        messages.push_back(message);
+    }
+    return messages;
+}
+
+}  // namespace
+
+Vehicle::Vehicle(const Scenario& scenario)
+    : scenario_(scenario),
+      car_(scenario_),
+      trouble_(scenario_,
+               [this](const CarState& car, std::uint16_t code) { return TakeFrame(car, code); }) {}
+
+void Vehicle::AdvanceTo(double seconds) {
+    car_.AdvanceTo(seconds);
+    trouble_.Update(seconds, car_.State());
+}
+
+std::vector<UnitReply> Vehicle::Request(const Bytes& request) {
+    std::vector<UnitReply> replies;
+    if (!Awake() || request.empty()) return replies;
+    cleared_ = false;
+    for (int unit = 1; unit <= scenario_.Units; ++unit) {
+        auto messages = Answer(unit, request);
+        if (!messages.empty()) replies.push_back({unit, std::move(messages)});
+    }
+    return replies;
+}
+
+bool Vehicle::Supports(int unit, int pid) const {
+    if (IsMask(pid)) {
+        if (pid == 0x00) return true;
+        for (int above = pid + 1; above <= 0x4E; ++above) {
+            if (!IsMask(above) && Supports(unit, above)) return true;
+        }
+        return false;
+    }
+    const PidRow* row = FindPid(pid);
+    return row != nullptr && scenario_.UnsupportedPids.count(pid) == 0 &&
+           (unit == kEngineUnit || row->Gearbox);
+}
+
+std::vector<Bytes> Vehicle::Answer(int unit, const Bytes& request) {
+    switch (request[0]) {
+        case 0x01:
+            return LiveData(unit, request);
+        case 0x02:
+            return FrozenData(unit, request);
+        case 0x03:
+            return CodeList(unit, 0x03);
+        case 0x04:
+            return ClearAll();
+        case 0x07:
+            return CodeList(unit, 0x07);
+        case 0x09:
+            return unit == kEngineUnit ? Information(request) : std::vector<Bytes>();
+        default:
+            return Refusal(unit, request[0], kModeNotSupported);
+    }
+}
+
+std::vector<Bytes> Vehicle::LiveData(int unit, const Bytes& request) const {
+    if (request.size() != 2) return Refusal(unit, 0x01, kWrongFormat);
+    const int pid = request[1];
+    if (!Supports(unit, pid)) return {};
+    Bytes message = {0x41, request[1]};
+    if (IsMask(pid)) {
+        Append(message, SupportMask(pid, [this, unit](int p) { return Supports(unit, p); }));
+    } else {
+        const TroubleStatus status = trouble_.Status(unit, car_.State());
+        Append(message, EncodePid(*FindPid(pid), {car_.State(), status}));
+    }
+    return {message};
+}
+
+std::vector<Bytes> Vehicle::FrozenData(int unit, const Bytes& request) const {
+    if (request.size() != 3) return Refusal(unit, 0x02, kWrongFormat);
+    const FrameValues* frame = trouble_.Frame(unit, request[2]);
+    if (frame == nullptr) return {};
+    const auto kept = [this, unit, frame](int pid) {
+        const PidRow* row = FindPid(pid);
+        const bool ofUnit = unit == kEngineUnit || pid == 0x02 || (row != nullptr && row->Gearbox);
+        return ofUnit && frame->count(pid) != 0;
+    };
+    const auto supported = [&kept](int pid) {
+        if (!IsMask(pid)) return kept(pid);
+        for (int above = pid + 1; above <= 0x4E; ++above) {
+            if (kept(above)) return true;
+        }
+        return false;
+    };
+    const int pid = request[1];
+    if (pid != 0x00 && !supported(pid)) return {};
+    Bytes message = {0x42, request[1], request[2]};
+    Append(message, IsMask(pid) ? SupportMask(pid, supported) : frame->at(pid));
+    return {message};
+}
+
+std::vector<Bytes> Vehicle::CodeList(int unit, std::uint8_t mode) const {
+    const auto codes = trouble_.Codes(unit, mode == 0x07);
+    const auto answer = static_cast<std::uint8_t>(mode + 0x40);
+    if (LongMessages()) {
+        Bytes message = {answer, static_cast<std::uint8_t>(codes.size())};
+        for (std::uint16_t code : codes) AppendCode(message, code);
+        return {message};
+    }
+    // Three codes to a message, with zeroes for those that are missing.
+    std::vector<Bytes> messages;
+    for (std::size_t first = 0; first == 0 || first < codes.size(); first += 3) {
+        Bytes message = {answer};
+        for (std::size_t i = first; i < first + 3; ++i) {
+            AppendCode(message, i < codes.size() ? codes[i] : std::uint16_t{0});
+        }
+        messages.push_back(message);
+    }
+    return messages;
+}
+
+std::vector<Bytes> Vehicle::ClearAll() {
+    if (scenario_.ClearNeedsEngineOff && car_.State().EngineRunning) {
+        return {{0x7F, 0x04, kConditionsNotCorrect}};
+    }
+    if (!cleared_) trouble_.Clear(car_.State());
+    cleared_ = true;
+    return {{0x44}};
+}
+
+std::vector<Bytes> Vehicle::Information(const Bytes& request) const {
+    if (request.size() != 2) return Refusal(kEngineUnit, 0x09, kWrongFormat);
+    const std::uint8_t type = request[1];
+    const std::string text = type == 0x02 ? scenario_.Vin : type == 0x04 ? kCalibration : "";
+    if (!text.empty()) {
+        if (!LongMessages()) return ShortTextMessages(type, text);
+        Bytes message = {0x49, type, 0x01};
+        message.insert(message.end(), text.begin(), text.end());
+        return {message};
+    }
+    // Types 01 and 03 say how many short messages 02 and 04 take.
+    if (type == 0x00) {
+        Bytes message = {0x49, 0x00};
+        if (!LongMessages()) message.push_back(0x01);
+        Append(message, SupportMask(0, [this](int t) {
+                   return t == 2 || t == 4 || (!LongMessages() && (t == 1 || t == 3));
+               }));
+        return {message};
+    }
+    if (!LongMessages() && type == 0x01) return {{0x49, 0x01, 0x05}};
+    if (!LongMessages() && type == 0x03) return {{0x49, 0x03, 0x04}};
+    return {};
+}
+
+/// Only the units of the keyword protocols refuse a request that went to all of them; the others
+/// stay silent.
+std::vector<Bytes> Vehicle::Refusal(int unit, std::uint8_t mode, std::uint8_t reason) const {
+    const bool refuses = scenario_.Protocol == '4' || scenario_.Protocol == '5';
+    if (!refuses || unit != kEngineUnit) return {};
+    return {{0x7F, mode, reason}};
+}
+
+FrameValues Vehicle::TakeFrame(const CarState& car, std::uint16_t code) const {
+    FrameValues frame;
+    TroubleStatus status;
+    status.FirstCode = code;
+    for (int pid = 0x02; pid <= 0x4E; ++pid) {
+        const PidRow* row = FindPid(pid);
+        if (row == nullptr || !row->InFrame) continue;
+        if (pid != 0x02 && !Supports(kEngineUnit, pid)) continue;
+        frame[pid] = EncodePid(*row, {car, status});
+    }
+    return frame;
+}
+
+}  // namespace dravik::vehicle
