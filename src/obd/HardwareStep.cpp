@@ -83,12 +83,9 @@ struct StateAction {
 
 // What a step does in each state, in the order in which the states are tested.
 constexpr StateAction kStateActions[] = {
-    {kConnecting, Connect},
-    {kConnected, PollLink},
-    {kReceivingData, PollLink},
-    {kReadingCodes, ReadCodes},
-    {kClearingCodes, ClearCodes},
-    {kNotConnected, RestNotConnected},
+    {kConnecting, Connect},           {kConnected, PollLink},
+    {kReceivingData, PollLink},       {kReadingCodes, ReadCodes},
+    {kClearingCodes, ClearCodes},     {kNotConnected, RestNotConnected},
     {kPortNotFound, RestWithoutPort},
 };
 
