@@ -164,6 +164,28 @@ TEST_F(TroubleCodes, AFailedReadLeavesTheCodesAndTheLink) {
     }
 }
 
+TEST_F(TroubleCodes, AnOutstandingLiveReplyIsAwaitedSoThatPollingGoesOnAfterwards) {
+    basGlobal.PidWanted[5] = true;
+    for (const char* reply : {"41 05|11\r|>", "41 05|~"}) {
+        SCOPED_TRACE(reply);
+        interface_ = std::make_unique<ScriptedInterface>();
+        interface_->OnAllCommands();
+        interface_->On("03", {"43 01 33 00 00 00 00\r\r>"});
+        interface_->On("0105", {reply});
+        OpenIn(kConnected);
+        HardwareStep();
+        ASSERT_TRUE(basGlobal.AwaitingReply);
+        basGlobal.ConnState = kReadingCodes;
+        HardwareStep();
+        EXPECT_EQ(basGlobal.ConnState, 3);
+        EXPECT_EQ(basGlobal.DtcList[0], "P0133");
+        HardwareStep();
+        EXPECT_TRUE(Until([this] { return interface_->Commands.size() == 4; }));
+        EXPECT_THAT(interface_->Commands, ElementsAre("0105", "0101", "03", "0105"));
+        basGlobal.AwaitingReply = false;
+    }
+}
+
 TEST_F(TroubleCodes, ClearingTellsItsOutcome) {
     struct Row {
         const char* Reply;

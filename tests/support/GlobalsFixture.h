@@ -19,7 +19,7 @@ namespace dravik {
 
 /// Pumps events until the condition holds. The limit only ends a test that has failed already.
 inline bool Until(const std::function<bool()>& condition) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     while (!condition()) {
         if (std::chrono::steady_clock::now() > deadline) return false;
         WaitForEvents(0.005);
