@@ -78,16 +78,20 @@ TextLook ListLook(const SkinElement& element) {
             both || element.FontStyle == "Italic"};
 }
 
+/// Whether an image's function switches it: neither a fixed picture nor the highlight.
+bool IsStateFunction(const std::string& function) {
+    const auto words = ImageFunctionWords();
+    const std::string lowered = LowerCased(function);
+    return lowered != kHighlight &&
+           std::find(words.begin(), words.end(), SplitAtLast(lowered).Word) != words.end();
+}
+
 /// What the refresh needs to know of an element, worked out once.
 void Prepare(ScreenElement& element) {
     element.Evaluated = element.Function;
     element.EvaluatedImage = element.ImageFunction;
     element.EvaluatedLabel = element.LabelFunction;
-    const auto words = ImageFunctionWords();
-    const std::string function = LowerCased(element.Function);
-    element.HasState =
-        function != kHighlight &&
-        std::find(words.begin(), words.end(), SplitAtLast(function).Word) != words.end();
+    element.HasState = IsStateFunction(element.Function);
     if (element.Kind == ElementKind::Label) {
         element.Shown = FixedText(element);
         element.FixedText = !element.Shown.empty() || EqualsNoCase(element.Function, kTextFunction);
@@ -294,8 +298,11 @@ std::optional<SkinError> SkinScreen::BuildImage(const SkinElement& element, int 
     if (pictures.Error()) return pictures.Error();
     const bool highlight = EqualsNoCase(element.Function, kHighlight);
     if (highlight) Highlight = index;
+    // A lamp that is off must not flash until the first refresh puts it out.
+    std::string function = element.Function;
+    const bool visible = IsStateFunction(function) ? ImageState(function) : !highlight;
     ContainerOf(element)->Add(
-        PageCanvas::ImageItem{index, ImageBox(element, picture), picture, !highlight});
+        PageCanvas::ImageItem{index, ImageBox(element, picture), picture, visible});
     return std::nullopt;
 }
 
