@@ -119,7 +119,7 @@ class Section:
         if x < 0 or y < 0 or x + width > WIDTH or y + height > HEIGHT:
             self.skin.fault(f"{self.name}: {what} leaves the page")
 
-    def _text(self, what, texts, width, points, face, color, on, figures):
+    def check_text(self, what, texts, width, points, face, color, on, figures):
         size = fonts.pixels(points)
         widest = max(texts, key=lambda text: fonts.width(text, face, size), default="")
         needed = fonts.width(widest, face, size)
@@ -140,7 +140,7 @@ class Section:
         y = baseline - int(size * fonts.ASCENT + 0.5)
         height = int(size * fonts.LINE) + 2
         self._inside("label " + function, x, y, width, height)
-        self._text("label " + function, shown_texts(function, caption), width, points, face, color,
+        self.check_text("label " + function, shown_texts(function, caption), width, points, face, color,
                    on, figures)
         keys = dict(X=x, Y=y, Width=width, Height=height, Font=face, FontSize=points,
                     Alignment=align, Color=number(self.skin.colors[color]))
@@ -178,7 +178,7 @@ class Section:
             else:
                 keys.update(LabelFunction="text", LabelCaption=text)
                 texts = [text]
-            self._text("button " + function, texts, room, points, NARROW, color, on, False)
+            self.check_text("button " + function, texts, room, points, NARROW, color, on, False)
             if label_x + room > width:
                 self.skin.fault(f"{self.name}: caption of {function} leaves the button")
             keys.update(LabelX=label_x, LabelY=baseline - int(size * fonts.ASCENT + 0.5),
