@@ -138,11 +138,13 @@ void Decode(SkinPicture::Data& data, const QString& file, bool doubleSize) {
         data.Error = tooLarge;
         return;
     }
-    const QImage pixels = reader.read();
-    if (pixels.isNull()) {
+    const QImage read = reader.read();
+    if (read.isNull()) {
         data.Error = notAPicture;
         return;
     }
+    // Qt 6.4 crashes when it scales a picture with a palette smoothly.
+    const QImage pixels = read.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     data.DesignSize = QSizeF(pixels.size()) / (doubleSize ? 2 : 1);
     if (!Scale(data, pixels)) data.Error = tooLarge;
 }
