@@ -71,12 +71,12 @@ def big_dial(page, name, x, y, dial, remark):
     shapes = (draw.face(middle, middle, RADIUS, c) + draw.scale(middle, middle, dial, c)
               + draw.hub(middle, middle, 20, c))
     if remark:
-        shapes += draw.text(middle, middle - 52, remark, 14, c["muted"], "middle", False)
+        shapes += draw.text(middle, middle + 50, remark, 14, c["muted"], "middle", False)
     page.image(skin.picture("dial-" + name.split(".")[0], 2 * RADIUS, 2 * RADIUS, shapes),
                x - RADIUS, y - RADIUS)
     parts.needle(page, "sensor_" + name, x, y, *dial["range"], *dial["sweep"], 26, 130)
     on = ("face0", "face1")
-    page.label("sensorcaption_" + name, x - 70, y + 54, 140, 12, "muted", on, 2)
+    page.label("sensorcaption_" + name, x - 71, y - 48, 142, 12, "muted", on, 2)
     page.label("sensor_" + name, x - 97, y + 101, 194, 29, "text", on, 2)
     page.label("sensorunit_" + name, x - 40, y + 126, 80, 13, "muted", on, 2)
 
@@ -90,8 +90,8 @@ def dashboard(skin):
     for y, name in ((4, "temp.ambient"), (98, "volt.obdcontrolmodule")):
         page.image(parts.panel(skin, 192, 88), 304, y)
         page.label("sensorcaption_" + name, 314, y + 26, 172, 13, "muted", ON_PANEL)
-        page.label("sensor_" + name, 310, y + 70, 126, 28, "text", ON_PANEL, 1)
-        page.label("sensorunit_" + name, 444, y + 70, 46, 14, "muted", ON_PANEL)
+        page.label("sensor_" + name, 308, y + 70, 155, 23, "text", ON_PANEL, 1)
+        page.label("sensorunit_" + name, 467, y + 70, 28, 14, "muted", ON_PANEL)
 
     # The lamp: dark in the tile, lit as a picture of its own, and a touch opens the codes.
     dark = (draw.box(0, 0, 192, 106, c["panel"], c["edge"], 8, 1.5)

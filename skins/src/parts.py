@@ -118,7 +118,7 @@ def sensor_tile(page, name, x, y, tab):
     page.button("sensortoggle_" + name, x, y, glass(skin, width, height), tab,
                 image=(off, 5, 29), state="sensoroff_" + name,
                 label=("=sensorcaption_" + name, 10, 24, width - 16, 13, "muted", ON_PANEL, 0))
-    page.label("sensor_" + name, x + 4, y + 60, 140, 21, "text", ON_PANEL, 1)
+    page.label("sensor_" + name, x + 3, y + 60, 142, 20, "text", ON_PANEL, 1)
     page.label("sensorunit_" + name, x + 148, y + 60, 46, 12, "muted", ON_PANEL)
 
 

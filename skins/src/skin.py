@@ -4,6 +4,7 @@ Every text states what it stands on, so that its contrast is known; every text i
 widest form. What is found wrong stops the build."""
 
 import functools
+import struct
 
 import fonts
 import sensors
@@ -33,8 +34,13 @@ OTHER_TEXTS = {
 }
 
 
+def single(value):
+    return struct.unpack("f", struct.pack("f", value))[0]
+
+
 def general_number(value):
     """A single-precision value in the general number format, near enough to measure."""
+    value = single(value)
     return f"{value:.7g}" if abs(value) < 1e7 else f"{value:.6E}"
 
 
@@ -56,8 +62,8 @@ def value_texts(name):
     if unit in sensors.IMPERIAL:
         scales.append(sensors.IMPERIAL[unit][:2])
     for times, plus in scales:
-        f = float(factor * times)
-        o = float(offset * times + plus)
+        f = single(factor * times)
+        o = single(offset * times + plus)
         top = 256 ** size
         for raw in range(0, top, max(1, top // 4096) | 1):
             if abs(f * raw + o) >= 0.1:
