@@ -38,8 +38,10 @@ constexpr KeyCommand kKeyCommands[] = {
     {Qt::Key_Escape, "exit"},
 };
 
+/// Steps repeat while they are held; a selection does not, since it may open a question.
 bool Repeats(const std::string& command) {
     const std::string lowered = LowerCased(command);
+    if (lowered == "object_select") return false;
     return lowered.starts_with("value_") || lowered.starts_with("object_");
 }
 
