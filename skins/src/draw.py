@@ -3,6 +3,8 @@ down, growing clockwise."""
 
 import math
 
+import fonts
+
 
 def point(x, y, radius, angle):
     a = math.radians(angle)
@@ -68,46 +70,40 @@ def scale(x, y, dial, c):
         return first + (last - first) * (value - low) / (high - low)
 
     outer = dial["outer"]
-    parts = [arc(x, y, outer - 3, at(z[0]), at(z[1]), c[z[2]], 6) for z in dial.get("zones", [])]
+    thick = dial.get("thick", 6)
+    parts = [arc(x, y, outer - thick / 2, at(z[0]), at(z[1]), c[z[2]], thick) for z in dial.get("zones", [])]
     value = low
     while value <= high:
         if (value - low) % dial["step"]:
             parts.append(tick(x, y, outer, outer - dial["minor"], at(value), c["minor"], 2))
         value += dial["between"]
-    numbers = [(low + i * dial["step"]) for i in range((high - low) // dial["step"] + 1)]
-    for value in numbers:
-        color = c["tick"]
-        parts.append(tick(x, y, outer, outer - dial["major"], at(value), color, 3))
-        shown = value // dial.get("unit", 1)
-        size = dial["digits"]
-        nx, ny = point(x, y, dial["numbers"], at(value))
-        parts.append(text(f"{nx:.2f}", f"{ny + size * 0.3645:.2f}", str(shown).replace("-", "−"),
-                          size, color, "middle"))
+    for value in range(low, high + 1, dial["step"]):
+        parts.append(tick(x, y, outer, outer - dial["major"], at(value), c["tick"], 3))
+    size = dial["digits"]
+    for value in dial["numbers"]:
+        shown = str(value // dial.get("unit", 1)).replace("-", "−")
+        # As far out as the ticks leave room for, whatever the number's width.
+        across, down = point(0, 0, 1, at(value))
+        half = fonts.width(shown, "DejaVu Sans Bold", size) / 2
+        reach = abs(across) * half + abs(down) * size * 0.3645
+        nx, ny = point(x, y, outer - dial["major"] - 5 - reach, at(value))
+        parts.append(text(f"{nx:.2f}", f"{ny + size * 0.3645:.2f}", shown, size, c["tick"],
+                          "middle"))
     return "".join(parts)
 
 
-def bar_fill(width, height, low, high, zones, c):
-    """The full bar of a bargraph, cut into its zones."""
-    parts = [f'<clipPath id="bar"><rect width="{width}" height="{height}" rx="3"/></clipPath>'
-             '<g clip-path="url(#bar)">']
-    for start, end, color in zones:
-        x1 = width * (start - low) / (high - low)
-        x2 = width * (end - low) / (high - low)
-        parts.append(f'<rect x="{x1:.2f}" y="0" width="{x2 - x1:.2f}" height="{height}"'
-                     f' fill="{c[color]}"/>')
-    return "".join(parts) + "</g>"
+def bar(width, height, low, high, zones, c, full):
+    """The picture of a bar, full or empty.
 
-
-def bar_empty(width, height, low, high, zones, c):
-    """The same bar before it is filled: where the warning zones lie is seen at its lower edge."""
+    A zone at the high end lights up as the bar reaches it. One at the low end would be lit by
+    every value above it, so it is only marked at the lower edge, like all zones of an empty bar."""
     parts = [f'<clipPath id="bar"><rect width="{width}" height="{height}" rx="3"/></clipPath>'
              f'<g clip-path="url(#bar)"><rect width="{width}" height="{height}"'
-             f' fill="{c["empty"]}"/>']
+             f' fill="{c["normal" if full else "empty"]}"/>']
     for start, end, color in zones:
-        if color == "normal":
-            continue
         x1 = width * (start - low) / (high - low)
         x2 = width * (end - low) / (high - low)
-        parts.append(f'<rect x="{x1:.2f}" y="{height - 4}" width="{x2 - x1:.2f}" height="4"'
-                     f' fill="{c[color]}"/>')
+        thick = height if full and start > low else 4
+        parts.append(f'<rect x="{x1:.2f}" y="{height - thick}" width="{x2 - x1:.2f}"'
+                     f' height="{thick}" fill="{c[color]}"/>')
     return "".join(parts) + "</g>"

@@ -44,9 +44,9 @@ ICONS = {
     "connect": '<path d="M24 6 V14 M16 6 V14 M32 6 V14" /><path d="M11 14 H37 V21'
                ' a13 13 0 0 1 -26 0 z"/><path d="M24 34 V43"/>',
     "keyboard": '<rect x="4" y="11" width="40" height="26" rx="4"/>'
-                '<path d="M11 18.5 h1 M18 18.5 h1 M25 18.5 h1 M32 18.5 h1 M36.5 18.5 h1'
-                ' M11 24.5 h1 M18 24.5 h1 M25 24.5 h1 M32 24.5 h1 M15 31 H33"/>',
-    "minimise": '<rect x="6" y="7" width="36" height="34" rx="4" stroke-opacity="0.45"/>'
+                '<path d="M11.5 18.5 h1 M19.5 18.5 h1 M27.5 18.5 h1 M35.5 18.5 h1'
+                ' M11.5 24.5 h1 M19.5 24.5 h1 M27.5 24.5 h1 M35.5 24.5 h1 M15 31 H33"/>',
+    "minimise": '<rect x="6" y="7" width="36" height="34" rx="4"/>'
                 '<path d="M14 33 H34"/>',
     "end": '<path d="M16.5 11 A16 16 0 1 0 31.5 11"/><path d="M24 5 V23"/>',
     "read": '<path d="M24 6 V29"/><path d="M14 20 L24 30 L34 20"/><path d="M7 33 V41 H41 V33"/>',

@@ -57,10 +57,10 @@ def mainmenu(skin):
                        caption, i, points=18, size=52)
 
 
-RPM = dict(range=(0, 8000), sweep=(60, 300), outer=139, major=20, minor=11, numbers=105,
-           step=1000, between=200, unit=1000, digits=20, zones=[(6500, 8000, "danger")])
-SPEED = dict(range=(0, 240), sweep=(60, 300), outer=139, major=20, minor=11, numbers=105,
-             step=20, between=10, digits=17)
+RPM = dict(range=(0, 8000), sweep=(60, 300), outer=139, major=20, minor=11, step=1000,
+           between=200, numbers=range(0, 8001, 1000), unit=1000, digits=21, zones=[(6500, 8000, "danger")])
+SPEED = dict(range=(0, 240), sweep=(60, 300), outer=139, major=20, minor=11, step=20,
+             between=10, numbers=range(0, 241, 40), digits=21)
 RADIUS = 147
 
 
@@ -71,12 +71,12 @@ def big_dial(page, name, x, y, dial, remark):
     shapes = (draw.face(middle, middle, RADIUS, c) + draw.scale(middle, middle, dial, c)
               + draw.hub(middle, middle, 20, c))
     if remark:
-        shapes += draw.text(middle, middle - 52, remark, 14, c["muted"], "middle", False)
+        shapes += draw.text(middle, middle + 50, remark, 14, c["muted"], "middle", False)
     page.image(skin.picture("dial-" + name.split(".")[0], 2 * RADIUS, 2 * RADIUS, shapes),
                x - RADIUS, y - RADIUS)
     parts.needle(page, "sensor_" + name, x, y, *dial["range"], *dial["sweep"], 26, 130)
     on = ("face0", "face1")
-    page.label("sensorcaption_" + name, x - 70, y + 54, 140, 12, "muted", on, 2)
+    page.label("sensorcaption_" + name, x - 71, y - 48, 142, 12, "muted", on, 2)
     page.label("sensor_" + name, x - 97, y + 101, 194, 29, "text", on, 2)
     page.label("sensorunit_" + name, x - 40, y + 126, 80, 13, "muted", on, 2)
 
@@ -90,8 +90,8 @@ def dashboard(skin):
     for y, name in ((4, "temp.ambient"), (98, "volt.obdcontrolmodule")):
         page.image(parts.panel(skin, 192, 88), 304, y)
         page.label("sensorcaption_" + name, 314, y + 26, 172, 13, "muted", ON_PANEL)
-        page.label("sensor_" + name, 310, y + 70, 126, 28, "text", ON_PANEL, 1)
-        page.label("sensorunit_" + name, 444, y + 70, 46, 14, "muted", ON_PANEL)
+        page.label("sensor_" + name, 308, y + 70, 155, 23, "text", ON_PANEL, 1)
+        page.label("sensorunit_" + name, 467, y + 70, 28, 14, "muted", ON_PANEL)
 
     # The lamp: dark in the tile, lit as a picture of its own, and a touch opens the codes.
     dark = (draw.box(0, 0, 192, 106, c["panel"], c["edge"], 8, 1.5)
@@ -101,13 +101,13 @@ def dashboard(skin):
                314, 208, "obd_malfunction")
     page.button("openmenu_troublecodes", 304, 192, parts.glass(skin, 192, 106), 0,
                 label=("Codes", 100, 30, 86, 13, "muted", ON_PANEL, 0))
-    page.label("obd_troublecodescount", 404, 262, 84, 36, "text", ON_PANEL)
+    page.label("obd_troublecodescount", 404, 276, 84, 36, "text", ON_PANEL)
 
     bars = [("temp.enginecoolant", "bar-coolant", 40, 130, "obd_05", (80, 170),
-             [(40, 60, "normal"), (60, 108, "normal"), (108, 116, "warn"), (116, 130, "danger")]),
-            ("value.loadcalculated", "bar-load", 0, 100, None, None, [(0, 100, "normal")]),
+             [(108, 116, "warn"), (116, 130, "danger")]),
+            ("value.loadcalculated", "bar-load", 0, 100, None, None, []),
             ("value.fuellevel", "bar-fuel", 0, 100, None, None,
-             [(0, 12, "warn"), (12, 100, "normal")])]
+             [(0, 12, "warn")])]
     for x, (name, picture, low, high, source, shown, zones) in zip(THIRDS, bars):
         y = 304
         page.image(parts.panel(skin, THIRD, 96), x, y)
@@ -131,8 +131,8 @@ def engine(skin):
         parts.sensor_tile(page, name, COLUMNS[i % 4], ROWS[i // 4], i)
 
 
-TRIM = dict(range=(-100, 100), sweep=(40, 320), outer=78, major=13, minor=8, numbers=52, step=50,
-            between=10, digits=13,
+TRIM = dict(range=(-100, 100), sweep=(40, 320), outer=78, major=13, minor=8, step=50,
+            between=10, numbers=(-100, -50, 50, 100), digits=13, thick=4,
             zones=[(-100, -25, "warn"), (-10, 10, "normal"), (25, 100, "warn")])
 
 
@@ -183,6 +183,7 @@ def list_page(page, function, top, points, tab):
     skin = page.skin
     c = skin.colors
     page.image(parts.panel(skin, 586, 315), 4, 4)
+    page.image(parts.frame(skin, 586, 315), 4, 4, "mouseover_list")
     height = 305 - top
     page.add("List", function, X=10, Y=9 + top, Width=574, Height=height, Font=PLAIN,
              FontSize=points, FontStyle="Regular", FontColor=number(c["text"]),
@@ -192,15 +193,15 @@ def list_page(page, function, top, points, tab):
 def step_keys(page, top, height, tab):
     """Keys that move the selection of the list."""
     for i, (function, symbol) in enumerate((("value_+", "up"), ("value_-", "down"))):
-        size = 44
+        size = 60
         page.button(function, 594, top + (height + 4) * i, parts.key(page.skin, 202, height),
-                    tab + i, image=(parts.icon_picture(page.skin, symbol, size, "accent"), 79,
+                    tab + i, image=(parts.icon_picture(page.skin, symbol, size, "accent"), 71,
                                     (height - size) // 2))
 
 
 def troublecodes(skin):
     c = skin.colors
-    page = parts.page(skin, "troublecodes", "Trouble codes")
+    page = parts.page(skin, "troublecodes", "Trouble codes", command="obd_gettroublecodes")
     list_page(page, "troublecodes", 0, 18, 0)
     dark = (draw.box(0, 0, 202, 101, c["panel"], c["edge"], 8, 1.5)
             + icon("engine", 14, 18, 68, c["off"]))
@@ -266,17 +267,18 @@ def mediaplayer(skin):
                 label=("Folder up", 82, 58, 116, 16, "text", parts.ON_KEY, 0))
     step_keys(page, 109, 103, 2)
 
-    track = draw.box(0, 0, 586, 75, c["panel"], c["edge"], 8, 1.5)
-    groove = draw.box(14, 31, 558, 13, c["empty"], None, 6)
-    skin.picture("track", 586, 75, track + groove)
-    skin.picture("track-full", 586, 75, track + groove
-                 + draw.box(14, 31, 558, 13, c["accent"], None, 6))
+    # The panel lies beneath the slider, so that a frame around it can show the selection.
+    page.image(parts.panel(skin, 586, 75), 4, 324)
+    page.image(parts.frame(skin, 586, 75), 4, 324, "mouseover_slider_slider0")
+    track = draw.box(0, 0, 578, 67, c["panel"], None, 6)
+    for name, fill in (("track", "empty"), ("track-full", "accent")):
+        skin.picture(name, 578, 67, track + draw.box(10, 27, 558, 13, c[fill], None, 6))
     for name, fill, edge in (("knob", c["key"], c["keyedge"]), ("knob-over", c["focus"], c["accent"]),
                              ("knob-down", c["down"], c["accent"])):
-        skin.picture(name, 80, 75, draw.box(2, 6, 76, 63, fill, edge, 10, 2.5)
-                     + f'<path d="M32 26 V49 M40 26 V49 M48 26 V49" stroke="{c["muted"]}"'
+        skin.picture(name, 80, 67, draw.box(2, 1, 76, 65, fill, edge, 10, 2.5)
+                     + f'<path d="M32 22 V45 M40 22 V45 M48 22 V45" stroke="{c["muted"]}"'
                      ' stroke-width="3" stroke-linecap="round"/>')
-    page.add("Slider", "listview", X=4, Y=324, Direction=1, Tabindex=4, Background="track.png",
+    page.add("Slider", "listview", X=8, Y=328, Direction=1, Tabindex=4, Background="track.png",
              Progress="track-full.png", Bar="knob.png", BarOver="knob-over.png",
              BarDown="knob-down.png")
     note = (draw.box(0, 0, 202, 75, c["panel"], c["edge"], 8, 1.5)
@@ -331,8 +333,8 @@ def messages(skin):
                      draw.box(0, 0, width, height, c["panel"], c[color], 14, 3)
                      + icon(symbol, 26, 30, 64, c[color]))
         box = Section(skin, name, [("Background", f"box-{name}.png")])
-        box._text("message", [], 440, 17, PLAIN, "text", ON_PANEL, False)
-        box.lines += ["Label0X=116", "Label0Y=30", "Label0Width=440", "Label0Height=150",
+        box.check_text("message", [], 440, 16, PLAIN, "text", ON_PANEL, False)
+        box.lines += ["Label0X=116", "Label0Y=47", "Label0Width=440", "Label0Height=135",
                       f"Label0Font={PLAIN}", "Label0FontSize=16", "Label0Alignment=0",
                       f"Label0Color={number(c['text'])}"]
         for i, answer in enumerate(answers):

@@ -61,7 +61,7 @@ def _lamp_off(c, width, height):
 
 def _answer(name, caption):
     def front(c, width, height):
-        return (icon(name, width / 2 - 54, height / 2 - 16, 32, c["accent"])
+        return (icon(name, width / 2 - 54, height / 2 - 16, 32, c["accent"], stroke=5)
                 + draw.text(width / 2 - 10, height / 2 + 8, caption, 22, c["text"]))
     return front
 
@@ -79,6 +79,12 @@ def panel(skin, width, height):
     c = skin.colors
     return skin.picture(f"panel{width}x{height}", width, height,
                         draw.box(0, 0, width, height, c["panel"], c["edge"], 8, 1.5))
+
+
+def frame(skin, width, height):
+    """What lies around a tile that is selected and has no button of its own."""
+    return skin.picture(f"frame{width}x{height}", width, height,
+                        draw.box(0, 0, width, height, "none", skin.colors["accent"], 8, 3))
 
 
 def icon_key(page, function, x, y, width, height, symbol, caption, tab, points=16, size=40):
@@ -112,11 +118,11 @@ def sensor_tile(page, name, x, y, tab):
     page.button("sensortoggle_" + name, x, y, glass(skin, width, height), tab,
                 image=(off, 5, 29), state="sensoroff_" + name,
                 label=("=sensorcaption_" + name, 10, 24, width - 16, 13, "muted", ON_PANEL, 0))
-    page.label("sensor_" + name, x + 4, y + 60, 140, 21, "text", ON_PANEL, 1)
+    page.label("sensor_" + name, x + 3, y + 60, 142, 20, "text", ON_PANEL, 1)
     page.label("sensorunit_" + name, x + 148, y + 60, 46, 12, "muted", ON_PANEL)
 
 
-def needle(page, function, x, y, low, high, first, last, start, end, wide=7, narrow=3):
+def needle(page, function, x, y, low, high, first, last, start, end, wide=9, narrow=4):
     """A needle in two colours: a line with a brighter one on top."""
     c = page.skin.colors
     common = dict(X=x, Y=y, Style=0, Min=low, Max=high, AngleStart=first, AngleEnd=last,
@@ -130,9 +136,9 @@ def bar(page, function, x, y, name, width, height, low, high, zones, shown=None)
     """A bar with colour zones. `shown` is the range of the function where it is not low..high."""
     skin = page.skin
     skin.picture(name + "-full", width, height,
-                 draw.bar_fill(width, height, low, high, zones, skin.colors))
+                 draw.bar(width, height, low, high, zones, skin.colors, True))
     skin.picture(name + "-empty", width, height,
-                 draw.bar_empty(width, height, low, high, zones, skin.colors))
+                 draw.bar(width, height, low, high, zones, skin.colors, False))
     first, last = shown or (low, high)
     page.add("Bargraph", function, X=x, Y=y, Min=first, Max=last, Direction=1,
              Background=name + "-empty.png", Progress=name + "-full.png")
@@ -170,6 +176,7 @@ def navigation(skin):
     section = Section(skin, "navigationback")
     _navigation_key(section, "openmenu_mainmenu", 0, "menu", 90)
     _navigation_key(section, "openmenu_troublecodes", 1, "back", 91)
+    _navigation_key(section, "openmenu_dashboard", 6, "dashboard", 96)
     _navigation_key(section, "openbox_shortcuts", 7, "shortcuts", 97)
 
 
@@ -181,8 +188,10 @@ def _navigation_key(section, function, column, symbol, tab):
                           (KEY[1] - size) // 2))
 
 
-def page(skin, name, title, shared=("status", "navigation")):
-    section = Section(skin, name, [(f"CommonObjects{i}", s) for i, s in enumerate(shared)])
+def page(skin, name, title, shared=("status", "navigation"), command=""):
+    """A page with its title; the command runs whenever it opens."""
+    keys = [("Command", command)] if command else []
+    section = Section(skin, name, keys + [(f"CommonObjects{i}", s) for i, s in enumerate(shared)])
     picture = skin.picture("title-" + name, 130, 24,
                            draw.text(0, 18, title, 15, skin.colors["muted"], condensed=True))
     section.image(picture, KEY_COLUMNS[2] + 4, KEY_TOP + 5)

@@ -4,6 +4,7 @@ Every text states what it stands on, so that its contrast is known; every text i
 widest form. What is found wrong stops the build."""
 
 import functools
+import struct
 
 import fonts
 import sensors
@@ -33,8 +34,13 @@ OTHER_TEXTS = {
 }
 
 
+def single(value):
+    return struct.unpack("f", struct.pack("f", value))[0]
+
+
 def general_number(value):
     """A single-precision value in the general number format, near enough to measure."""
+    value = single(value)
     return f"{value:.7g}" if abs(value) < 1e7 else f"{value:.6E}"
 
 
@@ -56,8 +62,8 @@ def value_texts(name):
     if unit in sensors.IMPERIAL:
         scales.append(sensors.IMPERIAL[unit][:2])
     for times, plus in scales:
-        f = float(factor * times)
-        o = float(offset * times + plus)
+        f = single(factor * times)
+        o = single(offset * times + plus)
         top = 256 ** size
         for raw in range(0, top, max(1, top // 4096) | 1):
             if abs(f * raw + o) >= 0.1:
@@ -119,7 +125,7 @@ class Section:
         if x < 0 or y < 0 or x + width > WIDTH or y + height > HEIGHT:
             self.skin.fault(f"{self.name}: {what} leaves the page")
 
-    def _text(self, what, texts, width, points, face, color, on, figures):
+    def check_text(self, what, texts, width, points, face, color, on, figures):
         size = fonts.pixels(points)
         widest = max(texts, key=lambda text: fonts.width(text, face, size), default="")
         needed = fonts.width(widest, face, size)
@@ -140,7 +146,7 @@ class Section:
         y = baseline - int(size * fonts.ASCENT + 0.5)
         height = int(size * fonts.LINE) + 2
         self._inside("label " + function, x, y, width, height)
-        self._text("label " + function, shown_texts(function, caption), width, points, face, color,
+        self.check_text("label " + function, shown_texts(function, caption), width, points, face, color,
                    on, figures)
         keys = dict(X=x, Y=y, Width=width, Height=height, Font=face, FontSize=points,
                     Alignment=align, Color=number(self.skin.colors[color]))
@@ -178,7 +184,7 @@ class Section:
             else:
                 keys.update(LabelFunction="text", LabelCaption=text)
                 texts = [text]
-            self._text("button " + function, texts, room, points, NARROW, color, on, False)
+            self.check_text("button " + function, texts, room, points, NARROW, color, on, False)
             if label_x + room > width:
                 self.skin.fault(f"{self.name}: caption of {function} leaves the button")
             keys.update(LabelX=label_x, LabelY=baseline - int(size * fonts.ASCENT + 0.5),

@@ -71,17 +71,21 @@ TextLook ListLook(const SkinElement& element) {
             both || element.FontStyle == "Italic"};
 }
 
+/// Whether an image's function switches it: neither a fixed picture nor the highlight.
+bool IsStateFunction(const std::string& function) {
+    const auto words = ImageFunctionWords();
+    const std::string lowered = LowerCased(function);
+    return lowered != kHighlight &&
+           std::find(words.begin(), words.end(), SplitAtLast(lowered).Word) != words.end();
+}
+
 /// What the refresh needs to know of an element, worked out once.
 void Prepare(ScreenElement& element) {
     element.Evaluated = LowerCased(element.Function);
     element.EvaluatedImage = element.ImageFunction;
     element.EvaluatedLabel = element.LabelFunction;
-    const auto words = ImageFunctionWords();
-    const std::string& function = element.Evaluated;
-    element.HasState =
-        function != kHighlight &&
-        std::find(words.begin(), words.end(), SplitAtLast(function).Word) != words.end();
-    element.ShowsEntry = element.Kind == ElementKind::Image && function == kEntryPicture;
+    element.HasState = IsStateFunction(element.Evaluated);
+    element.ShowsEntry = element.Kind == ElementKind::Image && element.Evaluated == kEntryPicture;
     if (element.Kind == ElementKind::Label) {
         element.Shown = FixedText(element);
         element.FixedText = !element.Shown.empty() || EqualsNoCase(element.Function, kTextFunction);
@@ -295,9 +299,12 @@ std::optional<SkinError> SkinScreen::BuildImage(const SkinElement& element, int 
     if (pictures.Error()) return pictures.Error();
     const bool highlight = EqualsNoCase(element.Function, kHighlight);
     if (highlight) Highlight = index;
+    // A lamp that is off must not flash until the first refresh puts it out.
+    std::string function = element.Function;
+    const bool visible = IsStateFunction(function) ? ImageState(function) : !highlight;
     const QRectF area = ImageArea(element, picture);
     ContainerOf(element)->Add(PageCanvas::ImageItem{
-        index, {area.x(), area.y(), area.width(), area.height()}, picture, !highlight});
+        index, {area.x(), area.y(), area.width(), area.height()}, picture, visible});
     return std::nullopt;
 }
 

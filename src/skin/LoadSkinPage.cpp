@@ -73,6 +73,7 @@ void BeginBox(const std::string& name) {
 void BeginPage(const std::string& name) {
     GlobalState& g = basGlobal;
     g.CurrentBox.clear();
+    skinScreen->ShowBox(false);  // a box whose button opens a page goes with the page beneath
     skinScreen->BeginPage();
     if (name != g.CurrentMenu) {
         g.PreviousMenu = g.CurrentMenu;
