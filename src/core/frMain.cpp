@@ -15,6 +15,7 @@
 #include "platform/Paths.h"
 #include "platform/Pointer.h"
 #include "settings/basSettings.h"
+#include "settings/frSettings.h"
 #include "skin/PageCanvas.h"
 #include "skin/ShowMessage.h"
 #include "skin/SkinScreen.h"
@@ -89,7 +90,7 @@ void frMain::Start(const Options& options) {
     ShowWindow(options);
 
     LoadSettings();
-    setCursor(g.HidePointer ? Qt::BlankCursor : Qt::ArrowCursor);
+    ApplyPointerShape();
     LoadResumeState();
     Pause();
     if (g.Closing) return;
@@ -189,8 +190,20 @@ bool frMain::eventFilter(QObject* object, QEvent* event) {
         ForgetPointerOverride();
     } else if (type == QEvent::Enter) {
         selection_->PointerOver(object);
+    } else if (object == warning_ && (type == QEvent::Show || type == QEvent::Hide)) {
+        MessageShown(type == QEvent::Show);
     }
     return QWidget::eventFilter(object, event);
+}
+
+/// A message lies in the main window, so the dialog above it has to give way.
+void frMain::MessageShown(bool shown) {
+    if (settings_ != nullptr && !basGlobal.Closing) settings_->GiveWay(shown);
+}
+
+void frMain::ShowSettings() {
+    if (settings_ == nullptr || settings_->Closed()) settings_ = new frSettings(this);
+    settings_->BringToFront();
 }
 
 void MinimizeMainWindow() {
@@ -205,9 +218,13 @@ void SendTabKey(bool backwards) {
     if (mainWindow != nullptr) mainWindow->Selected().MoveInTabOrder(backwards);
 }
 
-/// Until there is a dialog for them, the settings are edited where they are.
+void ApplyPointerShape() {
+    if (mainWindow != nullptr)
+        mainWindow->setCursor(basGlobal.HidePointer ? Qt::BlankCursor : Qt::ArrowCursor);
+}
+
 void ShowSettingsDialog() {
-    ShowPopup("The settings are kept in the file\r\n" + basGlobal.IniFile, 1);
+    if (mainWindow != nullptr) mainWindow->ShowSettings();
 }
 
 void MoveFocus(const std::string& direction) {
