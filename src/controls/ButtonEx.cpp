@@ -233,8 +233,7 @@ void ButtonEx::mouseDoubleClickEvent(QMouseEvent* event) {
         return;
     }
     const QPointer<ButtonEx> alive(this);
-    pressed_ = false;  // the click is raised here, not by the release that follows
-    if (Click) Click();
+    if (Click) Click();  // here, and not by the release that follows
     if (alive && MouseDown) MouseDown(1, 0, 0, 0);
 }
 
@@ -263,7 +262,7 @@ void ButtonEx::focusInEvent(QFocusEvent* event) {
 }
 
 void ButtonEx::focusOutEvent(QFocusEvent*) {
-    CheckForLeave();
+    if (Timer1_.isActive() || state_ != ButtonState::kUp) CheckForLeave();
 }
 
 }  // namespace dravik

@@ -16,9 +16,10 @@ namespace {
 constexpr double kDefaultHeight = 200;  ///< of a chart without a background picture
 constexpr int kGridColumns = 6;
 constexpr int kGridRows = 4;
-constexpr double kLabelPoints = 8;
+constexpr double kLabelPoints = 11;
 constexpr double kLabelGap = 4;  ///< design pixels between a label and the chart's edge
 constexpr double kPointSize = 2;
+constexpr double kTraceWidth = 2;  ///< design pixels; seen at arm's length, unlike a hair line
 constexpr int kAreaOpacity = 110;  ///< of 255; the grid stays visible through the area
 
 enum Mode : std::int32_t { kLine = 0, kArea = 1, kPoints = 2 };
@@ -78,6 +79,18 @@ QPolygonF TracePoints(const QRect& plot, const ChartRecord& record) {
     return points;
 }
 
+/// A wide line as hair lines side by side: a pen of more than one pixel takes thirty times as long.
+void PaintLine(QPainter& painter, const QPolygonF& points, const QColor& color, int pixels) {
+    painter.setPen(QPen(color, 1));
+    painter.setRenderHint(QPainter::Antialiasing, true);
+    for (int i = 0; i < pixels; ++i) {
+        const double offset = i - (pixels - 1) / 2.0;
+        painter.drawPolyline(points.translated(offset, 0));
+        if (pixels > 1) painter.drawPolyline(points.translated(0, offset));
+    }
+    painter.setRenderHint(QPainter::Antialiasing, false);
+}
+
 void PaintTrace(QPainter& painter, const QRect& plot, const ChartRecord& record,
                 const ChartLook& look, double scale) {
     QPolygonF points = TracePoints(plot, record);
@@ -87,10 +100,7 @@ void PaintTrace(QPainter& painter, const QRect& plot, const ChartRecord& record,
         painter.drawPoints(points);
         return;
     }
-    painter.setPen(QPen(color, PenPixels(scale)));
-    painter.setRenderHint(QPainter::Antialiasing, true);
-    painter.drawPolyline(points);
-    painter.setRenderHint(QPainter::Antialiasing, false);
+    PaintLine(painter, points, color, std::max(1, qRound(kTraceWidth * scale)));
     if (look.Mode == kArea) {
         points.append(QPointF(points.last().x(), plot.bottom()));
         points.append(QPointF(points.first().x(), plot.bottom()));

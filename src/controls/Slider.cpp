@@ -295,6 +295,12 @@ void Slider::mouseReleaseEvent(QMouseEvent* event) {
     }
 }
 
+/// A page change may hide the slider under the finger; its release then goes elsewhere.
+void Slider::hideEvent(QHideEvent*) {
+    heldDown_ = false;
+    moved_ = false;
+}
+
 void Slider::CheckPointerOver() {
     if (QApplication::widgetAt(ScreenPointer()) == this) return;
     OverTimer_.stop();

@@ -79,6 +79,7 @@ class Slider : public QWidget {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
  private:
     void SetPicture(SkinPicture& part, const SkinPicture& picture);

@@ -25,8 +25,9 @@ void FillFolder(const std::string& folder) {
     fs::create_directories(folder, error);
     for (const std::string& data : DataFolders()) {
         if (!FileExists(JoinPath(data, kSettings))) continue;
+        // The settings come last: a folder that has them counts as filled.
         for (const char* name : {"skins", "languages", "Dravik.jpg", kSettings}) {
-            error.clear();
+            if (!fs::exists(JoinPath(data, name))) continue;
             fs::copy(JoinPath(data, name), JoinPath(folder, name),
                      fs::copy_options::recursive | fs::copy_options::skip_existing, error);
             if (error) break;

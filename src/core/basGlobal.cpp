@@ -2,10 +2,17 @@
 
 #include <cmath>
 
+#include "core/TestClock.h"
 #include "platform/Clock.h"
 #include "platform/Paths.h"
 
 namespace dravik {
+
+namespace {
+
+double advancedSeconds = 0;
+
+}  // namespace
 
 void InitGlobals(const std::string& programFolder) {
     GlobalState& g = basGlobal;
@@ -47,7 +54,12 @@ void InitGlobals(const std::string& programFolder) {
 
 double HighResTimer() {
     static const double frequency = static_cast<double>(PerformanceFrequency());
-    return std::floor(static_cast<double>(PerformanceCounter()) / frequency * 1e4) / 1e4;
+    const double seconds = static_cast<double>(PerformanceCounter()) / frequency + advancedSeconds;
+    return std::floor(seconds * 1e4) / 1e4;
+}
+
+void AdvanceHighResTimer(double seconds) {
+    advancedSeconds += seconds;
 }
 
 }  // namespace dravik

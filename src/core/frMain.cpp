@@ -72,6 +72,11 @@ void frMain::ConnectScreen() {
     events.ButtonReleased = [this](int) { selection_->StopRepeat(); };
     events.ButtonClicked = [this](int index) { selection_->ButtonClicked(index); };
     events.ButtonEntered = [this](int index) { selection_->PointerOverButton(index); };
+    events.ListActivated = [this](int index) {
+        const auto& lists = screen_->Elements(ElementKind::List);
+        if (static_cast<std::size_t>(index) < lists.size())
+            ActivateListEntry(ListSlotByName(lists[static_cast<std::size_t>(index)].Evaluated));
+    };
     events.SliderChanged = [](int index, std::int32_t& value) { ScrollListBySlider(index, value); };
     QObject::connect(qApp, &QApplication::focusChanged, this,
                      [this](QWidget*, QWidget* now) { selection_->FocusChanged(now); });

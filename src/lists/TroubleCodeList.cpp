@@ -11,13 +11,15 @@ namespace {
 
 constexpr std::size_t kFixedCharacters = 7;  // the code, its colon and its blank do not scroll
 
-/// Length in bytes of the character at the front of a text: a whole UTF-8 sequence, or one byte of
-/// any other text.
-std::size_t FirstCharacter(std::string_view text) {
-    std::size_t length = 1;
-    while (length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
-        ++length;
-    return length;
+/// Where the character behind the one at `index` begins, at most the end of the text. A character
+/// is a whole UTF-8 sequence, or one byte of any other text.
+std::size_t NextCharacter(const std::string& text, std::size_t index) {
+    const bool utf8 = IsUtf8(text);
+    do {
+        if (index >= text.size()) return text.size();
+        ++index;
+    } while (utf8 && (static_cast<unsigned char>(text[index]) & 0xC0) == 0x80);
+    return index;
 }
 
 }  // namespace
@@ -44,11 +46,13 @@ void ScrollTroubleCode() {
     ListSlot& list = basGlobal.Lists[kCodeListSlot];
     if (list.Entries.empty() || list.Selected < 1) return;
     std::string& text = list.Entries[static_cast<std::size_t>(list.Selected - 1)].Text;
-    if (text.size() <= kFixedCharacters) return;
-    const std::string_view moving = std::string_view(text).substr(kFixedCharacters);
-    const std::size_t first = IsUtf8(text) ? FirstCharacter(moving) : 1;
-    std::rotate(text.begin() + kFixedCharacters,
-                text.begin() + static_cast<std::ptrdiff_t>(kFixedCharacters + first), text.end());
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < kFixedCharacters; ++i) start = NextCharacter(text, start);
+    const std::size_t next = NextCharacter(text, start);
+    const auto at = [&text](std::size_t index) {
+        return text.begin() + static_cast<std::ptrdiff_t>(index);
+    };
+    std::rotate(at(start), at(next), text.end());
     ++list.Changes;
 }
 

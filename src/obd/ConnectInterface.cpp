@@ -12,6 +12,7 @@ namespace dravik {
 namespace {
 
 constexpr int kDefaultBaudrate = 9600;
+constexpr int kHighestPort = 255;
 constexpr std::string_view kIdentityWord = "QVX";  // the one interface type that knows AT!01
 constexpr std::size_t kIdentityLength = 12;
 
@@ -25,10 +26,9 @@ bool OpenPort() {
 
     std::string device = g.Launch.DemoDevice;
     if (device.empty()) {
-        const int number =
-            static_cast<int>(LeadingNumber(ReadIniString(g.IniFile, "OBD", "ComPort")));
-        if (number == 0) return false;
-        device = PortDevice(number);
+        const double number = LeadingNumber(ReadIniString(g.IniFile, "OBD", "ComPort"));
+        if (!(number >= 1 && number <= kHighestPort)) return false;
+        device = PortDevice(static_cast<int>(number));
     }
     if (device.empty()) return false;
 

@@ -1,5 +1,8 @@
+#include <string>
+
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
+#include "platform/Events.h"
 
 namespace dravik {
 
@@ -25,7 +28,7 @@ void Connect() {
     basGlobal.ConnectTried = true;
     basGlobal.FailedSince = 0;
     ConnectInterface();
-    if (!basGlobal.Closing) WriteConnectLog();
+    WriteConnectLog();
 }
 
 void PollLink() {
@@ -44,6 +47,35 @@ void RestWithoutPort() {
     if (ReconnectDue()) basGlobal.ConnState = kConnecting;
 }
 
+/// Takes the reply of the last live request before a command is sent: an interface stops what it is
+/// doing when it receives a character, and would answer the command with the pieces. One that does
+/// not answer is not waited for longer than a reply may take before the link counts as idle.
+void SettleLiveRequest() {
+    GlobalState& g = basGlobal;
+    if (!g.AwaitingReply) return;
+    constexpr double kLongestReply = 1;  // second, as tiTimeout
+    const double deadline = HighResTimer() + kLongestReply;
+    std::string reply;
+    while (reply.find('>') == std::string::npos && g.comOBD.IsOpen() && !g.Closing) {
+        const double left = deadline - HighResTimer();
+        if (left <= 0) break;
+        if (g.comOBD.InputCount() == 0) WaitForEvents(left);
+        reply += g.comOBD.ReadAll();
+    }
+    g.RxBuffer.clear();
+    g.AwaitingReply = false;
+}
+
+void ReadCodes() {
+    SettleLiveRequest();
+    ReadTroubleCodes();
+}
+
+void ClearCodes() {
+    SettleLiveRequest();
+    ClearTroubleCodes();
+}
+
 struct StateAction {
     std::uint8_t State;
     void (*Act)();
@@ -51,12 +83,9 @@ struct StateAction {
 
 // What a step does in each state, in the order in which the states are tested.
 constexpr StateAction kStateActions[] = {
-    {kConnecting, Connect},
-    {kConnected, PollLink},
-    {kReceivingData, PollLink},
-    {kReadingCodes, ReadTroubleCodes},
-    {kClearingCodes, ClearTroubleCodes},
-    {kNotConnected, RestNotConnected},
+    {kConnecting, Connect},           {kConnected, PollLink},
+    {kReceivingData, PollLink},       {kReadingCodes, ReadCodes},
+    {kClearingCodes, ClearCodes},     {kNotConnected, RestNotConnected},
     {kPortNotFound, RestWithoutPort},
 };
 

@@ -54,7 +54,9 @@ std::string DecodeCode(const std::string& digits) {
     if (digits.empty()) return digits;
     const std::size_t prefix = kCodeDigits.find(digits.front());
     if (prefix == std::string_view::npos) return digits;
-    return kCodePrefixes[prefix] + digits.substr(1);
+    // The last three characters: of a code that is cut off, its first digit then stays as well.
+    constexpr std::size_t kKept = 3;
+    return kCodePrefixes[prefix] + digits.substr(digits.size() - std::min(kKept, digits.size()));
 }
 
 /// Decodes DtcCount codes. The positions assume one blank between bytes and are counted from the

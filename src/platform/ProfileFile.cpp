@@ -33,8 +33,9 @@ struct FileStamp {
 };
 
 struct CachedProfile {
-    std::string Name;  // as the callers write it
-    std::string Path;  // what that was resolved to
+    std::string Name;         // as the callers write it
+    std::string SlashedName;  // the same with the system's separators
+    std::string Path;         // what that was resolved to
     FileStamp Stamp;
     bool Settled;
     std::unique_ptr<const ProfileIndex> Index;
@@ -61,10 +62,11 @@ bool IsSettled(const FileStamp& stamp) {
     return age > kStampStep || age < -kStampStep;
 }
 
+// A name that had to be resolved still means that file unless one of exactly this name appears.
 bool IsCurrent(const CachedProfile& profile) {
     std::optional<FileStamp> stamp = StampOf(profile.Name);
-    // A name that had to be resolved still means that file unless one of exactly this name appears.
-    if (!stamp && profile.Path != profile.Name) stamp = StampOf(profile.Path);
+    if (!stamp && profile.SlashedName != profile.Name) stamp = StampOf(profile.SlashedName);
+    if (!stamp && profile.Path != profile.SlashedName) stamp = StampOf(profile.Path);
     return profile.Settled && stamp == profile.Stamp;
 }
 
@@ -76,7 +78,13 @@ std::optional<CachedProfile> Parse(const std::string& file) {
     const bool settled = IsSettled(*stamp);
     std::optional<std::string> text = ReadWholeFile(path);
     if (!text) return std::nullopt;
-    return CachedProfile{file, std::move(path), *stamp, settled,
+    std::string slashed = file;
+    std::replace(slashed.begin(), slashed.end(), '\\', kPathSeparator);
+    return CachedProfile{file,
+                         std::move(slashed),
+                         std::move(path),
+                         *stamp,
+                         settled,
                          std::make_unique<ProfileIndex>(std::move(*text))};
 }
 

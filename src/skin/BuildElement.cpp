@@ -19,6 +19,7 @@ namespace {
 
 constexpr const char* kTextFunction = "text";    // shows the fixed caption
 constexpr const char* kHighlight = "mouseover";  // the picture that follows the selection
+constexpr const char* kEntryPicture = "listentry";
 constexpr int kSliderMax = 100;  // sliders show percent: a skin states no range for them
 
 /// Loads the picture of a key; an empty name leaves it empty.
@@ -43,14 +44,6 @@ class PictureReader {
     double scale_;
     std::optional<SkinError> error_;
 };
-
-/// The size of an image: as stated, else that of its picture.
-DesignBox ImageBox(const SkinElement& element, const SkinPicture& picture) {
-    const QSizeF natural = picture.DesignSize();
-    return {static_cast<double>(element.X), static_cast<double>(element.Y),
-            element.Width > 0 ? element.Width : natural.width(),
-            element.Height > 0 ? element.Height : natural.height()};
-}
 
 /// A label without a width or a height reaches to the edge of any screen.
 DesignBox LabelBox(const SkinElement& element) {
@@ -78,16 +71,21 @@ TextLook ListLook(const SkinElement& element) {
             both || element.FontStyle == "Italic"};
 }
 
+/// Whether an image's function switches it: neither a fixed picture nor the highlight.
+bool IsStateFunction(const std::string& function) {
+    const auto words = ImageFunctionWords();
+    const std::string lowered = LowerCased(function);
+    return lowered != kHighlight &&
+           std::find(words.begin(), words.end(), SplitAtLast(lowered).Word) != words.end();
+}
+
 /// What the refresh needs to know of an element, worked out once.
 void Prepare(ScreenElement& element) {
-    element.Evaluated = element.Function;
+    element.Evaluated = LowerCased(element.Function);
     element.EvaluatedImage = element.ImageFunction;
     element.EvaluatedLabel = element.LabelFunction;
-    const auto words = ImageFunctionWords();
-    const std::string function = LowerCased(element.Function);
-    element.HasState =
-        function != kHighlight &&
-        std::find(words.begin(), words.end(), SplitAtLast(function).Word) != words.end();
+    element.HasState = IsStateFunction(element.Evaluated);
+    element.ShowsEntry = element.Kind == ElementKind::Image && element.Evaluated == kEntryPicture;
     if (element.Kind == ElementKind::Label) {
         element.Shown = FixedText(element);
         element.FixedText = !element.Shown.empty() || EqualsNoCase(element.Function, kTextFunction);
@@ -97,6 +95,13 @@ void Prepare(ScreenElement& element) {
 }
 
 }  // namespace
+
+QRectF ImageArea(const SkinElement& element, const SkinPicture& picture) {
+    const QSizeF natural = picture.DesignSize();
+    return {static_cast<double>(element.X), static_cast<double>(element.Y),
+            element.Width > 0 ? element.Width : natural.width(),
+            element.Height > 0 ? element.Height : natural.height()};
+}
 
 template <typename T>
 T* SkinScreen::Member(std::vector<T*>& array, int index, const SkinElement& element) {
@@ -294,8 +299,12 @@ std::optional<SkinError> SkinScreen::BuildImage(const SkinElement& element, int 
     if (pictures.Error()) return pictures.Error();
     const bool highlight = EqualsNoCase(element.Function, kHighlight);
     if (highlight) Highlight = index;
-    ContainerOf(element)->Add(
-        PageCanvas::ImageItem{index, ImageBox(element, picture), picture, !highlight});
+    // A lamp that is off must not flash until the first refresh puts it out.
+    std::string function = element.Function;
+    const bool visible = IsStateFunction(function) ? ImageState(function) : !highlight;
+    const QRectF area = ImageArea(element, picture);
+    ContainerOf(element)->Add(PageCanvas::ImageItem{
+        index, {area.x(), area.y(), area.width(), area.height()}, picture, visible});
     return std::nullopt;
 }
 

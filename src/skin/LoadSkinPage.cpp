@@ -4,6 +4,7 @@
 #include "controls/ChartTrace.h"
 #include "controls/SkinList.h"
 #include "core/basGlobal.h"
+#include "lists/basFunctions.h"
 #include "obd/basOBD.h"
 #include "platform/Paths.h"
 #include "skin/PageCanvas.h"
@@ -72,6 +73,7 @@ void BeginBox(const std::string& name) {
 void BeginPage(const std::string& name) {
     GlobalState& g = basGlobal;
     g.CurrentBox.clear();
+    skinScreen->ShowBox(false);  // a box whose button opens a page goes with the page beneath
     skinScreen->BeginPage();
     if (name != g.CurrentMenu) {
         g.PreviousMenu = g.CurrentMenu;
@@ -93,6 +95,16 @@ void ShowCodeTicker() {
     for (const SkinList* list : skinScreen->List)
         codesShown |= !list->isHidden() && list->Slot() == &basGlobal.Lists[kCodeListSlot];
     basGlobal.tiDTCScroll.SetEnabled(codesShown);
+}
+
+/// Filling may show a message, and while that waits another page may be loaded.
+void FillShownLists() {
+    std::vector<int> slots;
+    for (const ScreenElement& element : skinScreen->Elements(ElementKind::List))
+        slots.push_back(ListSlotByName(element.Evaluated));
+    for (const int slot : slots) FillMediaList(slot);
+    if (skinScreen == nullptr) return;
+    for (SkinList* list : skinScreen->List) list->Refresh();
 }
 
 }  // namespace
@@ -126,6 +138,7 @@ void LoadSkinPage(const std::string& name, bool box) {
     skinScreen->ApplyTabOrder();
     skinScreen->SetInitialFocus();
     ShowCodeTicker();
+    FillShownLists();
     if (error) ReportError(*error);
 }
 

@@ -3,6 +3,7 @@
 
 #include "core/MainWindow.h"
 #include "core/basGlobal.h"
+#include "lists/basFunctions.h"
 #include "obd/basOBD.h"
 #include "platform/Paths.h"
 #include "platform/ProcessStart.h"
@@ -91,6 +92,8 @@ void SelectObject() {
     if (const auto tag = SelectedTag(basGlobal.ButtonTag, basGlobal.FocusedButton)) {
         ExecuteCommand(*tag);
         StepList(*tag);
+    } else if (basGlobal.FocusedSlider == kNoFocus) {
+        ActivateListEntry(basGlobal.FocusedList);
     }
 }
 
@@ -103,6 +106,10 @@ void MoveSelection(const Command& command) {
         SelectObject();
     else
         MoveFocus(command.Argument);
+}
+
+void GoFolder(const Command& command) {
+    if (command.Argument == "parent") OpenParentFolder(basGlobal.CurrentList);
 }
 
 // Pages and boxes ---------------------------------------------------------------------------------
@@ -232,24 +239,38 @@ void Quit(const Command&) {
     UnloadMainWindow();
 }
 
+enum class Argument { Needed, Optional };
+
 struct CommandWord {
     std::string_view Word;
     void (*Run)(const Command& command);
+    Argument Presence = Argument::Needed;  ///< without a needed argument the word does nothing
 };
 
 // The words of the dispatcher, in the order in which they are tested.
 constexpr CommandWord kCommandWords[] = {
-    {"clr", ClearCharts},       {"pause", PauseCharts},
-    {"value", StepValue},       {"object", MoveSelection},
-    {"openmenu", OpenMenu},     {"openbox", OpenBox},
-    {"closebox", CloseOpenBox}, {"exit", LeavePage},
-    {"obd", LinkCommand},       {"snapshot", Snapshot},
-    {"osk", StartKeyboard},     {"sensortoggle", ToggleSensors},
-    {"sensoron", SensorsOn},    {"sensoroff", SensorsOff},
-    {"showinfo", ShowInfo},     {"showwarning", ShowWarning},
-    {"showquery", ShowQuery},   {"config", ShowSettings},
-    {"minimize", Minimize},     {"quit", Quit},
-    {"poweroff", Quit},
+    {"clr", ClearCharts},
+    {"pause", PauseCharts},
+    {"value", StepValue, Argument::Optional},
+    {"object", MoveSelection},
+    {"gofolder", GoFolder},
+    {"openmenu", OpenMenu},
+    {"openbox", OpenBox},
+    {"closebox", CloseOpenBox, Argument::Optional},
+    {"exit", LeavePage, Argument::Optional},
+    {"obd", LinkCommand},
+    {"snapshot", Snapshot, Argument::Optional},
+    {"osk", StartKeyboard, Argument::Optional},
+    {"sensortoggle", ToggleSensors},
+    {"sensoron", SensorsOn},
+    {"sensoroff", SensorsOff},
+    {"showinfo", ShowInfo},
+    {"showwarning", ShowWarning},
+    {"showquery", ShowQuery},
+    {"config", ShowSettings, Argument::Optional},
+    {"minimize", Minimize, Argument::Optional},
+    {"quit", Quit, Argument::Optional},
+    {"poweroff", Quit, Argument::Optional},
 };
 
 /// A page whose Command opens the page itself, or a button that selects itself, ends here.
@@ -278,6 +299,7 @@ void ExecuteCommand(const std::string& command) {
     const auto [word, argument] = SplitAtLast(lowered);
     for (const CommandWord& row : kCommandWords) {
         if (row.Word == word) {
+            if (argument.empty() && row.Presence == Argument::Needed) return;
             row.Run({received, std::string(argument)});
             return;
         }

@@ -12,7 +12,9 @@ namespace dravik {
 namespace {
 
 float KeyNumber(std::string_view argument) {
-    return AsyncKeyState(static_cast<int>(LeadingNumber(argument)));
+    constexpr double kKeyNumbers = 256;
+    const double key = LeadingNumber(argument);
+    return key >= 0 && key < kKeyNumbers ? AsyncKeyState(static_cast<int>(key)) : 0;
 }
 
 /// Hours move on with the minutes, as the hand of a clock does.

@@ -11,21 +11,19 @@ namespace {
 
 constexpr int kPidLimit = 79;  // PID 4F has an entry in the tables but is never shown
 
-/// A PID as a signed 16-bit number; a text that is no such number is PID 0.
-int ReadPid(std::string_view argument) {
-    constexpr std::int32_t kLargest = 0xFFFF;
+/// Any text that is no number is PID 0; a number outside the shown PIDs is none.
+std::optional<std::size_t> ReadPid(std::string_view argument) {
     const std::int32_t number = HexNumber(argument).value_or(0);
-    return number < 0 || number > kLargest ? 0 : static_cast<std::int16_t>(number);
+    if (number < 0 || number >= kPidLimit) return std::nullopt;
+    return static_cast<std::size_t>(number);
 }
 
 std::int32_t LinkValue(std::string_view argument) {
     GlobalState& g = basGlobal;
-    const int pid = ReadPid(argument);
-    if (pid < 0 || pid >= kPidLimit) return 0;
-    const auto index = static_cast<std::size_t>(pid);
-    const std::int32_t value = (FreezeFrameMode() ? g.FreezeRaw : g.LiveRaw)[index];
-    g.PidWanted[index] = true;  // displaying a PID keeps it requested
-    return value;
+    const std::optional<std::size_t> pid = ReadPid(argument);
+    if (!pid) return 0;
+    g.PidWanted[*pid] = true;  // displaying a PID keeps it requested
+    return (FreezeFrameMode() ? g.FreezeRaw : g.LiveRaw)[*pid];
 }
 
 std::int32_t SecondPortValue(std::string_view source) {

@@ -23,10 +23,10 @@ constexpr double kDrivelineEfficiency = 0.92;
 constexpr double kShiftTime = 0.4;  // seconds with the clutch open
 constexpr double kCrankTime = 0.8;  // seconds of the starter motor
 constexpr double kTankLitres = 50;
-constexpr double kFuelDensity = 745;      // g/l
-constexpr double kIdealMixture = 14.7;    // g of air for a g of fuel
-constexpr double kHeatOfFuel = 43;        // kJ/g
-constexpr double kExhaustDelaySteps = 4;  // from the cylinder to the front sensor
+constexpr double kFuelDensity = 745;           // g/l
+constexpr double kIdealMixture = 14.7;         // g of air for a g of fuel
+constexpr double kHeatOfFuel = 43;             // kJ/g
+constexpr std::size_t kExhaustDelaySteps = 4;  // from the cylinder to the front sensor
 
 /// Moves a value towards a target as a first-order system with the time constant tau does.
 void Approach(double& value, double target, double tau) {
@@ -217,7 +217,10 @@ void CarModel::TurnEngine() {
                                   ? std::max(inGear, idle + 500 * demand_)
                                   : idle + flare + 8 * Wobble(1.7, 2);
         Approach(state_.EngineSpeed, target, canClose ? 0.12 : 0.35);
-        if (canClose && std::abs(state_.EngineSpeed - inGear) < 80) state_.ClutchClosed = true;
+        if (canClose && std::abs(state_.EngineSpeed - inGear) < 80) {
+            state_.ClutchClosed = true;
+            state_.EngineSpeed = inGear;
+        }
     }
     state_.RunTime += kStep;
     state_.EngineSeconds += kStep;
@@ -299,7 +302,7 @@ void CarModel::ControlBank(std::size_t index) {
     const double trim = (bank.ShortTrim + bank.LongTrim) / 100;
     auto& exhaust = exhaust_[index];
     exhaust.push_back(state_.CommandedLambda * (1 + need) / (1 + trim));
-    if (static_cast<double>(exhaust.size()) > kExhaustDelaySteps) exhaust.pop_front();
+    if (exhaust.size() > kExhaustDelaySteps) exhaust.pop_front();
     const double sensed = state_.EngineRunning ? exhaust.front() : 1.99;
     Approach(bank.FrontLambda, sensed, 0.1);
     Approach(bank.RearLambda, state_.FuelCut ? 1.9 : 1 + (bank.FrontLambda - 1) * 0.1, 0.8);

@@ -112,6 +112,7 @@ void InterfaceProtocol::PowerUp() {
     busy_ = Busy::No;
     busyUntil_ = deafUntil_ = 0;
     lastReturn_ = -1;
+    lastSent_ = '\r';
 }
 
 void InterfaceProtocol::Receive(double now, std::string_view bytes) {
@@ -124,17 +125,18 @@ void InterfaceProtocol::Receive(double now, std::string_view bytes) {
 std::string InterfaceProtocol::TakeOutput(double now) {
     std::string sent;
     for (;;) {
-        // A character for a busy interface waits, unless it stops what is going on.
+        while (!input_.empty() && input_.front().Time < std::min(deafUntil_, now)) {
+            input_.pop_front();
+        }
         double inputDue = kForever;
         if (!input_.empty()) {
-            const bool waits =
-                busy_ == Busy::Command || (busy_ == Busy::Request && !scenario_.StopOnInput);
-            inputDue = waits ? std::max(input_.front().Time, busyUntil_) : input_.front().Time;
+            inputDue = std::max(input_.front().Time, Waits() ? busyUntil_ : 0.0);
         }
         const double outputDue = output_.empty() ? kForever : output_.front().Time;
         if (std::min(inputDue, outputDue) > now) return sent;
         if (outputDue <= inputDue) {
-            if (!faults_.Silent(outputDue)) sent += output_.front().Byte;
+            lastSent_ = output_.front().Byte;
+            if (!faults_.Silent(outputDue)) sent += lastSent_;
             output_.pop_front();
         } else {
             TimedByte input = input_.front();
@@ -158,18 +160,18 @@ std::optional<double> InterfaceProtocol::NextEvent() const {
         }
     }
     if (!input_.empty()) {
-        // Characters of an unfinished line only matter in that they are echoed; one call for all.
-        const bool waits =
-            busy_ == Busy::Command || (busy_ == Busy::Request && !scenario_.StopOnInput);
-        const double due = std::max(input_.front().Time, waits ? busyUntil_ : 0.0);
-        next = next ? std::min(*next, due) : due;
+        const double first = input_.front().Time;
+        double due = std::min(input_.back().Time, first + kTogether);
+        if (busy_ == Busy::Request && scenario_.StopOnInput) due = first;
+        if (Waits()) due = std::max(first, busyUntil_);
+        next = std::min(next.value_or(kForever), due);
     }
     return next;
 }
 
 void InterfaceProtocol::TakeByte(const TimedByte& input) {
     if (busy_ != Busy::No && input.Time >= busyUntil_) busy_ = Busy::No;
-    if (input.Time < deafUntil_ || faults_.Silent(input.Time)) return;
+    if (faults_.Silent(input.Time)) return;
     if (busy_ == Busy::Request) {
         // Some programs end a line with two returns: the second one belongs to the first.
         const bool lineEnd = input.Byte == '\r' || input.Byte == '\n';
@@ -201,7 +203,8 @@ void InterfaceProtocol::Interrupt(double now) {
     while (!output_.empty() && output_.back().Time > now) output_.pop_back();
     outputFree_ = now;
     busy_ = Busy::Command;
-    Send(now, "STOPPED" + Ending());
+    const bool insideLine = lastSent_ != '\r' && lastSent_ != '\n' && lastSent_ != '>';
+    Send(now, (insideLine ? LineEnd() : "") + "STOPPED" + Ending());
     busyUntil_ = outputFree_;
     deafUntil_ = busyUntil_;  // it listens again when it shows its prompt
 }
@@ -254,6 +257,7 @@ void InterfaceProtocol::RunRequest(double now, const std::string& digits) {
         for (const auto& line : FormatReply(*FindProtocol(protocol_), unit, headers_)) {
             text = line;
             if (!spaces_) std::erase(text, ' ');
+            if (!scenario_.BlankAtLineEnd && text.back() == ' ') text.pop_back();
             reply.push_back({delay, text + LineEnd()});
             delay = kLineGap;
         }

@@ -49,6 +49,10 @@ class InterfaceProtocol {
 
     enum class Busy { No, Command, Request };
 
+    /// A character for a busy interface waits, unless it stops what is going on.
+    bool Waits() const {
+        return busy_ == Busy::Command || (busy_ == Busy::Request && !scenario_.StopOnInput);
+    }
     void SetDefaults();
     void TakeByte(const TimedByte& input);
     void Interrupt(double now);
@@ -89,6 +93,7 @@ class InterfaceProtocol {
     double busyUntil_ = 0;    ///< when the prompt of the running command has been sent
     double deafUntil_ = 0;    ///< characters up to here are lost
     double lastReturn_ = -1;  ///< when the line of the running request ended
+    char lastSent_ = '\r';
     double inputFree_ = 0, outputFree_ = 0;  ///< when the line is free for another character
 
     bool echo_ = true, lineFeeds_ = true, headers_ = false, spaces_ = true;

@@ -110,7 +110,7 @@ constexpr PidRow kPids[] = {
     {0x1A, 2, "oxygen sensor 3, bank 2", true, false, [](R r) { return Narrow(FarVolts(B2(r))); }},
     {0x1B, 2, "oxygen sensor 4, bank 2", true, false, [](R r) { return Narrow(FarVolts(B2(r))); }},
     {0x1C, 1, "diagnostic standard", false, true, [](R) { return 6u; }},
-    {0x1D, 1, "oxygen sensor places, four banks", false, false, [](R) { return 0xFFu; }},
+    {0x1D, 1, "oxygen sensor places, four banks", false, false, [](R) { return 0x0Fu; }},
     {0x1E, 1, "power take-off", true, false, [](R) { return 0u; }},
     {0x1F, 2, "time since start", true, false, [](R r) { return Word(std::floor(r.Car.RunTime)); }},
     {0x21, 2, "distance with lamp on", false, false,

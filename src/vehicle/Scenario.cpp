@@ -1,93 +1,14 @@
 #include "vehicle/Scenario.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <fstream>
 #include <functional>
 #include <iterator>
-#include <optional>
-#include <sstream>
+
+#include "vehicle/ScenarioValues.h"
 
 namespace dravik::vehicle {
 namespace {
-
-char Lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-char Upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - ('a' - 'A')) : c;
-}
-
-std::string Lowered(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), Lower);
-    return result;
-}
-
-std::string_view Trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r");
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
-/// Readers of values: each gives an empty text, or what is wrong with the value.
-using Problem = std::string;
-
-std::optional<double> ToNumber(std::string_view text) {
-    double value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) {
-        return std::nullopt;
-    }
-    return value;
-}
-
-std::string Plain(double value) {
-    std::ostringstream stream;
-    stream << value;
-    return stream.str();
-}
-
-Problem ReadNumber(std::string_view text, double low, double high, double& value) {
-    const auto number = ToNumber(text);
-    if (!number) return "\"" + std::string(text) + "\" is not a number";
-    if (*number < low || *number > high) {
-        return std::string(text) + " is not between " + Plain(low) + " and " + Plain(high);
-    }
-    value = *number;
-    return {};
-}
-
-template <typename Integer>
-Problem ReadInteger(std::string_view text, double low, double high, Integer& value) {
-    double number = 0;
-    if (Problem problem = ReadNumber(text, low, high, number); !problem.empty()) return problem;
-    if (number != std::floor(number)) return std::string(text) + " is not a whole number";
-    value = static_cast<Integer>(number);
-    return {};
-}
-
-template <typename Value>
-struct Choice {
-    const char* Word;
-    Value Meaning;
-};
-
-template <typename Value, std::size_t kCount>
-Problem ReadChoice(std::string_view text, const Choice<Value> (&choices)[kCount], Value& value) {
-    std::string known;
-    for (const auto& choice : choices) {
-        if (Lowered(text) == choice.Word) {
-            value = choice.Meaning;
-            return {};
-        }
-        known += (known.empty() ? "" : ", ") + std::string(choice.Word);
-    }
-    return "\"" + std::string(text) + "\" is none of " + known;
-}
-
-constexpr Choice<bool> kSwitches[] = {{"yes", true}, {"no", false}, {"on", true}, {"off", false}};
 
 constexpr Choice<DriveAction> kActions[] = {
     {"off", DriveAction::Off},
@@ -116,77 +37,6 @@ constexpr Choice<char> kProtocols[] = {
     {"kwp-slow", '4'},   {"kwp-fast", '5'},   {"can-11-500", '6'},
     {"can-29-500", '7'}, {"can-11-250", '8'}, {"can-29-250", '9'},
 };
-
-Problem ReadSwitch(std::string_view text, bool& value) {
-    return ReadChoice(text, kSwitches, value);
-}
-
-/// A text without control characters: it is sent to the client as it stands.
-Problem ReadText(std::string_view text, std::size_t longest, std::string& value) {
-    if (text.size() > longest) return "longer than " + std::to_string(longest) + " characters";
-    value = text;
-    return {};
-}
-
-Problem ReadVin(std::string_view text, std::string& value) {
-    if (text.size() != 17) return "a vehicle identification number has 17 characters";
-    value = text;
-    return {};
-}
-
-std::optional<std::vector<std::uint8_t>> ToBytes(std::string_view text) {
-    std::string digits;
-    for (char c : text) {
-        if (c != ' ') digits += c;
-    }
-    if (digits.empty() || digits.size() % 2 != 0) return std::nullopt;
-    std::vector<std::uint8_t> bytes;
-    for (std::size_t i = 0; i < digits.size(); i += 2) {
-        std::uint8_t byte = 0;
-        const char* end = digits.data() + i + 2;
-        if (std::from_chars(digits.data() + i, end, byte, 16).ptr != end) return std::nullopt;
-        bytes.push_back(byte);
-    }
-    return bytes;
-}
-
-Problem ReadPids(std::string_view text, std::set<int>& value) {
-    std::set<int> pids;
-    if (!text.empty()) {
-        const auto bytes = ToBytes(text);
-        if (!bytes) return "\"" + std::string(text) + "\" is no list of hexadecimal PIDs";
-        pids.insert(bytes->begin(), bytes->end());
-        for (int mask : {0x00, 0x20, 0x40}) {
-            if (pids.count(mask) != 0) return "PIDs 00, 20 and 40 are the masks and always answer";
-        }
-    }
-    value = pids;
-    return {};
-}
-
-/// "P0133": letter, a digit up to 3, three hexadecimal digits.
-Problem ReadCode(std::string_view text, std::uint16_t& value) {
-    constexpr std::string_view kLetters = "PCBU";
-    const Problem wrong = "\"" + std::string(text) + "\" is no trouble code like P0133";
-    if (text.size() != 5) return wrong;
-    const auto letter = kLetters.find(Upper(text[0]));
-    std::uint16_t number = 0;
-    const char* end = text.data() + 5;
-    if (letter == std::string_view::npos || text[1] > '3' ||
-        std::from_chars(text.data() + 1, end, number, 16).ptr != end || number == 0) {
-        return wrong;
-    }
-    value = static_cast<std::uint16_t>(letter << 14 | number);
-    return {};
-}
-
-Problem ReadMatch(std::string_view text, std::string& value) {
-    value.clear();
-    for (char c : text) {
-        if (c != ' ') value += Upper(c);
-    }
-    return {};
-}
 
 constexpr double kLongest = 1e7;  // seconds; some months, and no clock arithmetic goes wrong
 
@@ -227,6 +77,7 @@ constexpr Key<Scenario> kInterfaceKeys[] = {
     {"line-feeds", [](Text t, Scenario& s) { return ReadSwitch(t, s.LineFeeds); }},
     {"headers", [](Text t, Scenario& s) { return ReadSwitch(t, s.Headers); }},
     {"spaces", [](Text t, Scenario& s) { return ReadSwitch(t, s.Spaces); }},
+    {"blank-at-line-end", [](Text t, Scenario& s) { return ReadSwitch(t, s.BlankAtLineEnd); }},
     {"when-interrupted",
      [](Text t, Scenario& s) { return ReadChoice(t, kInterruptions, s.StopOnInput); }},
     {"command-latency", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60, s.CommandLatency); }},

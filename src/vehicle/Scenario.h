@@ -82,6 +82,7 @@ struct Scenario {
     bool LineFeeds = true;
     bool Headers = false;
     bool Spaces = true;
+    bool BlankAtLineEnd = true;     ///< after the last byte of a line too
     bool StopOnInput = true;        ///< a character during a request stops it
     double CommandLatency = 0.003;  ///< seconds, likewise below
     double ResetTime = 0.5;

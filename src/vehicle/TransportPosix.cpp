@@ -16,6 +16,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <mutex>
 
 #include "vehicle/Transport.h"
@@ -74,10 +75,13 @@ class DescriptorTransport : public Transport {
     /// True when the descriptor has something to read (or has come to its end).
     bool WaitFor(int descriptor, double seconds) {
         pollfd waiting[2] = {{wake_[0], POLLIN, 0}, {descriptor, POLLIN, 0}};
-        // Poll counts in whole milliseconds; a reply that comes up to one too late is no matter.
-        const int timeout =
-            seconds < 0 ? -1 : static_cast<int>(std::min(std::ceil(seconds * 1000), 1e9));
-        if (poll(waiting, descriptor < 0 ? 1 : 2, timeout) <= 0) return false;
+        // Finer than milliseconds, or every reply would come up to one too late.
+        const double whole = std::floor(std::clamp(seconds, 0.0, 1e9));
+        const timespec limit = {static_cast<time_t>(whole),
+                                static_cast<long>(std::min(seconds - whole, 0.999999999) * 1e9)};
+        if (ppoll(waiting, descriptor < 0 ? 1 : 2, seconds < 0 ? nullptr : &limit, nullptr) <= 0) {
+            return false;
+        }
         if (waiting[0].revents != 0) {
             char buffer[64];
             while (read(wake_[0], buffer, sizeof buffer) > 0) {

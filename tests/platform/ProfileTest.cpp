@@ -216,7 +216,7 @@ TEST(Profile, EveryChangeIsSeenAtOnce) {
     const TemporaryFolder folder;
     const std::string file = folder / "a.ini";
     for (int i = 100; i < 400; ++i) {
-        if (i % 2 == 0) {
+        if (i % 10 == 0) {
             ASSERT_TRUE(WriteProfileString(file, "s", "k", std::to_string(i)));
         } else {
             folder.Write("a.ini", "[s]\nk=" + std::to_string(i) + "\n");

@@ -1,0 +1,116 @@
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <ctime>
+#include <fstream>
+#include <string>
+
+#include "core/basGlobal.h"
+#include "obd/basOBD.h"
+#include "platform/Events.h"
+#include "platform/serial/PseudoTerminal.h"
+
+namespace dravik {
+namespace {
+
+double ProcessorSeconds() {
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+long ResidentKilobytes() {
+    std::ifstream file("/proc/self/statm");
+    long whole = 0;
+    long resident = 0;
+    file >> whole >> resident;
+    return resident * (sysconf(_SC_PAGESIZE) / 1024);
+}
+
+/// A connected link that polls twelve PIDs, and the far end of its pseudo-terminal.
+class PolledLink {
+ public:
+    PolledLink() {
+        GlobalState& g = basGlobal;
+        g = GlobalState{};
+        g.comOBD.OnReceive(HandleReceiveEvent);
+        g.comOBD.SetDevice(terminal_.Path());
+        g.comOBD.Open();
+        g.ConnState = kConnected;
+        for (std::size_t pid = 4; pid < 64; pid += 5) g.PidWanted[pid] = true;
+        probe_ = open(terminal_.Path().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    }
+    ~PolledLink() {
+        close(probe_);
+        basGlobal = GlobalState{};
+    }
+    PolledLink(const PolledLink&) = delete;
+    PolledLink& operator=(const PolledLink&) = delete;
+
+    /// One live request and its reply; the processor time of the program's own part of it.
+    double Exchange() {
+        double start = ProcessorSeconds();
+        RequestNextPid();
+        double work = ProcessorSeconds() - start;
+
+        Answer();
+
+        start = ProcessorSeconds();
+        PumpEvents();
+        work += ProcessorSeconds() - start;
+        return work;
+    }
+
+    bool Alive() const { return basGlobal.comOBD.IsOpen() && !basGlobal.AwaitingReply; }
+
+ private:
+    void Answer() {
+        std::string request;
+        while (request.find('\r') == std::string::npos) request += terminal_.Receive();
+        const std::string reply = "41 " + request.substr(2, 2) + " 1A F8 \r\r>";
+        terminal_.Send(reply);
+        for (int waiting = 0; waiting < static_cast<int>(reply.size());)
+            ioctl(probe_, FIONREAD, &waiting);
+    }
+
+    PseudoTerminal terminal_;
+    int probe_ = -1;
+};
+
+void LiveRequest(benchmark::State& state) {
+    PolledLink link;
+    for (auto _ : state) {
+        state.SetIterationTime(link.Exchange());
+        if (!link.Alive()) return state.SkipWithError("a reply was not taken");
+    }
+}
+BENCHMARK(LiveRequest)->UseManualTime()->Unit(benchmark::kMicrosecond);
+
+void MemoryOverAMillionRequests(benchmark::State& state) {
+    constexpr int kWarmUp = 100000;
+    PolledLink link;
+    for (int i = 0; i < kWarmUp; ++i) link.Exchange();
+    const long before = ResidentKilobytes();
+    for (auto _ : state) {
+        state.SetIterationTime(link.Exchange());
+        if (!link.Alive()) return state.SkipWithError("a reply was not taken");
+    }
+    state.SetLabel("resident " + std::to_string(before) + " -> " +
+                   std::to_string(ResidentKilobytes()) + " kB");
+}
+BENCHMARK(MemoryOverAMillionRequests)
+    ->UseManualTime()
+    ->Iterations(1000000)
+    ->Unit(benchmark::kMicrosecond);
+
+}  // namespace
+}  // namespace dravik
+
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+}

@@ -1,0 +1,85 @@
+#!/usr/bin/env python3
+"""Makes the skins: the ini files, the pictures at both sizes, and the start-up picture.
+
+Needs rsvg-convert (librsvg2-bin), optipng and the DejaVu fonts; see skins/README.md."""
+
+import ctypes
+import os
+import subprocess
+import sys
+import tempfile
+from concurrent.futures import ThreadPoolExecutor
+
+HERE = os.path.dirname(os.path.abspath(__file__))
+SKINS = os.path.dirname(HERE)
+STARTUP = os.path.join(SKINS, "../packaging/Dravik.jpg")
+
+# What the sensors are called in each language, to measure it.
+sys.path.append(os.path.join(SKINS, "../languages/src"))
+
+import pages  # noqa: E402
+from palette import NIGHT, PALETTES, check_shapes  # noqa: E402
+from skin import Skin  # noqa: E402
+
+
+def render(svg, path, zoom):
+    subprocess.run(["rsvg-convert", "--zoom", str(zoom), "--output", path],
+                   input=svg.encode(), check=True)
+    subprocess.run(["optipng", "-quiet", "-strip", "all", "-o1", path], check=True)
+
+
+def write_pictures(skin, pool):
+    folder = os.path.join(SKINS, skin.name)
+    os.makedirs(folder, exist_ok=True)
+    wanted = {}
+    for name, (_, _, svg) in skin.pictures.items():
+        wanted[name + ".png"] = (svg, 1)
+        wanted[name + "@2x.png"] = (svg, 2)
+    for file in os.listdir(folder):
+        if file not in wanted:
+            os.remove(os.path.join(folder, file))
+    return [pool.submit(render, svg, os.path.join(folder, file), zoom)
+            for file, (svg, zoom) in wanted.items()]
+
+
+def write_startup():
+    """A JPEG, through the library that rsvg-convert itself comes with."""
+    pixbuf = ctypes.CDLL("libgdk_pixbuf-2.0.so.0")
+    pixbuf.gdk_pixbuf_new_from_file.restype = ctypes.c_void_p
+    with tempfile.TemporaryDirectory() as folder:
+        path = os.path.join(folder, "startup.png")
+        render(pages.startup(NIGHT), path, 1)
+        picture = pixbuf.gdk_pixbuf_new_from_file(path.encode(), None)
+    saved = pixbuf.gdk_pixbuf_save(ctypes.c_void_p(picture), STARTUP.encode(), b"jpeg", None,
+                                   b"quality", b"92", None)
+    if not saved:
+        raise OSError("could not write " + STARTUP)
+
+
+def main():
+    skins = []
+    faults = []
+    for name, colors in PALETTES.items():
+        skin = Skin(name, colors)
+        pages.all_pages(skin)
+        skin.check()
+        faults += skin.faults + list(check_shapes(name))
+        skins.append(skin)
+    if faults:
+        print("\n".join(dict.fromkeys(faults)), file=sys.stderr)
+        return 1
+    with ThreadPoolExecutor(2) as pool:
+        jobs = []
+        for skin in skins:
+            with open(os.path.join(SKINS, skin.name + ".ini"), "w", newline="\n") as file:
+                file.write(skin.ini())
+            jobs += write_pictures(skin, pool)
+        for job in jobs:
+            job.result()
+    write_startup()
+    print(f"{len(jobs)} pictures")
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,360 @@
+"""The pages and boxes."""
+
+import draw
+import parts
+import sensors
+from icons import icon
+from palette import number
+from parts import COLUMNS, ON_BACK, ON_PANEL, ROWS, THIRD, THIRDS
+from skin import PLAIN, Section
+
+MENUS = ["mainmenu", "dashboard", "engine", "trims", "chart", "troublecodes", "sensors",
+         "sensors2", "sensors3", "mediaplayer", "system"]
+
+
+def general(skin):
+    Section(skin, "General", [("Width", 800), ("Height", 480), ("Imagefolder", skin.name)]
+            + [(f"Menu{i}", name) for i, name in enumerate(MENUS)])
+
+
+def mark(x, y, size, c):
+    """Our own sign: a small dial."""
+    middle, radius = size / 2, size / 2
+    return (f'<g transform="translate({x} {y})">'
+            + draw.arc(middle, middle, radius - 3, 50, 250, c["accent"], size * 0.09)
+            + draw.arc(middle, middle, radius - 3, 262, 310, c["danger"], size * 0.09)
+            + f'<path d="M{middle} {middle} L{middle + radius * 0.5:.2f} {middle - radius * 0.5:.2f}"'
+            f' stroke="{c["text"]}" stroke-width="{size * 0.08:.2f}" stroke-linecap="round"/>'
+            f'<circle cx="{middle}" cy="{middle}" r="{size * 0.09:.2f}" fill="{c["text"]}"/></g>')
+
+
+def mainmenu(skin):
+    c = skin.colors
+    page = parts.page(skin, "mainmenu", "Main menu")
+    head = (draw.box(0, 0, 792, 58, c["panel"], c["edge"], 8, 1.5) + mark(14, 8, 42, c)
+            + draw.text(70, 38, "Dravik", 26, c["text"]))
+    page.image(skin.picture("head", 792, 58, head), 4, 4)
+    hint = (draw.box(0, 0, 470, 50, c["panel"])
+            + draw.text(466, 21, "No connection: plug in the interface, switch on", 15, c["text"],
+                        "end", False, True)
+            + draw.text(466, 42, "the ignition, then touch Connect.", 15, c["text"], "end", False,
+                        True))
+    page.image(skin.picture("hint-connect", 470, 50, hint), 314, 8)
+    ready = (draw.box(0, 0, 470, 50, c["panel"])
+             + draw.text(466, 31, "Connected to the vehicle", 15, c["text"], "end", False, True))
+    page.image(skin.picture("hint-ready", 470, 50, ready), 314, 8, "obd_connected")
+    tiles = [("openmenu_dashboard", "dashboard", "Dashboard"),
+             ("openmenu_engine", "engine", "Engine"),
+             ("openmenu_trims", "trims", "Mixture"),
+             ("openmenu_chart", "chart", "Chart"),
+             ("openmenu_troublecodes", "codes", "Trouble codes"),
+             ("openmenu_sensors", "sensors", "Sensors"),
+             ("openmenu_mediaplayer", "media", "Media"),
+             ("openmenu_system", "system", "System"),
+             ("obd_connect", "connect", "Connect")]
+    for i, (function, symbol, caption) in enumerate(tiles):
+        parts.icon_key(page, function, THIRDS[i % 3], 68 + 112 * (i // 3), THIRD, 106, symbol,
+                       caption, i, points=18, size=52)
+
+
+RPM = dict(range=(0, 8000), sweep=(60, 300), outer=139, major=20, minor=11, step=1000,
+           between=200, numbers=range(0, 8001, 1000), unit=1000, digits=21, zones=[(6500, 8000, "danger")])
+SPEED = dict(range=(0, 240), sweep=(60, 300), outer=139, major=20, minor=11, step=20,
+             between=10, numbers=range(0, 241, 40), digits=21)
+RADIUS = 147
+
+
+def big_dial(page, name, x, y, dial, remark):
+    skin = page.skin
+    c = skin.colors
+    middle = RADIUS
+    shapes = (draw.face(middle, middle, RADIUS, c) + draw.scale(middle, middle, dial, c)
+              + draw.hub(middle, middle, 20, c))
+    if remark:
+        shapes += draw.text(middle, middle + 50, remark, 14, c["muted"], "middle", False)
+    page.image(skin.picture("dial-" + name.split(".")[0], 2 * RADIUS, 2 * RADIUS, shapes),
+               x - RADIUS, y - RADIUS)
+    parts.needle(page, "sensor_" + name, x, y, *dial["range"], *dial["sweep"], 26, 130)
+    on = ("face0", "face1")
+    page.label("sensorcaption_" + name, x - 71, y - 48, 142, 12, "muted", on, 2)
+    page.label("sensor_" + name, x - 97, y + 101, 194, 29, "text", on, 2)
+    page.label("sensorunit_" + name, x - 40, y + 126, 80, 13, "muted", on, 2)
+
+
+def dashboard(skin):
+    c = skin.colors
+    page = parts.page(skin, "dashboard", "Dashboard")
+    big_dial(page, "rpm.engine", 151, 151, RPM, "× 1000")
+    big_dial(page, "speed", 649, 151, SPEED, "")
+
+    for y, name in ((4, "temp.ambient"), (98, "volt.obdcontrolmodule")):
+        page.image(parts.panel(skin, 192, 88), 304, y)
+        page.label("sensorcaption_" + name, 314, y + 26, 172, 13, "muted", ON_PANEL)
+        page.label("sensor_" + name, 308, y + 70, 155, 23, "text", ON_PANEL, 1)
+        page.label("sensorunit_" + name, 467, y + 70, 28, 14, "muted", ON_PANEL)
+
+    # The lamp: dark in the tile, lit as a picture of its own, and a touch opens the codes.
+    dark = (draw.box(0, 0, 192, 106, c["panel"], c["edge"], 8, 1.5)
+            + icon("engine", 14, 20, 72, c["off"]))
+    page.image(skin.picture("lamp-tile", 192, 106, dark), 304, 192)
+    page.image(skin.picture("lamp-lit", 80, 80, icon("engine", 4, 4, 72, c["warn"], stroke=3.8)),
+               314, 208, "obd_malfunction")
+    page.button("openmenu_troublecodes", 304, 192, parts.glass(skin, 192, 106), 0,
+                label=("Codes", 100, 30, 86, 13, "muted", ON_PANEL, 0))
+    page.label("obd_troublecodescount", 404, 276, 84, 36, "text", ON_PANEL)
+
+    bars = [("temp.enginecoolant", "bar-coolant", 40, 130, "obd_05", (80, 170),
+             [(108, 116, "warn"), (116, 130, "danger")]),
+            ("value.loadcalculated", "bar-load", 0, 100, None, None, []),
+            ("value.fuellevel", "bar-fuel", 0, 100, None, None,
+             [(0, 12, "warn")])]
+    for x, (name, picture, low, high, source, shown, zones) in zip(THIRDS, bars):
+        y = 304
+        page.image(parts.panel(skin, THIRD, 96), x, y)
+        page.label("sensorcaption_" + name, x + 12, y + 24, 160, 13, "muted", ON_PANEL)
+        page.label("sensor_" + name, x + 12, y + 62, 198, 26, "text", ON_PANEL, 1)
+        page.label("sensorunit_" + name, x + 218, y + 62, 36, 14, "muted", ON_PANEL)
+        # The temperature's bar reads the raw value, which is the same in every unit.
+        parts.bar(page, source or "sensor_" + name, x + 12, y + 72, picture, THIRD - 24, 14, low,
+                  high, zones, shown)
+
+
+def engine(skin):
+    page = parts.page(skin, "engine", "Engine")
+    names = ["rpm.engine", "speed", "value.loadcalculated", "value.throttle",
+             "temp.enginecoolant", "temp.intake", "temp.ambient", "volt.obdcontrolmodule",
+             "value.airflowrate", "p.intakemanifold", "p.barometric", "angle.ignitiontiming",
+             "value.fuellevel", "p.fuelrail", "p.fuelraildirect", "value.loadabsolute",
+             "value.acceleratorpedalpositiond", "value.commandedthrottlecontrol",
+             "value.throttlerelative", "time.enginestart"]
+    for i, name in enumerate(names):
+        parts.sensor_tile(page, name, COLUMNS[i % 4], ROWS[i // 4], i)
+
+
+TRIM = dict(range=(-100, 100), sweep=(40, 320), outer=78, major=13, minor=8, step=50,
+            between=10, numbers=(-100, -50, 50, 100), digits=13, thick=4,
+            zones=[(-100, -25, "warn"), (-10, 10, "normal"), (25, 100, "warn")])
+
+
+def trims(skin):
+    c = skin.colors
+    page = parts.page(skin, "trims", "Mixture")
+    names = ["value.shorttermfueltrimbank1", "value.longtermfueltrimbank1",
+             "value.shorttermfueltrimbank2", "value.longtermfueltrimbank2"]
+    radius = 84
+    dial = (draw.face(radius, radius, radius, c, 4) + draw.scale(radius, radius, TRIM, c)
+            + draw.hub(radius, radius, 12, c))
+    skin.picture("dial-trim", 2 * radius, 2 * radius, dial)
+    for x, name in zip(COLUMNS, names):
+        page.image(parts.panel(skin, 195, 235), x, 4)
+        page.image("dial-trim", x + 13, 10)
+        parts.needle(page, "sensor_" + name, x + 97, 94, -100, 100, *TRIM["sweep"], 17, 72, 5, 2)
+        page.label("sensorcaption_" + name, x + 8, 201, 179, 13, "muted", ON_PANEL, 2)
+        page.label("sensor_" + name, x + 4, 231, 142, 20, "text", ON_PANEL, 1)
+        page.label("sensorunit_" + name, x + 152, 231, 40, 13, "muted", ON_PANEL)
+    tiles = ["value.commandedequivalence", "temp.catalystbank1sensor1",
+             "temp.catalystbank1sensor2", "value.commandedevaporativepurge",
+             "value.commandedegr", "temp.catalystbank2sensor1", "temp.catalystbank2sensor2",
+             "value.egrerror"]
+    for i, name in enumerate(tiles):
+        parts.sensor_tile(page, name, COLUMNS[i % 4], ROWS[3 + i // 4], i)
+
+
+def chart(skin):
+    c = skin.colors
+    page = parts.page(skin, "chart", "Chart")
+    names = ["rpm.engine", "speed", "value.loadcalculated", "value.throttle"]
+    skin.picture("chart", 338, 152, draw.box(0, 0, 338, 152, c["face1"], radius=5))
+    for i, name in enumerate(names):
+        x, y = 4 + 350 * (i % 2), 4 + 200 * (i // 2)
+        page.image(parts.panel(skin, 346, 195), x, y)
+        page.label("sensorcaption_" + name, x + 10, y + 28, 144, 12, "muted", ON_PANEL)
+        page.label("sensor_" + name, x + 152, y + 30, 140, 21, "text", ON_PANEL, 1)
+        page.label("sensorunit_" + name, x + 296, y + 30, 46, 12, "muted", ON_PANEL)
+        page.add("Chart", "sensor_" + name, X=x + 4, Y=y + 39, Time=60, Mode=0,
+                 Color=number(c["accent"]), GridColor=number(c["grid"]), Background="chart.png")
+    keys = [("pause_chartall", "pause", "Pause"), ("clr_chartall", "clear", "Clear"),
+            ("snapshot_all", "snapshot", "Picture")]
+    for i, (function, symbol, caption) in enumerate(keys):
+        parts.tall_key(page, function, 704, 4 + 133 * i, 92, 129, symbol, caption, i)
+
+
+def list_page(page, function, top, points, tab):
+    skin = page.skin
+    c = skin.colors
+    page.image(parts.panel(skin, 586, 315), 4, 4)
+    page.image(parts.frame(skin, 586, 315), 4, 4, "mouseover_list")
+    height = 305 - top
+    page.add("List", function, X=10, Y=9 + top, Width=574, Height=height, Font=PLAIN,
+             FontSize=points, FontStyle="Regular", FontColor=number(c["text"]),
+             BackColor=number(c["panel"]), Tabindex=tab)
+
+
+def step_keys(page, top, height, tab):
+    """Keys that move the selection of the list."""
+    for i, (function, symbol) in enumerate((("value_+", "up"), ("value_-", "down"))):
+        size = 60
+        page.button(function, 594, top + (height + 4) * i, parts.key(page.skin, 202, height),
+                    tab + i, image=(parts.icon_picture(page.skin, symbol, size, "accent"), 71,
+                                    (height - size) // 2))
+
+
+def troublecodes(skin):
+    c = skin.colors
+    page = parts.page(skin, "troublecodes", "Trouble codes", command="obd_gettroublecodes")
+    list_page(page, "troublecodes", 0, 18, 0)
+    dark = (draw.box(0, 0, 202, 101, c["panel"], c["edge"], 8, 1.5)
+            + icon("engine", 14, 18, 68, c["off"]))
+    page.image(skin.picture("lamp-wide", 202, 101, dark), 594, 4)
+    page.image(skin.picture("lamp-lit68", 76, 76, icon("engine", 4, 4, 68, c["warn"], stroke=3.8)),
+               604, 18, "obd_malfunction")
+    page.label("text", 694, 32, 96, 13, "muted", ON_PANEL, caption="Codes")
+    page.label("obd_troublecodescount", 694, 80, 96, 36, "text", ON_PANEL)
+    step_keys(page, 109, 103, 1)
+    keys = [("obd_gettroublecodes", "read", "Read"), ("obd_cleartroublecodes", "clear", "Clear"),
+            ("openmenu_freezeframe", "freeze", "Freeze frame")]
+    for i, (function, symbol, caption) in enumerate(keys):
+        parts.icon_key(page, function, THIRDS[i], 324, THIRD, 75, symbol, caption, 3 + i,
+                       points=17)
+
+
+def freezeframe(skin):
+    page = parts.page(skin, "freezeframe", "Freeze frame", ("status", "navigationback"))
+    names = ["rpm.engine", "speed", "value.loadcalculated", "temp.enginecoolant", "temp.intake",
+             "value.throttle", "value.shorttermfueltrimbank1", "value.longtermfueltrimbank1",
+             "value.airflowrate", "p.intakemanifold", "p.fuelrail", "angle.ignitiontiming"]
+    for i, name in enumerate(names):
+        x, y = THIRDS[i % 3], 4 + 99 * (i // 3)
+        page.image(parts.panel(skin, THIRD, 95), x, y)
+        page.label("sensorcaption_" + name, x + 12, y + 28, 230, 14, "muted", ON_PANEL)
+        page.label("sensor_" + name, x + 8, y + 76, 186, 26, "text", ON_PANEL, 1)
+        page.label("sensorunit_" + name, x + 200, y + 76, 56, 14, "muted", ON_PANEL)
+
+
+def sensor_pages(skin):
+    """All sensors, fourteen to a page, and a cell with all on and all off."""
+    c = skin.colors
+    lit = skin.picture("switch-on", 66, 36, draw.box(0, 0, 66, 36, c["accent"], c["accent"], 18, 2)
+                       + f'<circle cx="48" cy="18" r="11" fill="{c["panel"]}"/>')
+    names = [row[1] for row in sensors.SENSORS]
+    if len(names) > 42:
+        skin.fault("the sensor pages show 42 sensors")
+    for number_ in range(3):
+        name = "sensors" + (str(number_ + 1) if number_ else "")
+        page = parts.page(skin, name, f"Sensors {number_ + 1} of 3")
+        width, height = THIRD, 75
+        for i, sensor in enumerate(names[14 * number_:14 * number_ + 14]):
+            page.button("sensortoggle_" + sensor, THIRDS[i % 3], ROWS[i // 3],
+                        parts.key(skin, width, height, "switch"), i,
+                        image=(lit, width - 78, (height - 36) // 2), state="sensoron_" + sensor,
+                        label=("=sensorcaption_" + sensor, 12, 44, 168, 14, "text", parts.ON_KEY,
+                               0))
+        for i, (function, caption) in enumerate((("sensoron_all", "All on"),
+                                                 ("sensoroff_all", "All off"))):
+            page.button(function, THIRDS[2] + 132 * i, ROWS[4], parts.key(skin, 128, height),
+                        14 + i, label=(caption, 4, 45, 120, 16, "text", parts.ON_KEY, 2))
+
+
+def mediaplayer(skin):
+    c = skin.colors
+    page = parts.page(skin, "mediaplayer", "Media")
+    list_page(page, "media", 34, 18, 0)
+    page.label("currentfolder", 16, 32, 420, 14, "muted", ON_PANEL)
+    page.label("indexlabel", 440, 32, 138, 14, "muted", ON_PANEL, 1)
+    size = 44
+    page.button("gofolder_parent", 594, 4, parts.key(skin, 202, 101), 1,
+                image=(parts.icon_picture(skin, "parent", size, "accent"), 22, 28),
+                label=("Folder up", 82, 58, 116, 16, "text", parts.ON_KEY, 0))
+    step_keys(page, 109, 103, 2)
+
+    # The panel lies beneath the slider, so that a frame around it can show the selection.
+    page.image(parts.panel(skin, 586, 75), 4, 324)
+    page.image(parts.frame(skin, 586, 75), 4, 324, "mouseover_slider_slider0")
+    track = draw.box(0, 0, 578, 67, c["panel"], None, 6)
+    for name, fill in (("track", "empty"), ("track-full", "accent")):
+        skin.picture(name, 578, 67, track + draw.box(10, 27, 558, 13, c[fill], None, 6))
+    for name, fill, edge in (("knob", c["key"], c["keyedge"]), ("knob-over", c["focus"], c["accent"]),
+                             ("knob-down", c["down"], c["accent"])):
+        skin.picture(name, 80, 67, draw.box(2, 1, 76, 65, fill, edge, 10, 2.5)
+                     + f'<path d="M32 22 V45 M40 22 V45 M48 22 V45" stroke="{c["muted"]}"'
+                     ' stroke-width="3" stroke-linecap="round"/>')
+    page.add("Slider", "listview", X=8, Y=328, Direction=1, Tabindex=4, Background="track.png",
+             Progress="track-full.png", Bar="knob.png", BarOver="knob-over.png",
+             BarDown="knob-down.png")
+    note = (draw.box(0, 0, 202, 75, c["panel"], c["edge"], 8, 1.5)
+            + draw.text(101, 34, "Touch an entry twice", 15, c["text"], "middle", False, True)
+            + draw.text(101, 56, "to open it", 15, c["text"], "middle", False, True))
+    page.image(skin.picture("note-open", 202, 75, note), 594, 324)
+
+
+def system(skin):
+    page = parts.page(skin, "system", "System")
+    keys = [("obd_connect", "connect", "Connect"), ("config", "settings", "Settings"),
+            ("osk", "keyboard", "Keyboard"), ("openmenu_sensors", "sensors", "Sensors"),
+            ("minimize", "minimise", "Minimise"),
+            ("showquery_End the program?:quit", "end", "End")]
+    for i, (function, symbol, caption) in enumerate(keys):
+        parts.icon_key(page, function, THIRDS[i % 3], 4 + 108 * (i // 3), THIRD, 103, symbol,
+                       caption, i, points=18, size=52)
+    page.image(parts.panel(skin, 792, 179), 4, 220)
+    rows = [("Program", "text"), ("Interface", "obd_interface"), ("Protocol", "obd_protocol"),
+            ("Stored codes", "obd_troublecodescount")]
+    for i, (caption, function) in enumerate(rows):
+        baseline = 256 + 42 * i
+        page.label("text", 22, baseline, 150, 15, "muted", ON_PANEL, caption=caption)
+        page.label(function, 190, baseline, 590, 17, "text", ON_PANEL,
+                   caption="APP_Title" if function == "text" else "")
+
+
+def shortcuts(skin):
+    c = skin.colors
+    box = Section(skin, "shortcuts", [("BackgroundX", 0), ("BackgroundY", 0)])
+    left, top, width, height = 110, 60, 580, 290
+    shapes = (f'<rect width="800" height="480" fill="{c["veil"]}" fill-opacity="0.62"/>'
+              + draw.box(left, top, width, height, c["panel"], c["accent"], 12, 2)
+              + draw.text(left + 18, top + 32, "Shortcuts", 18, c["muted"]))
+    box.image(skin.picture("shortcuts", 800, 480, shapes), 0, 0)
+    keys = [("openmenu_dashboard", "dashboard", "Dashboard"), ("openmenu_engine", "engine", "Engine"),
+            ("openmenu_chart", "chart", "Chart"), ("openmenu_troublecodes", "codes", "Codes"),
+            ("openmenu_previous", "back", "Last page"), ("obd_connect", "connect", "Connect"),
+            ("osk", "keyboard", "Keyboard"), ("closebox", "no", "Close")]
+    for i, (function, symbol, caption) in enumerate(keys):
+        parts.tall_key(box, function, left + 16 + 138 * (i % 4), top + 46 + 120 * (i // 4), 134,
+                       114, symbol, caption, i, size=44)
+
+
+def messages(skin):
+    c = skin.colors
+    for name, symbol, color, answers in (("warning", "warning", "warn", ["ok"]),
+                                         ("info", "info", "accent", ["ok"]),
+                                         ("query", "query", "accent", ["yes", "no"])):
+        width, height = 580, 280
+        skin.picture("box-" + name, width, height,
+                     draw.box(0, 0, width, height, c["panel"], c[color], 14, 3)
+                     + icon(symbol, 26, 30, 64, c[color]))
+        box = Section(skin, name, [("Background", f"box-{name}.png")])
+        box.check_text("message", [], 440, 16, PLAIN, "text", ON_PANEL, False)
+        box.lines += ["Label0X=116", "Label0Y=47", "Label0Width=440", "Label0Height=135",
+                      f"Label0Font={PLAIN}", "Label0FontSize=16", "Label0Alignment=0",
+                      f"Label0Color={number(c['text'])}"]
+        for i, answer in enumerate(answers):
+            x = (width - 210) // 2 if len(answers) == 1 else 70 + 230 * i
+            key = parts.key(skin, 210, 76, answer)
+            box.add("Button", answer, X=x, Y=186, Up=key + "-up.png", Over=key + "-over.png",
+                    Down=key + "-down.png")
+
+
+def all_pages(skin):
+    general(skin)
+    parts.status(skin)
+    parts.navigation(skin)
+    for build in (mainmenu, dashboard, engine, trims, chart, troublecodes, freezeframe,
+                  sensor_pages, mediaplayer, system, shortcuts, messages):
+        build(skin)
+
+
+def startup(c):
+    """The start-up picture."""
+    return (f'<svg xmlns="http://www.w3.org/2000/svg" width="800" height="480">'
+            f'<rect width="800" height="480" fill="{c["back1"]}"/>' + mark(300, 90, 200, c)
+            + draw.text(400, 375, "Dravik", 64, c["text"], "middle") + "</svg>")

@@ -1,0 +1,234 @@
+"""A skin being made: its sections and pictures, and what is wrong with them.
+
+Every text states what it stands on, so that its contrast is known; every text is measured in its
+widest form. What is found wrong stops the build."""
+
+import functools
+import struct
+
+import fonts
+import sensors
+from palette import FIGURES, TEXT, contrast, number
+
+WIDTH, HEIGHT = 800, 480
+TOUCH = 64
+VALUE_BYTES = 63
+LABELS, GAUGES, CHARTS = 41, 17, 7
+
+PLAIN = "DejaVu Sans"
+NARROW = "DejaVu Sans Condensed"
+
+STATUS_TEXTS = ["Not Connected.", "Comport not found.", "Connected.", "Connecting....",
+                "Initializing.", "Receiving Data.", "Open Channel.", "Close Channel.",
+                "Reading Trouble Codes..", "Resetting Trouble Codes.."]
+OTHER_TEXTS = {
+    "obd_status": STATUS_TEXTS,
+    "time": ["14:58:58", "12:58:58 PM"],
+    "date": ["28.08.2028"],
+    "obd_troublecodescount": ["127"],
+    "indexlabel": ["88888/88888"],
+    "obd_interface": ["W" * 20],
+    "obd_protocol": ["AUTO, ISO 15765-4 (CAN 11/500)", "AUTO, ISO 14230-4 (KWP FAST)"],
+    "APP_Title": ["Dravik V88.88.88"],
+    "currentfolder": ["M" * 20],
+}
+
+
+def single(value):
+    return struct.unpack("f", struct.pack("f", value))[0]
+
+
+def general_number(value):
+    """A single-precision value in the general number format, near enough to measure."""
+    value = single(value)
+    return f"{value:.7g}" if abs(value) < 1e7 else f"{value:.6E}"
+
+
+@functools.cache
+def _sensor(name):
+    rows = [row for row in sensors.SENSORS if row[1] == name]
+    if not rows:
+        raise ValueError("no sensor " + name)
+    return rows[0]
+
+
+@functools.cache
+def value_texts(name):
+    """The longest that a sensor can show, metric or not. Next to nothing, which has the most
+    decimals, is left out: no sensor of a running engine rests there."""
+    _, _, size, factor, offset, unit = _sensor(name)
+    shown = set()
+    scales = [(1, 0)]
+    if unit in sensors.IMPERIAL:
+        scales.append(sensors.IMPERIAL[unit][:2])
+    for times, plus in scales:
+        f = single(factor * times)
+        o = single(offset * times + plus)
+        top = 256 ** size
+        for raw in range(0, top, max(1, top // 4096) | 1):
+            if abs(f * raw + o) >= 0.1:
+                shown.add(general_number(f * raw + o))
+    longest = max(len(text) for text in shown)
+    return sorted(text for text in shown if len(text) >= longest - 1)
+
+
+def unit_texts(name):
+    unit = _sensor(name)[5]
+    texts = {sensors.METRIC[unit][2] if unit in sensors.METRIC else unit}
+    if unit in sensors.IMPERIAL:
+        texts.add(sensors.IMPERIAL[unit][2])
+    for table in sensors.UNIT_TEXTS.values():
+        texts.add(table.get(unit, unit if unit not in sensors.METRIC else ""))
+    return sorted(texts)
+
+
+def shown_texts(function, caption=""):
+    """What a label function can show at its longest."""
+    if function == "text":
+        return OTHER_TEXTS.get(caption, [caption])
+    word, _, argument = function.partition("_")
+    if word == "sensor":
+        return value_texts(argument)
+    if word == "sensorcaption":
+        return list(sensors.CAPTIONS[_sensor(argument)[0]])
+    if word == "sensorunit":
+        return unit_texts(argument)
+    return OTHER_TEXTS[function]
+
+
+class Section:
+    def __init__(self, skin, name, keys=()):
+        self.skin = skin
+        self.name = name
+        self.lines = [f"{key}={value}" for key, value in keys]
+        self.counts = {}
+        self.shared = [value for key, value in keys if key.startswith("CommonObjects")]
+        self.buttons = []
+        skin.sections.append(self)
+
+    def add(self, kind, function, **keys):
+        """One element; returns its number."""
+        number_ = self.counts.get(kind, 0)
+        self.counts[kind] = number_ + 1
+        for key, value in {"Function": function, **keys}.items():
+            if len(str(value).encode()) > VALUE_BYTES:
+                self.skin.fault(f"{self.name}: {kind}{number_}{key} is too long: {value}")
+            self.lines.append(f"{kind}{number_}{key}={value}")
+        return number_
+
+    def image(self, picture, x, y, function="picture"):
+        width, height = self.skin.size(picture)
+        self._inside("image " + picture, x, y, width, height)
+        self.add("Image", function, X=x, Y=y, Width=width, Height=height, Picture=picture + ".png")
+
+    def _inside(self, what, x, y, width, height):
+        if x < 0 or y < 0 or x + width > WIDTH or y + height > HEIGHT:
+            self.skin.fault(f"{self.name}: {what} leaves the page")
+
+    def check_text(self, what, texts, width, points, face, color, on, figures):
+        size = fonts.pixels(points)
+        widest = max(texts, key=lambda text: fonts.width(text, face, size), default="")
+        needed = fonts.width(widest, face, size)
+        if needed > width:
+            self.skin.fault(f"{self.name}: {what} needs {needed:.0f} of {width}: {widest}")
+        colors = self.skin.colors
+        bar = FIGURES if figures else TEXT
+        for back in on:
+            found = contrast(colors[color], colors[back])
+            if found < bar:
+                self.skin.fault(f"{self.name}: {what}: {color} on {back} has {found:.2f}, not {bar}")
+
+    def label(self, function, x, baseline, width, points, color, on, align=0, caption="",
+              face=NARROW):
+        """A text by its baseline."""
+        figures = function.startswith("sensor_") or function.endswith("count")
+        size = fonts.pixels(points)
+        y = baseline - int(size * fonts.ASCENT + 0.5)
+        height = int(size * fonts.LINE) + 2
+        self._inside("label " + function, x, y, width, height)
+        self.check_text("label " + function, shown_texts(function, caption), width, points, face, color,
+                   on, figures)
+        keys = dict(X=x, Y=y, Width=width, Height=height, Font=face, FontSize=points,
+                    Alignment=align, Color=number(self.skin.colors[color]))
+        if function == "text":
+            keys["Caption"] = caption
+        self.add("Label", function, **keys)
+
+    def button(self, function, x, y, key, tab, image=None, state=None, label=None):
+        """A button of the pictures `key`, `key`-over and `key`-down. `image` is a picture and its
+        place, `state` the function that switches it; `label` a caption (or a label function after
+        "=") with x, baseline, width, points, colour, what it stands on, and alignment."""
+        width, height = self.skin.size(key + "-up")
+        if width < TOUCH or height < TOUCH:
+            self.skin.fault(f"{self.name}: button {function} is {width} by {height}")
+        self._inside("button " + function, x, y, width, height)
+        for other, rect in self.buttons:
+            if (x < rect[0] + rect[2] and rect[0] < x + width
+                    and y < rect[1] + rect[3] and rect[1] < y + height):
+                self.skin.fault(f"{self.name}: buttons {function} and {other} overlap")
+        self.buttons.append((function, (x, y, width, height)))
+        keys = dict(X=x, Y=y, Up=key + "-up.png", Over=key + "-over.png", Down=key + "-down.png",
+                    Tabindex=tab)
+        if image:
+            picture, image_x, image_y = image
+            self.skin.size(picture)
+            keys.update(Image=picture + ".png", ImageX=image_x, ImageY=image_y)
+        if state:
+            keys["ImageFunction"] = state
+        if label:
+            text, label_x, baseline, room, points, color, on, align = label
+            size = fonts.pixels(points)
+            if text.startswith("="):
+                keys["LabelFunction"] = text[1:]
+                texts = shown_texts(text[1:])
+            else:
+                keys.update(LabelFunction="text", LabelCaption=text)
+                texts = [text]
+            self.check_text("button " + function, texts, room, points, NARROW, color, on, False)
+            if label_x + room > width:
+                self.skin.fault(f"{self.name}: caption of {function} leaves the button")
+            keys.update(LabelX=label_x, LabelY=baseline - int(size * fonts.ASCENT + 0.5),
+                        LabelWidth=room, LabelHeight=int(size * fonts.LINE) + 2,
+                        LabelAlignment=align, LabelFontSize=points, LabelFont=NARROW,
+                        LabelColor=number(self.skin.colors[color]))
+        self.add("Button", function, **keys)
+
+
+class Skin:
+    def __init__(self, name, colors):
+        self.name = name
+        self.colors = colors
+        self.sections = []
+        self.pictures = {}
+        self.faults = []
+
+    def fault(self, text):
+        self.faults.append(f"{self.name}: {text}")
+
+    def picture(self, name, width, height, shapes):
+        """Keeps a picture; the same name always means the same picture."""
+        svg = (f'<svg xmlns="http://www.w3.org/2000/svg" width="{width}" height="{height}"'
+               f' viewBox="0 0 {width} {height}">{shapes}</svg>')
+        if self.pictures.setdefault(name, (width, height, svg))[2] != svg:
+            self.fault(f"two pictures are called {name}")
+        return name
+
+    def size(self, picture):
+        return self.pictures[picture][:2]
+
+    def check(self):
+        by_name = {section.name: section for section in self.sections}
+        for section in self.sections:
+            parts = [section] + [by_name[name] for name in section.shared]
+            for kind, limit in (("Label", LABELS), ("Gauge", GAUGES), ("Chart", CHARTS)):
+                count = sum(part.counts.get(kind, 0) for part in parts)
+                if count > limit:
+                    self.fault(f"{section.name}: {count} elements of the kind {kind}")
+            used = "\n".join(line for part in self.sections for line in part.lines)
+        for name in self.pictures:
+            if f"={name}.png" not in used:
+                self.fault(f"picture {name} is not used")
+
+    def ini(self):
+        blocks = [f"[{s.name}]\n" + "\n".join(s.lines) for s in self.sections]
+        return "; Made by skins/src/build.py.\n" + "\n\n".join(blocks) + "\n"

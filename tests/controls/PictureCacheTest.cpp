@@ -1,0 +1,117 @@
+#include "controls/PictureCache.h"
+
+#include <gmock/gmock.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace dravik {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+class PictureCacheTest : public ::testing::Test {
+ protected:
+    PictureCacheTest() { ClearPictureCache(); }
+
+    std::string Save(const std::string& name, int width, int height,
+                     const QColor& color = Qt::red) {
+        QImage image(width, height, QImage::Format_RGB32);
+        image.fill(color);
+        const std::string path = Path(name);
+        EXPECT_TRUE(image.save(QString::fromStdString(path)));
+        return path;
+    }
+
+    std::string Path(const std::string& name) const {
+        return folder_.path().toStdString() + "/" + name;
+    }
+
+ private:
+    QTemporaryDir folder_;
+};
+
+TEST_F(PictureCacheTest, ScalesToWholePixelsAndKeepsTheDesignSize) {
+    const std::string path = Save("button.png", 101, 33);
+    const SkinPicture picture = LoadSkinPicture(path, 1.5);
+    EXPECT_EQ(picture.Error(), "");
+    EXPECT_EQ(picture.DesignSize(), QSizeF(101, 33));
+    EXPECT_EQ(picture.Pixmap().size(), QSize(152, 50));
+    EXPECT_EQ(picture.AtScale(1), LoadSkinPicture(path, 1));
+}
+
+TEST_F(PictureCacheTest, DecodesAFileOncePerScale) {
+    const std::string path = Save("button.png", 100, 50);
+    const SkinPicture first = LoadSkinPicture(path, 1);
+    const std::size_t size = PictureCacheSize();
+    EXPECT_EQ(size, 100u * 50u * 4u);
+    EXPECT_EQ(LoadSkinPicture(path, 1), first);
+    EXPECT_EQ(PictureCacheSize(), size);
+    EXPECT_NE(LoadSkinPicture(path, 2), first);
+    EXPECT_EQ(PictureCacheSize(), 5 * size);
+}
+
+TEST_F(PictureCacheTest, NoticesAChangedFile) {
+    const std::string path = Save("button.png", 10, 10);
+    const SkinPicture before = LoadSkinPicture(path, 1);
+    Save("button.png", 40, 20, Qt::blue);
+    const SkinPicture after = LoadSkinPicture(path, 1);
+    EXPECT_EQ(after.DesignSize(), QSizeF(40, 20));
+    EXPECT_EQ(before.DesignSize(), QSizeF(10, 10)) << "a handle never changes";
+    EXPECT_EQ(PictureCacheSize(), 40u * 20u * 4u);
+}
+
+TEST_F(PictureCacheTest, TakesTheDoubleSizeFileOnlyAboveScaleOne) {
+    const std::string path = Save("dial.png", 100, 50, Qt::red);
+    Save("dial@2x.png", 200, 100, Qt::blue);
+    const auto colour = [](const SkinPicture& picture) {
+        return picture.Pixmap().toImage().pixelColor(5, 5);
+    };
+    EXPECT_EQ(colour(LoadSkinPicture(path, 1)), QColor(Qt::red));
+    const SkinPicture larger = LoadSkinPicture(path, 1.5);
+    EXPECT_EQ(colour(larger), QColor(Qt::blue));
+    EXPECT_EQ(larger.DesignSize(), QSizeF(100, 50));
+    EXPECT_EQ(larger.Pixmap().size(), QSize(150, 75));
+}
+
+TEST_F(PictureCacheTest, SaysWhyThereIsNoPicture) {
+    QFile text(QString::fromStdString(Path("text.png")));
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write("this is not a picture");
+    text.close();
+    Save("wide.png", kPictureLimit + 1, 1);
+    Save("widest.png", kPictureLimit, 1);
+    const struct {
+        const char* Name;
+        const char* Error;
+    } rows[] = {{"nowhere.png", "file not found: "},
+                {"text.png", "not a picture: "},
+                {"wide.png", "picture too large: "}};
+    for (const auto& row : rows) {
+        const SkinPicture picture = LoadSkinPicture(Path(row.Name), 1);
+        EXPECT_TRUE(picture.IsNull());
+        EXPECT_THAT(picture.Error(), StartsWith(row.Error));
+        EXPECT_THAT(picture.Error(), HasSubstr(row.Name));
+    }
+    EXPECT_FALSE(LoadSkinPicture(Path("widest.png"), 1).IsNull());
+    EXPECT_TRUE(LoadSkinPicture(Path("widest.png"), 3).IsNull());
+    EXPECT_TRUE(LoadSkinPicture("", 1).IsNull());
+    EXPECT_EQ(LoadSkinPicture("", 1).Error(), "");
+}
+
+TEST_F(PictureCacheTest, KeepsWithinItsBytesAndForgetsTheLeastRecentlyUsed) {
+    const std::string path = Save("tile.png", 100, 100);
+    const SkinPicture kept = LoadSkinPicture(path, 1);
+    const SkinPicture old = LoadSkinPicture(path, 19);
+    for (int scale = 20; scale < 28; ++scale) {  // 16 million bytes and more each
+        LoadSkinPicture(path, scale);
+        EXPECT_EQ(LoadSkinPicture(path, 1), kept) << "in use all the time";
+        EXPECT_LE(PictureCacheSize(), kPictureCacheBytes);
+    }
+    EXPECT_NE(LoadSkinPicture(path, 19), old);
+    EXPECT_FALSE(old.IsNull());
+}
+
+}  // namespace
+}  // namespace dravik

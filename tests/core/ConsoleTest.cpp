@@ -1,0 +1,141 @@
+#include <gmock/gmock.h>
+
+#include <QImage>
+#include <filesystem>
+
+#include "core/TestSkin.h"
+#include "support/ConsoleProgram.h"
+
+namespace dravik {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+TEST(Console, AnswersInOrderAndNamesWhatItDoesNotUnderstand) {
+    const ProgramFolderWithSkin program;
+    ConsoleProgram dravik({"--folder", program.Folder.Path()});
+    dravik.Send(
+        "text obd_status\nwait 200\nimage obd_connected\nnumber obd_troublecodescount\n"
+        "source obd_4F\ntext nothing\nnumber nothing\nmessage\n");
+    for (const char* answer : {"Not Connected.", "ok", "off", "0", "0", "Off", "65535", "none"})
+        EXPECT_EQ(dravik.ReadLine(), answer);
+    for (const char* request :
+         {"bogus", "", "click", "click 1", "click a b", "click 1 2 3", "wait", "wait x", "wait -1",
+          "wheel", "key Nonsense", "grab", "grab /nowhere/x.png", "click yes"})
+        EXPECT_THAT(dravik.Ask(request), StartsWith("error: ")) << request;
+    EXPECT_EQ(dravik.Finish(), 0);
+}
+
+TEST(Console, EndOfInputAndQuitAreNormalEndsThatSaveTheResumeState) {
+    for (const bool quit : {false, true}) {
+        const ProgramFolderWithSkin program;
+        program.Folder.Write("Dravik.ini",
+                             "; kept\n[Options]\nSkin=test\nLanguage=test\nMisc=3\n"
+                             "[Resume]\nMenu=mainmenu\n");
+        ConsoleProgram dravik({"--folder", program.Folder.Path()});
+        EXPECT_EQ(dravik.Ask("do openmenu_codes"), "ok");
+        EXPECT_EQ(dravik.Ask("do sensoroff_speed"), "ok");
+        if (quit) {
+            EXPECT_EQ(dravik.Ask("quit"), "ok");
+            EXPECT_EQ(dravik.WaitForEnd(), 0);
+        } else {
+            EXPECT_EQ(dravik.Finish(), 0);
+        }
+        EXPECT_EQ(program.Folder.Read("Dravik.ini"),
+                  "; kept\n[Options]\nSkin=test\nLanguage=test\nMisc=3\n[Resume]\n"
+                  "Menu=codes\nSensorActive=0" +
+                      std::string(88, '1') + "0\nPreviousMenu=mainmenu\n");
+    }
+}
+
+TEST(Console, QuestionLetsLaterRequestsIn) {
+    const ProgramFolderWithSkin program;
+    ConsoleProgram dravik({"--folder", program.Folder.Path()});
+    EXPECT_EQ(dravik.Ask("do openmenu_codes"), "ok");
+    dravik.Send("do showquery_Sure:exit\n");
+    dravik.Send("message\nclick ok\nclick yes\n");
+    EXPECT_EQ(dravik.ReadLine(), "query\tSure");
+    EXPECT_EQ(dravik.ReadLine(), "error: the message has no such button: ok");
+    // The click ends the question, so both are done; which of the two returns first is open.
+    EXPECT_EQ(dravik.ReadLine(), "ok");
+    EXPECT_EQ(dravik.ReadLine(), "ok");
+    EXPECT_EQ(dravik.Ask("message"), "none");
+    EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu") << "the function behind the colon has run";
+}
+
+TEST(Console, EndOfInputEndsAnOpenQuestion) {
+    const ProgramFolderWithSkin program;
+    ConsoleProgram dravik({"--folder", program.Folder.Path()});
+    dravik.Send("do showquery_Sure\n");
+    EXPECT_EQ(dravik.Finish(), 0);
+}
+
+TEST(Console, ClicksPressTheRealButton) {
+    const ProgramFolderWithSkin program;
+    ConsoleProgram dravik({"--folder", program.Folder.Path()});
+    EXPECT_THAT(dravik.AskLines("elements"),
+                Contains("Button\t0\t10\t10\t200\t60\t1\topenmenu_codes\tup"));
+    EXPECT_EQ(dravik.Ask("press 110 40"), "ok");
+    EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu") << "a press alone is no click";
+    EXPECT_EQ(dravik.Ask("move 500 400"), "ok");
+    EXPECT_EQ(dravik.Ask("release 500 400"), "ok");
+    EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu") << "released outside";
+    EXPECT_EQ(dravik.Ask(program.ClickOn(0)), "ok");
+    EXPECT_EQ(dravik.State("CurrentMenu"), "codes");
+    EXPECT_EQ(dravik.State("PreviousMenu"), "mainmenu");
+    EXPECT_EQ(dravik.Ask("key Escape"), "ok");
+    EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu");
+    EXPECT_EQ(dravik.Ask("key Down"), "ok");
+    EXPECT_EQ(dravik.State("FocusedButton"), "0");
+    EXPECT_EQ(dravik.Ask("key Return"), "ok");
+    EXPECT_EQ(dravik.State("CurrentMenu"), "codes");
+    EXPECT_EQ(dravik.Ask("click 600 460"), "ok");
+    EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu") << "the bare background leads home";
+}
+
+TEST(Console, GrabsTheWindow) {
+    const ProgramFolderWithSkin program;
+    ConsoleProgram dravik({"640x400", "--folder", program.Folder.Path()});
+    const std::string file = program.Folder / "page.png";
+    EXPECT_EQ(dravik.Ask("grab " + file), "ok");
+    const QImage picture(QString::fromStdString(file));
+    EXPECT_EQ(picture.size(), QSize(640, 400));
+    EXPECT_EQ(picture.pixelColor(110, 40), QColor(Qt::darkCyan));
+}
+
+TEST(Program, WithoutASkinSaysWhichFileItTried) {
+    const TemporaryFolder empty;
+    ConsoleProgram dravik({"--folder", empty.Path()});
+    EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu");
+    const std::string file = empty / "page.png";
+    EXPECT_EQ(dravik.Ask("grab " + file), "ok");
+    const QImage picture(QString::fromStdString(file));
+    int lit = 0;
+    for (int x = 0; x < picture.width(); ++x)
+        for (int y = 0; y < picture.height(); ++y) lit += qGray(picture.pixel(x, y)) > 128;
+    EXPECT_GT(lit, 500) << "the notice can be read";
+    EXPECT_EQ(dravik.Ask("key Ctrl+Q"), "ok");
+    EXPECT_EQ(dravik.WaitForEnd(), 0);
+}
+
+TEST(Program, FillsTheUsersFolderOnFirstUseAndNeverTheInstallation) {
+    const ProgramFolderWithSkin source;
+    const TemporaryFolder machine;
+    namespace fs = std::filesystem;
+    for (const char* folder : {"bin", "share"}) fs::create_directories(machine / folder);
+    fs::copy(DRAVIK_PROGRAM, machine / "bin/dravik");
+    fs::copy(source.Folder.Path(), machine / "share/dravik", fs::copy_options::recursive);
+    const std::string settings = "config/dravik/Dravik.ini";
+
+    ConsoleProgram dravik({}, machine / "bin/dravik", {{"XDG_CONFIG_HOME", machine / "config"}});
+    EXPECT_EQ(dravik.State("SensorCount"), "3");
+    EXPECT_EQ(dravik.Finish(), 0);
+    EXPECT_THAT(machine.Read(settings), HasSubstr("[Resume]"));
+    EXPECT_EQ(machine.Read("share/dravik/Dravik.ini"), source.Folder.Read("Dravik.ini"));
+}
+
+}  // namespace
+}  // namespace dravik

@@ -1,0 +1,166 @@
+#include <gmock/gmock.h>
+
+#include <cstdio>
+#include <map>
+#include <set>
+
+#include "languages/LanguageFolder.h"
+#include "platform/Profile.h"
+#include "platform/Text.h"
+
+namespace dravik {
+namespace {
+
+using ::testing::HasSubstr;
+
+constexpr const char* kSection = "errorcodes";
+constexpr std::size_t kLongestDescription = 63;  // characters
+
+constexpr const char* kCodeFiles[] = {"english.codes", "german.codes", "french.codes",
+                                      "spanish.codes"};
+
+std::string Description(const std::string& file, const std::string& code) {
+    return ReadIniString(kLanguageFolder + file, kSection, code);
+}
+
+std::string Code(char letter, int number) {
+    char text[8];
+    std::snprintf(text, sizeof text, "%c%04d", letter, number);
+    return text;
+}
+
+TEST(CodeFiles, EveryLanguageNamesItsOwnFile) {
+    const std::map<std::string, std::string> expected = {{"English", "english.codes"},
+                                                         {"English (miles)", "english.codes"},
+                                                         {"German", "german.codes"},
+                                                         {"French", "french.codes"},
+                                                         {"Spanish", "spanish.codes"}};
+    for (const auto& [language, file] : expected) {
+        LoadLanguage(language);
+        EXPECT_EQ(basGlobal.DescriptionFile, kLanguageFolder + file);
+    }
+}
+
+TEST(CodeFiles, EveryLanguageKnowsTheSameCodes) {
+    const auto english = ProfileKeys(kLanguageFolder + kCodeFiles[0], kSection);
+    EXPECT_EQ(std::set<std::string>(english.begin(), english.end()).size(), english.size());
+    for (const std::string file : kCodeFiles) {
+        EXPECT_EQ(ProfileKeys(kLanguageFolder + file, kSection), english) << file;
+    }
+}
+
+TEST(CodeFiles, KnowEveryDefinedCodeFromP0000ToP0999) {
+    const std::set<int> reserved = {364, 395, 396, 397, 398, 399};
+    for (const std::string file : kCodeFiles) {
+        for (int number = 0; number <= 999; ++number) {
+            EXPECT_EQ(Description(file, Code('P', number)) == "0", reserved.contains(number))
+                << file << ' ' << Code('P', number);
+        }
+    }
+}
+
+TEST(CodeFiles, DescribeEachCodeInTheirOwnLanguageAndBriefly) {
+    for (const std::string file : kCodeFiles) {
+        const bool english = file == kCodeFiles[0];
+        for (const std::string& code : ProfileKeys(kLanguageFolder + file, kSection)) {
+            SCOPED_TRACE(file + ' ' + code);
+            // The list asks with the code as the link decodes it, capital letters included.
+            ASSERT_EQ(code.size(), 5U);
+            EXPECT_NE(std::string("PCBU").find(code[0]), std::string::npos);
+            EXPECT_EQ(code.find_first_not_of("0123456789ABCDEF", 1), std::string::npos);
+            const std::string text = Description(file, code);
+            EXPECT_TRUE(IsUtf8(text)) << text;
+            EXPECT_LE(Characters(text), kLongestDescription) << text;
+            EXPECT_GE(Characters(text), 8U) << text;
+            EXPECT_EQ(text.find_first_of("{}@#|"), std::string::npos) << text;
+            EXPECT_EQ(text.find("  "), std::string::npos) << text;
+            EXPECT_NE(text.back(), '.') << "the list closes the line itself";
+            if (!english) {
+                EXPECT_NE(text, Description(kCodeFiles[0], code));
+            }
+        }
+    }
+}
+
+struct Meaning {
+    const char* Code;
+    const char* Words[4];  // part of the description in English, German, French, Spanish
+};
+
+// Codes at the ends of series and of long runs: one row too many or too few in a table would shift
+// what stands behind them. What they mean is written here anew.
+// clang-format off
+constexpr Meaning kMeanings[] = {
+    {"P0004", {"Fuel volume regulator, voltage too high", "Spannung zu hoch", "tension trop élevée", "tensión demasiado alta"}},
+    {"P0025", {"Camshaft timing B bank 2, too far retarded", "Nockenwelle B Bank 2 zu weit in Richtung spät", "cames B banc 2, trop de retard", "levas B banco 2, demasiado retraso"}},
+    {"P0064", {"Oxygen sensor 3 bank 2 heater, voltage too high", "Heizung Lambdasonde 3 Bank 2", "sonde lambda 3 banc 2", "sonda lambda 3 banco 2"}},
+    {"P0074", {"Outside temperature sensor, intermittent", "Außentemperatursensor, Signal setzt aus", "extérieure, signal intermittent", "exterior, señal intermitente"}},
+    {"P0086", {"Exhaust valve solenoid bank 2, voltage too high", "Auslass Bank 2, Spannung zu hoch", "échappement banc 2", "escape banco 2"}},
+    {"P0113", {"Intake air temperature sensor 1, signal too high", "Ansauglufttemperatursensor 1, Signal zu hoch", "d'admission 1, signal trop élevé", "admisión 1, señal demasiado alta"}},
+    {"P0118", {"Coolant temperature sensor 1, signal too high", "Kühlmitteltemperatursensor 1, Signal zu hoch", "liquide 1, signal trop élevé", "refrigerante 1, señal demasiado alta"}},
+    {"P0160", {"Oxygen sensor 2 bank 2, no activity", "Lambdasonde 2 Bank 2, keine Aktivität", "Sonde lambda 2 banc 2, aucune activité", "Sonda lambda 2 banco 2, sin actividad"}},
+    {"P0171", {"bank 1 too lean", "Bank 1 zu mager", "banc 1 trop pauvre", "banco 1 demasiado pobre"}},
+    {"P0175", {"bank 2 too rich", "Bank 2 zu fett", "banc 2 trop riche", "banco 2 demasiado rica"}},
+    {"P0212", {"Injector cylinder 12", "Einspritzventil Zylinder 12", "Injecteur cylindre 12", "Inyector cilindro 12"}},
+    {"P0229", {"pedal sensor C, intermittent", "Pedalgeber C, Signal setzt aus", "pédale C, signal intermittent", "pedal C, señal intermitente"}},
+    {"P0264", {"Injector cylinder 2, voltage too low", "Zylinder 2, Spannung zu niedrig", "cylindre 2, tension trop basse", "cilindro 2, tensión demasiado baja"}},
+    {"P0296", {"cylinder 12, uneven", "Zylinder 12, ungleicher", "cylindre 12, contribution", "cilindro 12, aportación"}},
+    {"P0304", {"cylinder 4", "Zylinder 4", "cylindre 4", "cilindro 4"}},
+    {"P0362", {"Ignition coil L", "Zündspule L", "Bobine d'allumage L", "Bobina de encendido L"}},
+    {"P0394", {"Camshaft sensor B bank 2, intermittent", "Nockenwellensensor B Bank 2", "cames B banc 2", "levas B banco 2"}},
+    {"P0408", {"EGR sensor B, signal too high", "AGR-Sensor B, Signal zu hoch", "EGR B, signal trop élevé", "EGR B, señal demasiado alta"}},
+    {"P0420", {"Catalyst bank 1, efficiency", "Katalysator Bank 1, Wirkung", "Catalyseur banc 1, efficacité", "Catalizador banco 1, eficacia"}},
+    {"P0442", {"small leak", "kleines Leck", "petite fuite", "fuga pequeña"}},
+    {"P0455", {"large leak", "großes Leck", "fuite importante", "fuga grande"}},
+    {"P0499", {"vent control, voltage too high", "Belüftung, Spannung zu hoch", "canister, tension trop élevée", "cánister, tensión demasiado alta"}},
+    {"P0549", {"Exhaust temperature sensor 1 bank 2, signal too high", "Abgastemperatursensor 1 Bank 2", "échappement 1 banc 2", "escape 1 banco 2"}},
+    {"P0563", {"voltage too high", "spannung zu hoch", "trop élevée", "demasiado alta"}},
+    {"P0596", {"Cruise control actuator, voltage too high", "Tempomat, Spannung zu hoch", "régulateur, tension trop élevée", "crucero, tensión demasiado alta"}},
+    {"P0665", {"Manifold tuning valve bank 2, voltage too high", "Schaltsaugrohrventil Bank 2", "variable banc 2", "variable banco 2"}},
+    {"P0682", {"Glow plug cylinder 12", "Glühkerze Zylinder 12", "préchauffage cylindre 12", "precalentamiento cilindro 12"}},
+    {"P0699", {"Sensor supply C, voltage too high", "Sensorversorgung C, Spannung zu hoch", "capteurs C, tension", "sensores C, tensión"}},
+    {"P0735", {"Gear 5,", "5. Gang,", "Rapport 5,", "Marcha 5,"}},
+    {"P0774", {"Shift solenoid E, intermittent", "Schaltventil E, sporadischer", "passage E, défaut intermittent", "cambio E, fallo intermitente"}},
+    {"P0799", {"Pressure control solenoid C, intermittent", "Druckregelventil C, sporadischer", "pression C, défaut intermittent", "presión C, fallo intermitente"}},
+    {"P0879", {"pressure sensor D, intermittent", "drucksensor D, Signal setzt aus", "boîte D, signal intermittent", "cambio D, señal intermitente"}},
+    {"P0948", {"Hydraulic pump relay, voltage too high", "Hydraulikpumpenrelais, Spannung zu hoch", "hydraulique, tension trop élevée", "hidráulica, tensión demasiado alta"}},
+    {"P0999", {"Shift solenoid F, voltage too high", "Schaltventil F, Spannung zu hoch", "passage F, tension trop élevée", "cambio F, tensión demasiado alta"}},
+    {"P2023", {"Intake runner sensor bank 2, intermittent", "Saugrohrklappengeber Bank 2", "admission banc 2", "admisión banco 2"}},
+    {"P203E", {"Urea level sensor, intermittent", "Füllstandssensor, Signal setzt aus", "urée, signal intermittent", "urea, señal intermitente"}},
+    {"P2087", {"Exhaust temperature sensor 2 bank 2, intermittent", "Abgastemperatursensor 2 Bank 2", "échappement 2 banc 2", "escape 2 banco 2"}},
+    {"P2140", {"sensors E and F", "E und F", "E et F", "E y F"}},
+    {"P2225", {"NOx heater monitor bank 2, intermittent", "NOx-Heizung Bank 2, sporadischer", "NOx banc 2, défaut intermittent", "NOx banco 2, fallo intermitente"}},
+    {"P2256", {"current return, voltage too high", "Masse Lambdasonde 1 Bank 2", "Retour sonde lambda 1 banc 2", "Retorno sonda lambda 1 banco 2"}},
+    {"P2335", {"Ignition coil L secondary", "Zündspule L sekundär", "L secondaire", "L secundario"}},
+    {"P2347", {"Cylinder 12 knocks", "Zylinder 12 klopft", "Cylindre 12, cliquetis", "Cilindro 12, picado"}},
+    {"P2439", {"Secondary air sensor bank 2, intermittent", "Sekundärluftsensor Bank 2", "air secondaire banc 2", "aire secundario banco 2"}},
+    {"P2590", {"actuator sensor B, intermittent", "Ladedrucksteller B, Signal setzt aus", "suralimentation B", "sobrealimentación B"}},
+    {"P2664", {"Valve lift actuator B bank 2, voltage too high", "Ventilhubsteller B Bank 2", "culbuteur B banc 2", "balancín B banco 2"}},
+    {"P2739", {"Pressure control solenoid F, voltage too high", "Druckregelventil F, Spannung zu hoch", "pression F, tension", "presión F, tensión"}},
+    {"P2782", {"Downshift switch, intermittent", "Rückschalttaster, sporadischer", "descente de rapport, défaut", "bajar marcha, fallo"}},
+    {"P2824", {"Pressure control solenoid H, voltage too high", "Druckregelventil H, Spannung zu hoch", "pression H, tension", "presión H, tensión"}},
+    {"P3488", {"Exhaust valve shut-off cylinder 11, voltage too high", "Auslassabschaltung Zylinder 11", "échappement cylindre 11", "escape cilindro 11"}},
+    {"P3496", {"Exhaust valve shut-off cylinder 12, voltage too high", "Auslassabschaltung Zylinder 12", "échappement cylindre 12", "escape cilindro 12"}},
+    {"C003A", {"rear right", "hinten rechts", "arrière droite", "trasera derecha"}},
+    {"U0009", {"High speed CAN bus, wires shorted", "Schneller CAN-Bus, Leitungen", "CAN rapide, fils", "CAN rápido, cables"}},
+    {"U0072", {"Vehicle bus E, wires shorted", "Fahrzeugbus E, Leitungen", "véhicule E, fils", "vehículo E, cables"}},
+    {"U0121", {"ABS control unit, no communication", "ABS-Steuergerät, keine Kommunikation", "Calculateur ABS, communication", "ABS, sin comunicación"}},
+    {"U0153", {"Side airbag control unit, right", "Seitenairbag-Steuergerät rechts", "latéral droit,", "lateral derecho,"}},
+    {"U0179", {"Restraint system sensor J", "Sensor J", "retenue J", "retención J"}},
+    {"U0205", {"Door control unit G", "Türsteuergerät G", "porte G", "puerta G"}},
+    {"U0331", {"Body control unit A, software", "Karosseriesteuergerät A, Software", "carrosserie A, logiciel", "carrocería A, software"}},
+    {"U0431", {"Body control unit A, invalid data", "Karosseriesteuergerät A, ungültige", "carrosserie A, données", "carrocería A, datos"}},
+};
+// clang-format on
+
+TEST(CodeFiles, SayWhatTheCodeMeans) {
+    for (const Meaning& row : kMeanings) {
+        for (std::size_t language = 0; language < std::size(kCodeFiles); ++language) {
+            EXPECT_THAT(Description(kCodeFiles[language], row.Code), HasSubstr(row.Words[language]))
+                << row.Code;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace dravik

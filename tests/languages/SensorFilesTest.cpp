@@ -1,0 +1,232 @@
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <iterator>
+#include <limits>
+#include <map>
+#include <set>
+
+#include "languages/LanguageFolder.h"
+#include "platform/Text.h"
+#include "skinfunc/basValueProc.h"
+
+namespace dravik {
+namespace {
+
+constexpr std::size_t kDialCharacters = 18;
+
+// What the data bytes A and B of each live parameter mean, as the standard gives it.
+double Percent(int a, int) {
+    return a * 100.0 / 255;
+}
+double TrimPercent(int a, int) {
+    return a / 1.28 - 100;
+}
+double Celsius(int a, int) {
+    return a - 40.0;
+}
+double CatalystCelsius(int a, int b) {
+    return (256.0 * a + b) / 10 - 40;
+}
+double Byte(int a, int) {
+    return a;
+}
+double Word(int a, int b) {
+    return 256.0 * a + b;
+}
+double ThreeKilopascal(int a, int) {
+    return 3.0 * a;
+}
+double EngineSpeed(int a, int b) {
+    return (256.0 * a + b) / 4;
+}
+double Timing(int a, int) {
+    return a / 2.0 - 64;
+}
+double AirFlow(int a, int b) {
+    return (256.0 * a + b) / 100;
+}
+double RailVacuum(int a, int b) {
+    return 0.079 * (256.0 * a + b);
+}
+double RailDirect(int a, int b) {
+    return 10 * (256.0 * a + b);
+}
+double ModuleVolt(int a, int b) {
+    return (256.0 * a + b) / 1000;
+}
+double AbsoluteLoad(int a, int b) {
+    return (256.0 * a + b) * 100 / 255;
+}
+double Equivalence(int a, int b) {
+    return 2.0 / 65536 * (256.0 * a + b);
+}
+
+using Formula = double (*)(int a, int b);
+
+struct Parameter {
+    int Pid;
+    const char* Function;
+    int Bytes;
+    Formula Value;
+    const char* Unit;
+    const char* ImperialUnit;  // the same text where the unit stays
+};
+
+// clang-format off
+constexpr Parameter kParameters[] = {
+    {0x30, "count.warmupstroublecodescleared", 1, Byte,            "",     ""},
+    {0x04, "value.loadcalculated",             1, Percent,         "%",    "%"},
+    {0x05, "temp.enginecoolant",               1, Celsius,         "°C",   "°F"},
+    {0x06, "value.shorttermfueltrimbank1",     1, TrimPercent,     "%",    "%"},
+    {0x07, "value.longtermfueltrimbank1",      1, TrimPercent,     "%",    "%"},
+    {0x08, "value.shorttermfueltrimbank2",     1, TrimPercent,     "%",    "%"},
+    {0x09, "value.longtermfueltrimbank2",      1, TrimPercent,     "%",    "%"},
+    {0x0A, "p.fuelrail",                       1, ThreeKilopascal, "kPa",  "psi"},
+    {0x0B, "p.intakemanifold",                 1, Byte,            "kPa",  "inHg"},
+    {0x0C, "rpm.engine",                       2, EngineSpeed,     "rpm",  "rpm"},
+    {0x0D, "speed",                            1, Byte,            "km/h", "mph"},
+    {0x0E, "angle.ignitiontiming",             1, Timing,          "°",    "°"},
+    {0x0F, "temp.intake",                      1, Celsius,         "°C",   "°F"},
+    {0x10, "value.airflowrate",                2, AirFlow,         "g/s",  "lb/min"},
+    {0x11, "value.throttle",                   1, Percent,         "%",    "%"},
+    {0x1F, "time.enginestart",                 2, Word,            "s",    "s"},
+    {0x21, "dist.milactivated",                2, Word,            "km",   "mi"},
+    {0x22, "p.fuelrailtomanifold",             2, RailVacuum,      "kPa",  "psi"},
+    {0x23, "p.fuelraildirect",                 2, RailDirect,      "kPa",  "psi"},
+    {0x2C, "value.commandedegr",               1, Percent,         "%",    "%"},
+    {0x2D, "value.egrerror",                   1, TrimPercent,     "%",    "%"},
+    {0x2E, "value.commandedevaporativepurge",  1, Percent,         "%",    "%"},
+    {0x2F, "value.fuellevel",                  1, Percent,         "%",    "%"},
+    {0x31, "dist.troublecodescleared",         2, Word,            "km",   "mi"},
+    {0x33, "p.barometric",                     1, Byte,            "kPa",  "inHg"},
+    {0x3C, "temp.catalystbank1sensor1",        2, CatalystCelsius, "°C",   "°F"},
+    {0x3D, "temp.catalystbank2sensor1",        2, CatalystCelsius, "°C",   "°F"},
+    {0x3E, "temp.catalystbank1sensor2",        2, CatalystCelsius, "°C",   "°F"},
+    {0x3F, "temp.catalystbank2sensor2",        2, CatalystCelsius, "°C",   "°F"},
+    {0x42, "volt.obdcontrolmodule",            2, ModuleVolt,      "V",    "V"},
+    {0x43, "value.loadabsolute",               2, AbsoluteLoad,    "%",    "%"},
+    {0x44, "value.commandedequivalence",       2, Equivalence,     "",     ""},
+    {0x45, "value.throttlerelative",           1, Percent,         "%",    "%"},
+    {0x46, "temp.ambient",                     1, Celsius,         "°C",   "°F"},
+    {0x47, "value.throttlepositionb",          1, Percent,         "%",    "%"},
+    {0x48, "value.throttlepositionc",          1, Percent,         "%",    "%"},
+    {0x49, "value.acceleratorpedalpositiond",  1, Percent,         "%",    "%"},
+    {0x4A, "value.acceleratorpedalpositione",  1, Percent,         "%",    "%"},
+    {0x4B, "value.acceleratorpedalpositionf",  1, Percent,         "%",    "%"},
+    {0x4C, "value.commandedthrottlecontrol",   1, Percent,         "%",    "%"},
+    {0x4D, "time.enginerunningmil",            2, Word,            "min",  "min"},
+    {0x4E, "time.dtcscleared",                 2, Word,            "min",  "min"},
+};
+// clang-format on
+
+/// A metric quantity in an imperial unit, from the published sizes of the units.
+double Imperial(double metric, const std::string& unit) {
+    if (unit == "°F") return metric * 9 / 5 + 32;
+    if (unit == "mph" || unit == "mi") return metric / 1.609344;
+    if (unit == "psi") return metric * 0.1450377377;
+    if (unit == "inHg") return metric * 0.2952998307;
+    if (unit == "lb/min") return metric * 0.1322773573;
+    return metric;
+}
+
+/// Engine speed is the one unit that languages write in their own way.
+std::string UnitIn(const std::string& language, const std::string& unit) {
+    if (unit != "rpm") return unit;
+    if (language == "German") return "1/min";
+    if (language == "French") return "tr/min";
+    return unit;
+}
+
+class SensorFiles : public ::testing::TestWithParam<const char*> {
+ protected:
+    void SetUp() override { LoadLanguage(GetParam()); }
+
+    static bool IsImperial() { return std::string(GetParam()) == "English (miles)"; }
+
+    static double Expected(const Parameter& row, int raw) {
+        const double metric = row.Bytes == 1 ? row.Value(raw, 0) : row.Value(raw >> 8, raw & 0xFF);
+        return IsImperial() ? Imperial(metric, row.ImperialUnit) : metric;
+    }
+
+    /// How far a value may be off: some steps of single precision at the end of the range.
+    static double Tolerance(const Parameter& row) {
+        const double top = std::abs(Expected(row, row.Bytes == 1 ? 0xFF : 0xFFFF));
+        return std::max(top, 1.0) * 4 * std::numeric_limits<float>::epsilon();
+    }
+};
+
+TEST_P(SensorFiles, HoldTheSameSensorsInTheSameOrderInEveryLanguage) {
+    ASSERT_EQ(basGlobal.SensorCount, std::ssize(kParameters));
+    for (std::size_t i = 0; i < std::size(kParameters); ++i) {
+        const Parameter& row = kParameters[i];
+        const SensorRecord& sensor = basGlobal.Sensors[i];
+        char source[] = "obd_00";
+        std::snprintf(source, sizeof source, "obd_%02X", static_cast<unsigned>(row.Pid));
+        EXPECT_EQ(sensor.Function, row.Function);
+        EXPECT_EQ(sensor.Source, source) << row.Function;
+    }
+}
+
+TEST_P(SensorFiles, ShowTheStandardsValuesForEveryPatternOfDataBytes) {
+    for (std::size_t i = 0; i < std::size(kParameters); ++i) {
+        const Parameter& row = kParameters[i];
+        SCOPED_TRACE(row.Function);
+        basGlobal.Sensors[i].Active = true;
+        const int top = row.Bytes == 1 ? 0xFF : 0xFFFF;
+        for (const int pattern : {0, 1, 0x55, 0x80, 0xFF, 0x100, 0x1AF8, 0x8000, 0xFFFF}) {
+            if (pattern > top) continue;
+            basGlobal.LiveRaw[static_cast<std::size_t>(row.Pid)] = pattern;
+            EXPECT_NEAR(static_cast<double>(SensorValue(static_cast<int>(i))),
+                        Expected(row, pattern), Tolerance(row))
+                << "raw " << pattern;
+        }
+        const SensorRecord& sensor = basGlobal.Sensors[i];
+        EXPECT_NEAR(static_cast<double>(sensor.Min), Expected(row, 0), Tolerance(row));
+        EXPECT_NEAR(static_cast<double>(sensor.Max), Expected(row, top), Tolerance(row));
+    }
+}
+
+TEST_P(SensorFiles, NameEverySensorShortEnoughForADial) {
+    std::set<std::string> captions;
+    for (std::size_t i = 0; i < std::size(kParameters); ++i) {
+        const Parameter& row = kParameters[i];
+        const SensorRecord& sensor = basGlobal.Sensors[i];
+        SCOPED_TRACE(row.Function);
+        EXPECT_NE(sensor.Caption, "0");
+        EXPECT_GT(sensor.Caption.size(), 0U);
+        EXPECT_LE(Characters(sensor.Caption), kDialCharacters) << sensor.Caption;
+        EXPECT_TRUE(captions.insert(sensor.Caption).second) << "twice: " << sensor.Caption;
+        EXPECT_EQ(sensor.Unit, UnitIn(GetParam(), IsImperial() ? row.ImperialUnit : row.Unit));
+    }
+}
+
+TEST_P(SensorFiles, AreUtf8WithPlainLineEndsAndWithoutTheEndingOfALanguage) {
+    const std::map<std::string, std::string> files = {{"language", basGlobal.LanguageFile},
+                                                      {"sensors", basGlobal.SensorFile},
+                                                      {"codes", basGlobal.DescriptionFile}};
+    for (const auto& [kind, path] : files) {
+        SCOPED_TRACE(path);
+        // The settings dialog offers every file that ends in .ini as a language.
+        EXPECT_EQ(path.ends_with(".ini"), kind == "language");
+        std::ifstream file(path, std::ios::binary);
+        const std::string text{std::istreambuf_iterator<char>(file), {}};
+        ASSERT_FALSE(text.empty());
+        EXPECT_TRUE(IsUtf8(text));
+        EXPECT_FALSE(text.starts_with("\xEF\xBB\xBF")) << "a mark would hide the first section";
+        EXPECT_EQ(text.find('\r'), std::string::npos);
+        EXPECT_EQ(text.back(), '\n');
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, SensorFiles, ::testing::ValuesIn(kLanguages),
+                         [](const auto& language) {
+                             std::string name = language.param;
+                             std::erase_if(name, [](char c) { return !std::isalpha(c); });
+                             return name;
+                         });
+
+}  // namespace
+}  // namespace dravik

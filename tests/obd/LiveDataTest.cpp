@@ -1,0 +1,272 @@
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "support/LinkFixture.h"
+
+namespace dravik {
+namespace {
+
+class LiveData : public LinkTest {
+ protected:
+    /// Waits until the interface has received `count` carriage returns in all.
+    bool UntilReceived(std::ptrdiff_t count) {
+        return Until([this, count] {
+            return std::count(interface_->Bytes.begin(), interface_->Bytes.end(), '\r') >= count;
+        });
+    }
+};
+
+TEST_F(LiveData, AReplyInPiecesIsTakenOnceWithItsPrompt) {
+    OpenIn(kConnected);
+    basGlobal.AwaitingReply = true;
+    interface_->Say("41 0C 1A");
+    ASSERT_TRUE(Until([] { return basGlobal.RxBuffer == "41 0C 1A"; }));
+    interface_->Say("F8\r|\r");
+    ASSERT_TRUE(Until([] { return basGlobal.RxBuffer == "41 0C 1AF8\r\r"; }));
+    EXPECT_TRUE(basGlobal.AwaitingReply);
+    EXPECT_EQ(basGlobal.ConnState, 3);
+    EXPECT_EQ(basGlobal.LiveRaw[12], 0);
+    interface_->Say(">");
+    ASSERT_TRUE(Until([] { return !basGlobal.AwaitingReply; }));
+    EXPECT_EQ(basGlobal.RxBuffer, "");
+    EXPECT_EQ(basGlobal.ConnState, 9);
+    EXPECT_EQ(basGlobal.LiveRaw[12], 6904);
+
+    interface_->Say("41 0C 00 01\r>41 0D 02\r>41");  // one call, which looks at the first line
+    ASSERT_TRUE(Until([] { return basGlobal.LiveRaw[12] == 1; }));
+    EXPECT_EQ(basGlobal.LiveRaw[13], 0);
+    EXPECT_EQ(basGlobal.RxBuffer, "");
+}
+
+TEST_F(LiveData, CharactersStayInThePortInEveryOtherState) {
+    for (const int state : {1, 2, 4, 8, 16, 18}) {
+        OpenIn(static_cast<std::uint8_t>(state));
+        interface_->Say("41 0C 00 01\r>");
+        ASSERT_TRUE(Until([] { return basGlobal.comOBD.InputCount() == 13; })) << state;
+        Settle();
+        EXPECT_EQ(basGlobal.RxBuffer, "") << state;
+        EXPECT_EQ(basGlobal.comOBD.InputCount(), 13U) << state;
+        EXPECT_EQ(basGlobal.ConnState, state);
+    }
+}
+
+TEST_F(LiveData, APartialReplyIsJoinedToTheOneAfterAReconnect) {
+    OpenIn(kReceivingData);
+    interface_->Say("41 0C 12");
+    ASSERT_TRUE(Until([] { return basGlobal.RxBuffer == "41 0C 12"; }));
+    Connect();
+    ASSERT_EQ(basGlobal.ConnState, 3);
+    EXPECT_EQ(basGlobal.RxBuffer, "41 0C 12");
+    interface_->Say(" 34\r>");
+    EXPECT_TRUE(Until([] { return basGlobal.LiveRaw[12] == 0x1234; }));
+}
+
+TEST_F(LiveData, OverflowAsksForAConnectOnlyWhileConnected) {
+    OpenIn(kConnected);
+    for (const int state : {1, 2, 3, 4, 8, 9, 16, 18}) {
+        basGlobal.ConnState = static_cast<std::uint8_t>(state);
+        HandleReceiveEvent(1009);
+        EXPECT_EQ(basGlobal.ConnState, state);
+        HandleReceiveEvent(1008);
+        EXPECT_EQ(basGlobal.ConnState, state == 3 || state == 9 ? 4 : state);
+    }
+}
+
+// Expected by position: from entry c the search looks at c, c+1, ..., 79, 1, 2, ..., at most 79
+// entries in all; entry 0 only when it begins there, and then 79 is out of its reach.
+TEST_F(LiveData, TheSearchFindsTheNextWantedPidFromEveryEntry) {
+    OpenIn(kConnected);
+    std::string expected;
+    const auto hex = [](int value) { return "0123456789ABCDEF"[value]; };
+    for (int cursor = 0; cursor < 80; ++cursor) {
+        std::vector<int> order;
+        for (int p = cursor; p < 80; ++p) order.push_back(p);
+        for (int p = 1; p < cursor; ++p) order.push_back(p);
+        order.resize(79);
+        for (int wanted = 0; wanted < 80; ++wanted) {
+            const int second = (wanted * 7 + cursor) % 80;
+            basGlobal.PidWanted.fill(false);
+            basGlobal.PidWanted[static_cast<std::size_t>(wanted)] = true;
+            basGlobal.PidWanted[static_cast<std::size_t>(second)] = true;
+            basGlobal.PidCursor = static_cast<std::int16_t>(cursor);
+            basGlobal.AwaitingReply = false;
+            RequestNextPid();
+
+            const auto found = std::find_if(order.begin(), order.end(),
+                                            [&](int p) { return p == wanted || p == second; });
+            const bool sent = found != order.end();
+            ASSERT_EQ(basGlobal.AwaitingReply, sent) << cursor << " " << wanted;
+            if (sent) expected += std::string("01") + hex(*found / 16) + hex(*found % 16) + '\r';
+            const int last = sent ? *found : cursor == 0 ? 79 : cursor;
+            ASSERT_EQ(basGlobal.PidCursor, last == 79 ? 0 : last + 1) << cursor << " " << wanted;
+        }
+        ASSERT_TRUE(UntilReceived(std::count(expected.begin(), expected.end(), '\r')));
+    }
+    EXPECT_EQ(interface_->Bytes, expected);
+    EXPECT_EQ(basGlobal.CommTrace, "") << "live requests are not traced";
+}
+
+TEST_F(LiveData, OneRequestIsOutstandingAndStaleInputIsDropped) {
+    OpenIn(kConnected);
+    basGlobal.ConnState = kConnecting;  // so that the characters stay in the port
+    interface_->Say("41 05 11\r>");
+    ASSERT_TRUE(Until([] { return basGlobal.comOBD.InputCount() == 10; }));
+    basGlobal.ConnState = kConnected;
+    basGlobal.PidCursor = 5;
+    basGlobal.PidWanted[5] = basGlobal.PidWanted[6] = true;
+    HardwareStep();
+    EXPECT_EQ(basGlobal.comOBD.InputCount(), 0U);
+    HardwareStep();
+    EXPECT_EQ(basGlobal.PidCursor, 6) << "waiting steps do not move the cursor";
+    interface_->On("0106", {"41 06 01\r>"});
+    interface_->Say("NO DATA\r>");
+    ASSERT_TRUE(Until([] { return !basGlobal.AwaitingReply; }));
+    HardwareStep();
+    ASSERT_TRUE(Until([] { return basGlobal.LiveRaw[6] == 1; }));
+    EXPECT_EQ(interface_->Bytes, "0105\r0106\r");
+    EXPECT_EQ(basGlobal.LiveRaw[5], 0);
+
+    basGlobal.PidWanted.fill(false);
+    HardwareStep();
+    EXPECT_EQ(basGlobal.PidCursor, 8);
+    EXPECT_FALSE(basGlobal.AwaitingReply);
+}
+
+TEST_F(LiveData, FreezePagesAskForTheFrameOfTheSelectedCode) {
+    struct Row {
+        const char* Menu;
+        std::size_t Codes;
+        int Selected;
+        const char* Request;
+        const char* FrameNo;
+    };
+    std::string expected;
+    OpenIn(kConnected);
+    basGlobal.PidWanted[0x4E] = true;
+    for (const Row& row :
+         {Row{"freeze", 0, 0, "024E00\r", "0"}, Row{"myfreeze2", 3, 1, "024E00\r", "0"},
+          Row{"freezeframe", 30, 3, "024E02\r", "2"}, Row{"freezeframe", 30, 28, "024E1B\r", "27"},
+          Row{"Freeze", 3, 3, "014E\r", "none"}, Row{"main", 3, 3, "014E\r", "none"}}) {
+        SCOPED_TRACE(row.Menu);
+        basGlobal.CurrentMenu = row.Menu;
+        basGlobal.Lists[7].Entries.assign(row.Codes, {"P0001: x", "", ""});
+        basGlobal.Lists[7].Selected = row.Selected;
+        basGlobal.CurrentList = 3;
+        basGlobal.FreezeFrameNo = "none";
+        basGlobal.AwaitingReply = false;
+        RequestNextPid();
+        expected += row.Request;
+        EXPECT_EQ(basGlobal.FreezeFrameNo, row.FrameNo);
+    }
+    ASSERT_TRUE(UntilReceived(6));
+    EXPECT_EQ(interface_->Bytes, expected);
+}
+
+TEST_F(LiveData, RepliesAreStoredUnderThePidThatTheyName) {
+    struct Row {
+        const char* Reply;
+        std::size_t Pid;
+        std::int32_t Value;  ///< -7: nothing stored anywhere
+    };
+    const Row rows[] = {
+        {"41 0C 1A F8\r\r>", 12, 6904},
+        {"410C1AF8\r>", 12, 6904},
+        {"41 0c 1a f8\r>", 12, 6904},
+        {" 41 0 D00 >\r>", 13, -7},  // the prompt belongs to the only line
+        {"41 0D 00\r>", 13, 0},
+        {"41 0D FF\r41 0D 01\r>", 13, 255},
+        {"41 0D 8000\r>", 13, 0x8000},
+        {"41 00 BE 1F B8 10\r>", 0, static_cast<std::int32_t>(0xBE1FB810)},
+        {"41 4F 7F FF FF FF\r>", 79, 0x7FFFFFFF},
+        {"41 4F 01 02 03 04 05\r>", 79, -7},
+        {"41 4F 00 00 00 00 05\r>", 79, -7},
+        {"41 50 01\r>", 80, -7},
+        {"41 FF 01\r>", 80, -7},
+        {"7F 01 12\r>", 1, 0x12},
+        {"42 0C 00 1A F8\r>", 12, 6904},
+        {"FF 02 01\r>", 2, 1},
+        {"40 0C 11\r>", 12, -7},
+        {"3F 0C 11\r>", 12, -7},
+        {"010C\r41 0C 1A F8\r>", 12, -7},  // the echo is the first line
+        {"\r41 0C 1A F8\r>", 12, -7},
+        {"41 0C\r>", 12, -7},
+        {"41\r>", 0, -7},
+        {"41 XX 05\r>", 0, 5},
+        {"41 0C 1G\r>", 12, -7},
+        {"41 0C -1\r>", 12, -7},
+        {"41 0C 0x1\r>", 12, -7},
+        {"41 0C 1A\n\r>", 12, -7},
+        {"41 0C 5", 12, 5},
+        {"NO DATA\r\r>", 0, -7},
+        {"STOPPED\r\r>", 0, -7},
+        {"CAN ERROR\r\r>", 0, -7},
+        {"BUS INIT: ...ERROR\r>", 0, -7},
+        {"FB ERROR\r>", 0, -7},
+        {"?\r>", 0, -7},
+        {">", 0, -7},
+    };
+    for (const char* menu : {"main", "freeze"}) {
+        for (const Row& row : rows) {
+            SCOPED_TRACE(std::string(menu) + " " + row.Reply);
+            GlobalState& g = basGlobal;
+            g.CurrentMenu = menu;
+            g.LiveRaw.fill(-7);
+            g.FreezeRaw.fill(-7);
+            g.ConnState = kConnected;
+            g.tiTimeout.SetEnabled(false);
+            HandlePidReply(row.Reply);
+            EXPECT_EQ(g.ConnState, 9) << "any reply shows that data arrive";
+            EXPECT_TRUE(g.tiTimeout.Enabled());
+            auto expected = std::array<std::int32_t, 80>{};
+            expected.fill(-7);
+            const auto untouched = expected;
+            if (row.Pid < 80) expected[row.Pid] = row.Value;
+            const bool freeze = g.CurrentMenu == "freeze";
+            EXPECT_EQ(freeze ? g.FreezeRaw : g.LiveRaw, expected);
+            EXPECT_EQ(freeze ? g.LiveRaw : g.FreezeRaw, untouched);
+        }
+    }
+    basGlobal.ConnState = kConnected;
+    HandlePidReply("");
+    EXPECT_EQ(basGlobal.ConnState, 3);
+}
+
+TEST_F(LiveData, ASecondOfSilenceOnlyChangesWhatIsShown) {
+    basGlobal.tiTimeout.SetInterval(1);
+    basGlobal.AwaitingReply = true;
+    HandlePidReply("41 0C 11\r>");
+    EXPECT_TRUE(Until([] { return basGlobal.ConnState == 3; }));
+    EXPECT_FALSE(basGlobal.tiTimeout.Enabled());
+    EXPECT_TRUE(basGlobal.AwaitingReply);
+
+    basGlobal.ConnState = kReadingCodes;
+    basGlobal.tiTimeout.SetEnabled(true);
+    EXPECT_TRUE(Until([] { return !basGlobal.tiTimeout.Enabled(); }));
+    EXPECT_EQ(basGlobal.ConnState, 16);
+}
+
+TEST_F(LiveData, ForgettingTheWantedPidsSparesTheLast) {
+    for (const int state : {1, 3, 9, 16}) {
+        basGlobal.PidWanted.fill(true);
+        basGlobal.ConnState = static_cast<std::uint8_t>(state);
+        ClearPidWanted();
+        std::array<bool, 80> expected{};
+        expected[79] = true;
+        EXPECT_EQ(basGlobal.PidWanted, expected);
+        EXPECT_EQ(basGlobal.ConnState, state == 9 ? 3 : state);
+    }
+}
+
+TEST(HexText, BytesAreTakenByPosition) {
+    EXPECT_EQ(TextToHex(std::string{1, 12, '\xFF', '\0'}), "010CFF00");
+    EXPECT_EQ(ReplyByte("410cF8", 1), 0x41);
+    EXPECT_EQ(ReplyByte("410cF8", 2), 0x0C);
+    EXPECT_EQ(ReplyByte("410cF", 3), 0x0F);
+    EXPECT_EQ(ReplyByte("410cF8", 4), 0);
+    EXPECT_EQ(ReplyByte("4G", 1), 0);
+    EXPECT_EQ(ReplyByte("", 1), 0);
+}
+
+}  // namespace
+}  // namespace dravik

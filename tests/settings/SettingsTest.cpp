@@ -1,0 +1,201 @@
+#include "settings/basSettings.h"
+
+#include <string>
+
+#include "support/GlobalsFixture.h"
+
+namespace dravik {
+namespace {
+
+using ::testing::EndsWith;
+
+class Settings : public GlobalsTest {
+ protected:
+    /// A settings file, a language file and a sensor file with these sensors.
+    void WriteSensors(const std::string& lines) {
+        WriteFile("Dravik.ini", "[Options]\nLanguage=english\n");
+        WriteFile("languages/english.ini", "[Sensors]\nFilename=sensors.ini\n");
+        WriteFile("languages/sensors.ini", "[SensorConfig]\n" + lines);
+    }
+
+    static std::string ActiveSensors() {
+        std::string states;
+        for (const SensorRecord& sensor : basGlobal.Sensors) states += sensor.Active ? '1' : '0';
+        return states;
+    }
+};
+
+TEST_F(Settings, WithoutASettingsFileEveryDefaultHolds) {
+    basGlobal.ConnState = 9;
+    LoadSettings();
+    LoadResumeState();
+    const GlobalState& g = basGlobal;
+    EXPECT_EQ(g.ImageScale, 0);
+    EXPECT_EQ(g.Misc, 0);
+    EXPECT_FALSE(g.HidePointer);
+    EXPECT_EQ(g.ConnState, 1);
+    EXPECT_EQ(g.tiHardware.Interval(), 50);
+    EXPECT_EQ(g.tiMain.Interval(), 100);
+    EXPECT_EQ(g.ReconnectSeconds, 0);
+    EXPECT_EQ(g.SensorCount, 0);
+    EXPECT_EQ(g.OSKPath, "0");
+    EXPECT_EQ(g.CurrentMenu, "mainmenu");
+    EXPECT_EQ(g.PreviousMenu, "mainmenu");
+    const std::string root = folder_.string();
+    EXPECT_EQ(g.LanguageFile, root + "/languages/0.ini");
+    EXPECT_EQ(g.SensorFile, root + "/languages/0");
+    EXPECT_EQ(g.DescriptionFile, root + "/languages/0");
+    EXPECT_EQ(g.SkinFile, root + "/skins/0.ini");
+    EXPECT_EQ(g.ImageFolder, root + "/skins/0/");
+    EXPECT_EQ(g.SaveFolder, root + "/save");
+    EXPECT_EQ(ActiveSensors(), std::string(90, '1') + "0");
+}
+
+TEST_F(Settings, FilesAreFoundThroughOneAnother) {
+    WriteFile("Dravik.ini",
+              "[Options]\nScaleImageWidth=125\nMisc=13\nLanguage=deutsch\nSkin=night\n"
+              "OSKPath=C:\\keys.exe\n[OBD]\nReconnect=7\n");
+    WriteFile("languages/deutsch.ini", "[Sensors]\nFilename=s.de\n[DTC]\nFilename=codes.de\n");
+    WriteFile("skins/night.ini", "[General]\nImagefolder=dark\n");
+    LoadSettings();
+    const GlobalState& g = basGlobal;
+    EXPECT_EQ(g.ImageScale, 1.25F);
+    EXPECT_EQ(g.Misc, 13);
+    EXPECT_TRUE(g.HidePointer);
+    EXPECT_EQ(g.ConnState, 4);
+    EXPECT_EQ(g.ReconnectSeconds, 7);
+    EXPECT_EQ(g.OSKPath, "C:\\keys.exe");
+    EXPECT_THAT(g.SensorFile, EndsWith("/languages/s.de"));
+    EXPECT_THAT(g.DescriptionFile, EndsWith("/languages/codes.de"));
+    EXPECT_THAT(g.SkinFile, EndsWith("/skins/night.ini"));
+    EXPECT_THAT(g.ImageFolder, EndsWith("/skins/dark/"));
+
+    basGlobal.Launch = {"/dev/demo", "day", "francais"};
+    WriteFile("Dravik.ini", "[Options]\nLanguage=deutsch\nSkin=night\n");
+    LoadSettings();
+    EXPECT_THAT(g.SkinFile, EndsWith("/skins/day.ini"));
+    EXPECT_THAT(g.LanguageFile, EndsWith("/languages/francais.ini"));
+    EXPECT_EQ(g.ConnState, 4) << "the demo connects without the option";
+}
+
+TEST_F(Settings, IntervalsBelowOneAreReplaced) {
+    struct Row {
+        const char* Update;
+        const char* Refresh;
+        int Hardware;
+        int Main;
+    };
+    for (const Row& row : {Row{"0", "0", 50, 100}, Row{"-5", "-5", 50, 100}, Row{"1", "1", 1, 1},
+                           Row{"", "fast", 50, 100}, Row{"100000", "250 ms", 100000, 250}}) {
+        WriteFile("Dravik.ini", std::string("[OBD]\nUpdateIntervall=") + row.Update +
+                                    "\nRefreshRate=" + row.Refresh + "\n");
+        LoadSettings();
+        EXPECT_EQ(basGlobal.tiHardware.Interval(), row.Hardware) << row.Update;
+        EXPECT_EQ(basGlobal.tiMain.Interval(), row.Main) << row.Refresh;
+    }
+}
+
+TEST_F(Settings, TimersComeOutOfLoadingAsTheyWentIn) {
+    basGlobal.tiMain.SetEnabled(true);
+    LoadSettings();
+    EXPECT_TRUE(basGlobal.tiMain.Enabled());
+    EXPECT_FALSE(basGlobal.tiAux.Enabled());
+    EXPECT_FALSE(basGlobal.tiHardware.Enabled());
+}
+
+TEST_F(Settings, TextKeysReadAsZeroWhenMissingAndStopAt255Bytes) {
+    WriteFile("a.ini", "[S]\nEmpty=\nLong=" + std::string(300, 'x') + "\n");
+    const std::string file = (folder_ / "a.ini").string();
+    EXPECT_EQ(ReadIniString(file, "S", "Missing"), "0");
+    EXPECT_EQ(ReadIniString(file, "T", "Empty"), "0");
+    EXPECT_EQ(ReadIniString(file, "S", "Empty"), "");
+    EXPECT_EQ(ReadIniString(file, "s", "long"), std::string(255, 'x'));
+}
+
+TEST_F(Settings, SensorsAreReadUpToTheFirstFunctionZero) {
+    WriteSensors(
+        "Sensor0Function=RPM\nSensor0Source=OBD_0C\nSensor0Factor=0,25\nSensor0Offset=-40\n"
+        "Sensor0Min= .5e3\nSensor0Max=1.5 rpm\nSensor0Caption=Speed of Engine\nSensor0Unit=1/min\n"
+        "Sensor1Function=load\nSensor1Factor=much\n"
+        "Sensor2Function=0\n"
+        "Sensor3Function=lost\n");
+    basGlobal.Sensors[0].Active = true;
+    LoadSettings();
+    EXPECT_EQ(basGlobal.SensorCount, 2);
+    const SensorRecord& sensor = basGlobal.Sensors[0];
+    EXPECT_EQ(sensor.Function, "rpm");
+    EXPECT_EQ(sensor.Source, "OBD_0C");
+    EXPECT_EQ(sensor.Factor, 0.25F);
+    EXPECT_EQ(sensor.Offset, -40);
+    EXPECT_EQ(sensor.Min, 500);
+    EXPECT_EQ(sensor.Max, 1.5F);
+    EXPECT_EQ(sensor.Caption, "Speed of Engine");
+    EXPECT_EQ(sensor.Unit, "1/min");
+    EXPECT_TRUE(sensor.Active) << "the table says nothing about it";
+    EXPECT_EQ(basGlobal.Sensors[1].Factor, 0);
+    EXPECT_EQ(basGlobal.Sensors[1].Source, "0");
+    EXPECT_EQ(basGlobal.Sensors[3].Function, "");
+}
+
+TEST_F(Settings, TheNinetySecondSensorIsReportedAndLeftOut) {
+    for (const int count : {91, 92}) {
+        std::string lines;
+        for (int i = 0; i < count; ++i)
+            lines += "Sensor" + std::to_string(i) + "Function=s" + std::to_string(i) + "\n";
+        WriteSensors(lines);
+        LoadSettings();
+        ::testing::internal::CaptureStderr();
+        EXPECT_EQ(LoadSensorConfig(), count == 91);
+        const std::string report = ::testing::internal::GetCapturedStderr();
+        EXPECT_EQ(report.find("Sensor91Function") != std::string::npos, count == 92);
+        EXPECT_EQ(basGlobal.SensorCount, 91);
+        EXPECT_EQ(basGlobal.Sensors[90].Function, "s90");
+    }
+}
+
+TEST_F(Settings, ResumeRestoresSensorsOneToNinetyOnlyFromExactlyNinetyCharacters) {
+    const std::string on90 = std::string(90, '1') + "0";
+    const std::string pattern = "1" + std::string(88, '0');
+    struct Row {
+        int Misc;
+        std::string Saved;
+        std::string Active;
+    };
+    for (const Row& row :
+         {Row{1, pattern + "1", "0" + pattern + "1"}, Row{1, pattern + "x", "0" + pattern + "0"},
+          Row{1, pattern, on90}, Row{1, pattern + "11", on90}, Row{0, pattern + "1", on90}}) {
+        WriteFile("Dravik.ini", "[Options]\nMisc=" + std::to_string(row.Misc) +
+                                    "\n[Resume]\nSensorActive=" + row.Saved + "\n");
+        for (SensorRecord& sensor : basGlobal.Sensors) sensor.Active = false;
+        LoadSettings();
+        LoadResumeState();
+        EXPECT_EQ(ActiveSensors(), row.Active) << row.Misc << " " << row.Saved;
+    }
+}
+
+TEST_F(Settings, ResumeMenusAreReadAndWrittenOnlyWithTheirOption) {
+    WriteFile("Dravik.ini", "; mine\n[Options]\nMisc=2\n[Resume]\nMenu=engine\nOther=kept\n");
+    LoadSettings();
+    LoadResumeState();
+    EXPECT_EQ(basGlobal.CurrentMenu, "engine");
+    EXPECT_EQ(basGlobal.PreviousMenu, "0");
+
+    basGlobal.CurrentMenu = "trip";
+    basGlobal.PreviousMenu = "engine";
+    SaveResumeState();
+    EXPECT_EQ(ReadFile("Dravik.ini"),
+              "; mine\n[Options]\nMisc=2\n[Resume]\nMenu=trip\nOther=kept\nSensorActive=\n"
+              "PreviousMenu=engine\n");
+
+    basGlobal.Misc = 1;
+    basGlobal.CurrentMenu = "not saved";
+    for (std::size_t i = 0; i < basGlobal.Sensors.size(); ++i)
+        basGlobal.Sensors[i].Active = i == 0 || i == 1 || i == 90;
+    SaveResumeState();
+    EXPECT_EQ(ReadFile("Dravik.ini"),
+              "; mine\n[Options]\nMisc=2\n[Resume]\nMenu=trip\nOther=kept\nSensorActive=1" +
+                  std::string(88, '0') + "1\nPreviousMenu=engine\n");
+}
+
+}  // namespace
+}  // namespace dravik

@@ -1,0 +1,328 @@
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "platform/Text.h"
+#include "platform/serial/PseudoTerminal.h"
+#include "skinfunc/basValueProc.h"
+#include "support/GlobalsFixture.h"
+
+namespace dravik {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class Dispatcher : public GlobalsTest {
+ protected:
+    /// What the screen is asked for by one command.
+    static std::vector<std::string> Run(const std::string& command) {
+        fakeScreen.Calls.clear();
+        ExecuteCommand(command);
+        return fakeScreen.Calls;
+    }
+
+    static std::string Only(const std::string& command) {
+        const std::vector<std::string> calls = Run(command);
+        return calls.size() == 1 ? calls.front() : std::to_string(calls.size()) + " calls";
+    }
+
+    static std::vector<bool> Paused() {
+        std::vector<bool> paused;
+        for (int i = 0; i < basGlobal.ChartCount; ++i)
+            paused.push_back(basGlobal.Charts[static_cast<std::size_t>(i)].Paused);
+        return paused;
+    }
+
+    static std::string Active() {
+        std::string states;
+        for (int i = 0; i < basGlobal.SensorCount; ++i)
+            states += basGlobal.Sensors[static_cast<std::size_t>(i)].Active ? '1' : '0';
+        return states;
+    }
+};
+
+TEST_F(Dispatcher, CommandsThatAskTheScreenForOneThing) {
+    basGlobal.PreviousMenu = "before";
+    struct Row {
+        const char* Command;
+        const char* Call;
+    };
+    for (const Row& row :
+         {Row{"openmenu_mainmenu", "page mainmenu"}, Row{"OpenMenu_MainMenu", "page mainmenu"},
+          Row{"openmenu_previous", "page before"}, Row{"openbox_Keys", "toggle keys"},
+          Row{"closebox", "closebox"}, Row{"exit", "page mainmenu"}, Row{"object_+", "tab"},
+          Row{"object_-", "tab back"}, Row{"object_left", "focus left"},
+          Row{"snapshot", "snapshot "}, Row{"snapshot_ALL", "snapshot all"},
+          Row{"showinfo_Engine Warm", "popup 1 Engine Warm"},
+          Row{"SHOWWARNING_Oil: Low", "popup 0 Oil: Low"},
+          Row{"showquery_Really?:quit", "message 2 : Really?:quit"}, Row{"config", "settings"},
+          Row{"minimize", "minimize"}, Row{"quit", "unload"}, Row{"PowerOff", "unload"}}) {
+        EXPECT_EQ(Only(row.Command), row.Call) << row.Command;
+        EXPECT_EQ(basGlobal.LastCommand, LowerCased(row.Command));
+    }
+    fakeScreen.BoxIsOpen = true;
+    EXPECT_EQ(Only("exit"), "closebox");
+}
+
+TEST_F(Dispatcher, BadCommandsDoNothing) {
+    basGlobal.ChartCount = 3;
+    NameSensors({"rpm"});
+    for (const char* command : {"",
+                                "_",
+                                "_x",
+                                "open_menu_main",
+                                "showinfo_Engine_Warm",
+                                "nothing",
+                                "quit_now_please",
+                                "showinfo",
+                                "showwarning_",
+                                "showquery",
+                                "openmenu",
+                                "openmenu_",
+                                "openbox",
+                                "object",
+                                "object_select",
+                                "pause",
+                                "clr",
+                                "clr_all",
+                                "clr_xhartall",
+                                "clr_chart7",
+                                "clr_chart3",
+                                "clr_chart-1",
+                                "clr_chart1e9",
+                                "pause_chart3",
+                                "sensoron",
+                                "sensoroff_RPX",
+                                "sensortoggle_",
+                                "obd",
+                                "obd_other",
+                                "value"}) {
+        EXPECT_THAT(Run(command), IsEmpty()) << command;
+        EXPECT_THAT(Paused(), ElementsAre(false, false, false)) << command;
+        EXPECT_EQ(Active(), "1") << command;
+        EXPECT_EQ(basGlobal.ConnState, 0) << command;
+    }
+}
+
+TEST_F(Dispatcher, ChartsAreClearedAndPausedByNumberOrAllTogether) {
+    basGlobal.ChartCount = 3;
+    EXPECT_THAT(Run("clr_chartall"), ElementsAre("clear 0", "clear 1", "clear 2"));
+    EXPECT_EQ(Only("clr_chart2"), "clear 2");
+    EXPECT_EQ(Only("clr_chart1.6"), "clear 2");
+    EXPECT_EQ(Only("clr_chart"), "clear 0");
+
+    ExecuteCommand("pause_chart1");
+    EXPECT_THAT(Paused(), ElementsAre(false, true, false));
+    ExecuteCommand("pause_chartall");
+    EXPECT_THAT(Paused(), ElementsAre(true, true, true));
+    ExecuteCommand("pause_otherall");  // the five characters in front are not looked at
+    EXPECT_THAT(Paused(), ElementsAre(false, false, false));
+    ExecuteCommand("pause_xxxxx2");
+    EXPECT_THAT(Paused(), ElementsAre(false, false, true));
+    ExecuteCommand("pause_chart2");
+    EXPECT_THAT(Paused(), ElementsAre(false, false, false));
+    EXPECT_FALSE(basGlobal.Charts[3].Paused);
+
+    basGlobal.ChartCount = 0;
+    EXPECT_THAT(Run("clr_chartall"), IsEmpty());
+    EXPECT_THAT(Run("pause_chartall"), IsEmpty());
+}
+
+TEST_F(Dispatcher, ValueStepsTheListOrTheSelectedSlidersTarget) {
+    basGlobal.CurrentList = 0;
+    ListSlot& list = basGlobal.Lists[0];
+    list.Entries.assign(30, {});
+    basGlobal.SliderTag = {"listview", "sensor_rpm", "gallery"};
+    struct Row {
+        std::uint16_t Slider;
+        const char* Command;
+        int Expected;  ///< from entry 10
+    };
+    for (const Row& row :
+         {Row{kNoFocus, "value_+", 9}, Row{kNoFocus, "value_+3", 9}, Row{kNoFocus, "value_-", 11},
+          Row{kNoFocus, "value_x", 11}, Row{kNoFocus, "value", 11}, Row{0, "value_+", 15},
+          Row{0, "value_-", 5}, Row{0, "value_+3", 13}, Row{0, "value_up", 9}, Row{0, "value", 10},
+          Row{1, "value_+", 10}, Row{2, "value_-", 10}}) {
+        list.Selected = 10;
+        basGlobal.FocusedSlider = row.Slider;
+        ExecuteCommand(row.Command);
+        EXPECT_EQ(list.Selected, row.Expected) << row.Slider << " " << row.Command;
+    }
+}
+
+TEST_F(Dispatcher, SelectRunsTheSelectedButtonAndStepsTheList) {
+    basGlobal.ButtonTag = {"OpenMenu_Trip", "listview_down"};
+    basGlobal.CurrentList = 0;
+    basGlobal.Lists[0].Entries.assign(3, {});
+    basGlobal.Lists[0].Selected = 1;
+    basGlobal.FocusedButton = 0;
+    // The page that the button opens replaces the buttons while its command still runs.
+    fakeScreen.WhileLoading = [] { basGlobal.ButtonTag.clear(); };
+    EXPECT_EQ(Only("object_select"), "page trip");
+    EXPECT_EQ(basGlobal.LastCommand, "openmenu_trip");
+    EXPECT_EQ(basGlobal.Lists[0].Selected, 1);
+
+    basGlobal.ButtonTag = {"openmenu_trip", "listview_down"};
+    basGlobal.FocusedButton = 1;
+    EXPECT_THAT(Run("object_select"), IsEmpty());
+    EXPECT_EQ(basGlobal.Lists[0].Selected, 2);
+    basGlobal.FocusedButton = 2;
+    EXPECT_THAT(Run("object_select"), IsEmpty());
+}
+
+TEST_F(Dispatcher, CommandsThatLeadToThemselvesEnd) {
+    basGlobal.ButtonTag = {"object_select"};
+    basGlobal.FocusedButton = 0;
+    EXPECT_THAT(Run("object_select"), IsEmpty());
+
+    fakeScreen.WhileLoading = [] { ExecuteCommand("openmenu_loop"); };
+    EXPECT_GT(Run("openmenu_loop").size(), 1U);
+    fakeScreen.WhileLoading = nullptr;
+    EXPECT_EQ(Only("openmenu_trip"), "page trip") << "and later commands run again";
+}
+
+TEST_F(Dispatcher, MenuListStepping) {
+    struct Row {
+        std::vector<std::string> Menus;
+        const char* Current;
+        const char* Next;
+        const char* Previous;
+    };
+    std::vector<std::string> full;
+    for (int i = 0; i <= 100; ++i) full.push_back("m" + std::to_string(i));
+    std::vector<std::string> twelve(full.begin(), full.begin() + 12);
+    const std::vector<std::string> gap = {"a", "", "c"};
+    const std::vector<std::string> twice = {"a", "b", "c", "b"};
+    for (const Row& row :
+         {Row{{"a", "b", "c"}, "a", "page b", "page c"},
+          Row{{"a", "b", "c"}, "b", "page c", "page a"},
+          Row{{"a", "b", "c"}, "c", "page a", "page b"},
+          Row{{"a", "b", "c"}, "x", "page mediaplayer", "page "},
+          Row{{"a", "b", "c"}, "A", "page mediaplayer", "page "},
+          Row{{"a"}, "a", "page a", "page a"}, Row{{}, "a", "page mediaplayer", "page mainmenu"},
+          Row{twelve, "x", "page mediaplayer", "page m8"},
+          Row{gap, "c", "page mediaplayer", "page "}, Row{gap, "a", "page a", "page a"},
+          Row{twice, "b", "page c", "page c"},  // forward the first match counts, back the last
+          Row{full, "m100", "page m0", "page m99"}, Row{full, "m0", "page m1", "page m100"},
+          Row{full, "x", "page +", "page m8"}}) {
+        fakeScreen.Menus = row.Menus;
+        basGlobal.CurrentMenu = row.Current;
+        EXPECT_EQ(Only("openmenu_+"), row.Next) << row.Menus.size() << " " << row.Current;
+        EXPECT_EQ(Only("openmenu_-"), row.Previous) << row.Menus.size() << " " << row.Current;
+    }
+}
+
+TEST_F(Dispatcher, LinkCommandsOnlyAskAndOnlyInTheRightState) {
+    PseudoTerminal terminal;
+    basGlobal.comOBD.SetDevice(terminal.Path());
+    ASSERT_TRUE(basGlobal.comOBD.Open());
+    int answer = 6;
+    fakeScreen.Answer = [&answer] { return answer; };
+    const auto stateAfter = [](const char* command, int state) {
+        basGlobal.ConnState = static_cast<std::uint8_t>(state);
+        Run(command);
+        return static_cast<int>(basGlobal.ConnState);
+    };
+    for (const int state : {1, 2, 3, 4, 8, 9, 16, 18}) {
+        const bool connected = state == 3 || state == 9;
+        EXPECT_EQ(stateAfter("OBD_Connect", state), 4) << state;
+        EXPECT_EQ(stateAfter("obd_gettroublecodes", state), connected ? 16 : state);
+        answer = 6;
+        EXPECT_EQ(stateAfter("obd_cleartroublecodes", state), connected ? 18 : state);
+        EXPECT_EQ(fakeScreen.Calls.size(), connected ? 1U : 0U);
+        for (const int other : {7, 1, 0}) {
+            answer = other;
+            EXPECT_EQ(stateAfter("obd_cleartroublecodes", state), state);
+        }
+    }
+    EXPECT_EQ(stateAfter("obd_cleartroublecodes", 3), 3);
+    EXPECT_THAT(fakeScreen.Calls,
+                ElementsAre("message 32 Dravik: Clear troublecodes and all stored data?"));
+    // The port decides after the answer, the state only before the question.
+    fakeScreen.Answer = [] {
+        basGlobal.ConnState = 1;
+        return 6;
+    };
+    EXPECT_EQ(stateAfter("obd_cleartroublecodes", 9), 18);
+    fakeScreen.Answer = [] {
+        basGlobal.comOBD.Close();
+        return 6;
+    };
+    EXPECT_EQ(stateAfter("obd_cleartroublecodes", 9), 9);
+}
+
+TEST_F(Dispatcher, SensorsAreSwitchedWithTheirPids) {
+    NameSensors({"a", "b", "c", "a", "Caps"});
+    basGlobal.Sensors[5].Active = true;  // not in use
+    struct Row {
+        const char* Command;
+        const char* Before;
+        const char* After;
+    };
+    for (const Row& row :
+         {Row{"sensortoggle_all", "11111", "00000"}, Row{"sensortoggle_all", "11101", "11111"},
+          Row{"sensortoggle_ALL", "00000", "11111"}, Row{"sensortoggle_b", "11111", "10111"},
+          Row{"sensortoggle_B", "10111", "11111"}, Row{"sensortoggle_a", "00000", "10000"},
+          Row{"sensortoggle_caps", "00000", "00000"}, Row{"sensoron_b", "00000", "01000"},
+          Row{"sensoron_all", "01000", "11111"}, Row{"sensoroff_c", "11111", "11011"},
+          Row{"sensoroff_all", "01011", "00000"}, Row{"sensoroff_x", "11111", "11111"}}) {
+        SCOPED_TRACE(row.Command);
+        const std::string before = row.Before;
+        for (std::size_t i = 0; i < 5; ++i) {
+            basGlobal.Sensors[i].Active = before[i] == '1';
+            basGlobal.PidWanted[i] = before[i] == '1';
+        }
+        Run(row.Command);
+        EXPECT_EQ(Active(), row.After);
+        for (std::size_t i = 0; i < 5; ++i)
+            EXPECT_EQ(basGlobal.PidWanted[i], row.After[i] == '1') << i;
+        EXPECT_TRUE(basGlobal.Sensors[5].Active);
+    }
+}
+
+TEST_F(Dispatcher, WantedPidsFollowOnlyLinkSensors) {
+    struct Row {
+        const char* Source;
+        int Pid;  ///< that follows the sensor, -1 = none
+    };
+    for (const Row& row : {Row{"obd_0D", 13}, Row{"obd_0d", 13}, Row{"obd4F", 79},
+                           Row{"obd_FF", -1}, Row{"obd_50", -1}, Row{"obd", -1}, Row{"obd_0", -1},
+                           Row{"can_0D", -1}, Row{"OBD_0D", -1}, Row{"", -1}, Row{"ob", -1}}) {
+        for (const bool active : {true, false}) {
+            SensorRecord sensor;
+            sensor.Source = row.Source;
+            sensor.Active = active;
+            std::array<bool, 80> expected{};
+            expected.fill(!active);
+            basGlobal.PidWanted = expected;
+            UpdatePidWanted(sensor);
+            if (row.Pid >= 0) expected[static_cast<std::size_t>(row.Pid)] = active;
+            EXPECT_EQ(basGlobal.PidWanted, expected) << row.Source << " " << active;
+        }
+    }
+    NameSensors({"first", "second"});
+    basGlobal.Sensors[1].Source = "obd_00";
+    ExecuteCommand("sensoroff_first");
+    EXPECT_FALSE(basGlobal.PidWanted[0]);
+    ExecuteCommand("sensoron_second");
+    EXPECT_TRUE(basGlobal.PidWanted[0]) << "the one switched last decides";
+}
+
+TEST_F(Dispatcher, TheKeyboardProgramIsStartedWhenThereIsOne) {
+    const std::filesystem::path program = folder_ / "keys.sh";
+    WriteFile("keys.sh", "#!/bin/sh\ntouch '" + (folder_ / "started").string() + "'\n");
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    for (const std::string& path : {std::string(), std::string("0"), folder_.string()}) {
+        basGlobal.OSKPath = path;
+        ExecuteCommand("osk");
+    }
+    Settle();
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "started"));
+    basGlobal.OSKPath = program.string();
+    ExecuteCommand("OSK");
+    EXPECT_TRUE(Until([this] { return std::filesystem::exists(folder_ / "started"); }));
+}
+
+}  // namespace
+}  // namespace dravik
