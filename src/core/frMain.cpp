@@ -203,7 +203,10 @@ void frMain::MessageShown(bool shown) {
 
 void frMain::ShowSettings() {
     if (settings_ == nullptr || settings_->Closed()) settings_ = new frSettings(this);
-    settings_->BringToFront();
+    if (warning_->IsOpen())
+        settings_->GiveWay(true);  // it follows once the message is answered
+    else
+        settings_->BringToFront();
 }
 
 void MinimizeMainWindow() {

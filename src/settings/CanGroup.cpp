@@ -49,7 +49,8 @@ QWidget* MakeCanGroup() {
     AddField(grid, 1, 0, "Filter", MakeField("tCANFilter"));
     AddField(grid, 1, 2, "User Def.", MakeField("tCANUserBaudrate"));
     AddField(grid, 2, 0, "Mask", MakeField("tCANMask"));
-    grid->addWidget(MakeCheck("chUseFilter", QStringLiteral("Use Filter")), 2, 2, 1, 2);
+    grid->addWidget(MakeCheck("chUseFilter", QStringLiteral("Use Filter")), 2, 2, 1, 2,
+                    Qt::AlignLeft);
     grid->addWidget(MakeNote(kFilterNote), 3, 0, 1, 4);
     grid->addWidget(MakeNote(kBaudrateNote), 4, 0, 1, 4);
     grid->setColumnStretch(1, 1);

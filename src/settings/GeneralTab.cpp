@@ -48,6 +48,16 @@ void StartKeyboard() {
     if (FileExists(program)) StartMinimised(ResolvePath(program));
 }
 
+/// A dialog that puts the chosen path into the field.
+QFileDialog* Browse(QLineEdit* field, const QString& title) {
+    auto* dialog = new QFileDialog(field->window(), title, field->text());
+    dialog->setOption(QFileDialog::DontUseNativeDialog);  // that one may be too small to touch
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    FitForTouch(dialog);
+    QObject::connect(dialog, &QFileDialog::fileSelected, field, &QLineEdit::setText);
+    return dialog;
+}
+
 QLabel* MakeFaint(const QString& text) {
     QLabel* label = MakeLabel(text);
     label->setProperty("faint", true);
@@ -131,12 +141,12 @@ QWidget* GeneralTab::OptionsGroup() {
         QCheckBox* box = MakeCheck(name.c_str(), QString::fromLatin1(kMiscCaptions[i]));
         chMiscOptions_[i] = box;
         if (i < kStartupOptions) {
-            startupColumn->addWidget(box);
+            startupColumn->addWidget(box, 0, Qt::AlignLeft);
             continue;
         }
         const std::size_t place = i - kStartupOptions;
         grid->addWidget(box, static_cast<int>(place % kRowsPerColumn),
-                        static_cast<int>(place / kRowsPerColumn));
+                        static_cast<int>(place / kRowsPerColumn), Qt::AlignLeft);
     }
     // The other columns stand level with the rows of the inner frame.
     auto* columns = new QHBoxLayout(group);
@@ -296,25 +306,22 @@ void GeneralTab::ShowCommDevice() {
 }
 
 void GeneralTab::BrowseKeyboard() {
-    auto* dialog = new QFileDialog(window(), QStringLiteral("Keyboard"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    QFileDialog* dialog = Browse(tOSKPath_, QStringLiteral("Keyboard"));
     dialog->setFileMode(QFileDialog::ExistingFile);
 #ifdef _WIN32
     dialog->setNameFilter(QStringLiteral("Executable (*.exe)"));
 #else
+    // Programs have no extension of their own here.
     dialog->setNameFilters(
         {QStringLiteral("Executable (*)"), QStringLiteral("Executable (*.exe)")});
 #endif
-    QObject::connect(dialog, &QFileDialog::fileSelected, tOSKPath_, &QLineEdit::setText);
     dialog->open();
 }
 
 void GeneralTab::BrowseFolder() {
-    auto* dialog = new QFileDialog(window(), QStringLiteral("Folder"), tFolder_->text());
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    QFileDialog* dialog = Browse(tFolder_, QStringLiteral("Folder"));
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
-    QObject::connect(dialog, &QFileDialog::fileSelected, tFolder_, &QLineEdit::setText);
     dialog->open();
 }
 

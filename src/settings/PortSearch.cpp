@@ -23,14 +23,16 @@ std::vector<PortCandidate> PortCandidates() {
 
 void SearchPorts(std::vector<PortCandidate> candidates, std::function<void(PortCandidate)> found,
                  std::function<bool(const std::string& device)> present) {
-    // The handler is only ever touched on the user-interface thread, which also lets go of it.
-    const auto handler = std::make_shared<std::function<void(PortCandidate)>>(std::move(found));
+    auto handler = std::make_shared<std::function<void(PortCandidate)>>(std::move(found));
     // The thread is left alone: a device may hold it up for longer than the program runs.
-    std::thread([candidates = std::move(candidates), handler, present = std::move(present)] {
+    std::thread([candidates = std::move(candidates), handler = std::move(handler),
+                 present = std::move(present)]() mutable {
         for (const PortCandidate& candidate : candidates) {
             if (!candidate.Ours && !present(candidate.Device)) continue;
             PostToUserInterface([handler, candidate] { (*handler)(candidate); });
         }
+        // What the handler holds belongs to the user interface, so that thread lets go of it.
+        PostToUserInterface([last = std::move(handler)] {});
     }).detach();
 }
 

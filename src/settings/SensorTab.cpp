@@ -22,7 +22,7 @@ namespace dravik {
 namespace {
 
 constexpr int kPreviewEvery = 500;  // milliseconds
-constexpr int kColumnWidths[] = {200, 80, 110, 80, 80, 80, 180, 80};
+constexpr int kColumnWidths[] = {186, 98, 120, 90, 90, 90, 190, 90};
 constexpr int kListWidth = 280;
 
 /// Where the fields stand: their caption, row and column in the editor.
@@ -159,7 +159,8 @@ QWidget* SensorTab::EditorSide() {
     grid->addWidget(coSensorFunction_, 0, 1, 1, 3);
     grid->addWidget(MakeLabel(QStringLiteral("Source")), 1, 0);
     grid->addWidget(coSensorSource_, 1, 1);
-    grid->addWidget(MakeCheck("chFreezeframe", QStringLiteral("Freezeframe")), 1, 2, 1, 2);
+    grid->addWidget(MakeCheck("chFreezeframe", QStringLiteral("Freezeframe")), 1, 2, 1, 2,
+                    Qt::AlignLeft);
     for (const FieldPlace& place : kFieldPlaces) {
         QLineEdit* field = MakeTextField(place.Field, place.Name);
         txtSensor_[static_cast<std::size_t>(place.Field)] = field;

@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QAbstractScrollArea>
 #include <QCheckBox>
+#include <QDialog>
 #include <QEvent>
 #include <QGroupBox>
 #include <QLabel>
@@ -78,9 +79,13 @@ QTabBar::tab:selected:focus { border-color: #e6eaf0; }
 QTableView { background: #1d222a; alternate-background-color: #20262f; color: #e6eaf0;
              border: 1px solid #333d4b; border-radius: 6px; gridline-color: #2a323d;
              selection-background-color: #569cd6; selection-color: #10141a; outline: none; }
-QTableView::item { padding-left: 8px; }
-QTableView:focus { border: 2px solid #569cd6; }
-QHeaderView::section { background: #2c3440; color: #b4bfcd; border: none; padding: 0 8px;
+QTableView::item { border: none; padding: 0 8px; }
+QTableView::item:hover { background: transparent; }
+QTableView::item:selected { background: #569cd6; color: #10141a; }
+QFileDialog QAbstractItemView::item { min-height: 40px; }
+QFileDialog QToolButton { min-width: 42px; }
+QTableView:focus { border: 1px solid #569cd6; }
+QHeaderView::section { background: #2c3440; color: #b4bfcd; border: none; padding: 0 11px;
                        min-height: 36px; }
 QAbstractItemView { background: #232a34; color: #e6eaf0; outline: none;
                     selection-background-color: #569cd6; selection-color: #10141a; }
@@ -190,6 +195,17 @@ void ApplySettingsLook(QWidget* window) {
     font.setPixelSize(kTextPixels);
     window->setFont(font);
     window->setStyleSheet(QString::fromLatin1(kStyleSheet));
+}
+
+void FitForTouch(QDialog* dialog) {
+    for (QWidget* widget : dialog->findChildren<QWidget*>()) {
+        const bool box = qobject_cast<QComboBox*>(widget) != nullptr;
+        if (box) widget->setPalette(DarkPalette());
+        if (box || qobject_cast<QLineEdit*>(widget) != nullptr ||
+            qobject_cast<QAbstractButton*>(widget) != nullptr)
+            widget->setMinimumHeight(kTouchHeight);
+    }
+    dialog->resize(dialog->parentWidget()->size());
 }
 
 QString Shown(std::string_view bytes) {

@@ -8,6 +8,7 @@
 
 class QAbstractScrollArea;
 class QCheckBox;
+class QDialog;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -21,6 +22,10 @@ constexpr int kTouchHeight = 42;
 
 /// Gives a window the look of the program: dark slate, one accent colour.
 void ApplySettingsLook(QWidget* window);
+
+/// Makes a dialog of the toolkit, a child of such a window, as large as that and usable by a
+/// finger.
+void FitForTouch(QDialog* dialog);
 
 /// Bytes of a file as they are shown.
 QString Shown(std::string_view bytes);

@@ -30,6 +30,15 @@ constexpr QSize kSmallest(480, 320);
 constexpr QSize kLargest(1000, 700);
 constexpr int kButtonWidth = 130;
 
+/// What the user is told; the name alone, since there is no room for a path.
+QString NotSaved(const std::string& file) {
+    const std::string name = file.substr(file.find_last_of("/\\") + 1);
+    return QStringLiteral(
+               "%1 could not be written and is unchanged.\n"
+               "Is the disk full or write-protected?")
+        .arg(Shown(name));
+}
+
 }  // namespace
 
 frSettings::frSettings(QWidget* window)
@@ -109,7 +118,7 @@ void frSettings::BringToFront() {
 }
 
 void frSettings::GiveWay(bool hidden) {
-    if (closed_ || hidden == gaveWay_ || (hidden && isHidden())) return;
+    if (closed_ || hidden == gaveWay_) return;
     gaveWay_ = hidden;
     if (hidden)
         hide();
@@ -140,8 +149,7 @@ void frSettings::Save() {
     const SettingsValues before = ReadSettings();
     const SettingsValues values = general_->Values();
     if (const auto failed = SaveSettings(values, editor_.Rows())) {
-        Tell(QStringLiteral("Not saved: %1 could not be written. It is unchanged.")
-                 .arg(Shown(*failed)));
+        Tell(NotSaved(*failed));
         return;
     }
     // A skin or language chosen here takes the place of one from the command line.
