@@ -131,7 +131,7 @@ TEST(ChartPaint, DrawsTheTraceFromTheRightInItsMode) {
             look.Mode = mode;
             const QImage image = Painted(record, look, scale);
             // 130 of 518 columns: a quarter of the width, at half height.
-            EXPECT_EQ(Count(image, x(100), trace), 0) << mode;
+            EXPECT_EQ(Count(image, x(70), trace), 0) << mode;
             int bright = 0;
             int below = 0;
             for (int row = 0; row < image.height(); ++row) {
