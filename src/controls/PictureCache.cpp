@@ -138,14 +138,13 @@ void Decode(SkinPicture::Data& data, const QString& file, bool doubleSize) {
         data.Error = tooLarge;
         return;
     }
-    const QImage read = reader.read();
-    if (read.isNull()) {
+    QImage pixels = reader.read();
+    if (pixels.isNull()) {
         data.Error = notAPicture;
         return;
     }
-    // Qt 6.4 crashes when it scales a picture with a palette smoothly.
-    QImage pixels = read.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    // Qt reads a ratio off a name with @2x, but here pixels are pixels: DesignSize has the ratio.
+    // Qt reads a pixel ratio of 2 off a name with @2x. Here the ratio is in DesignSize alone: with
+    // both, pictures are painted half as large, and Qt 6.4 crashes on scaling one with a palette.
     pixels.setDevicePixelRatio(1);
     data.DesignSize = QSizeF(pixels.size()) / (doubleSize ? 2 : 1);
     if (!Scale(data, pixels)) data.Error = tooLarge;

@@ -131,7 +131,7 @@ TEST(ChartPaint, DrawsTheTraceFromTheRightInItsMode) {
             look.Mode = mode;
             const QImage image = Painted(record, look, scale);
             // 130 of 518 columns: a quarter of the width, at half height.
-            EXPECT_EQ(Count(image, x(75), trace), 0) << mode;
+            EXPECT_EQ(Count(image, x(70), trace), 0) << mode;
             int bright = 0;
             int below = 0;
             for (int row = 0; row < image.height(); ++row) {
@@ -151,7 +151,7 @@ TEST(ChartPaint, DrawsGridAndTextsInTheirColours) {
     ChartRecord record;
     ChartLook look{Plain(260, 120, Qt::black), 0x00FF00, 0x0000FF, 0, 30};
     const QImage empty = Painted(record, look);
-    EXPECT_GT(Count(empty, 4, QColor(255, 0, 0)), 70) << "the grid's left edge";
+    EXPECT_GT(Count(empty, 4, QColor(255, 0, 0)), 80) << "the grid's left edge";
     AddSample(record, 5, 1, 30);
     const QImage started = Painted(record, look);
     EXPECT_NE(empty.copy(0, 0, 100, 12), started.copy(0, 0, 100, 12)) << "the scale's upper label";

@@ -73,6 +73,19 @@ TEST_F(PictureCacheTest, TakesTheDoubleSizeFileOnlyAboveScaleOne) {
     EXPECT_EQ(colour(larger), QColor(Qt::blue));
     EXPECT_EQ(larger.DesignSize(), QSizeF(100, 50));
     EXPECT_EQ(larger.Pixmap().size(), QSize(150, 75));
+    EXPECT_EQ(larger.Pixmap().devicePixelRatio(), 1) << "or it is painted half as large";
+}
+
+TEST_F(PictureCacheTest, ScalesPicturesWithAPalette) {
+    QImage image(200, 100, QImage::Format_Indexed8);
+    image.setColorTable({qRgb(255, 0, 0), qRgba(0, 0, 255, 0)});
+    image.fill(0);
+    const QString file = QString::fromStdString(Path("key@2x.png"));
+    ASSERT_TRUE(image.save(file));
+    ASSERT_EQ(QImage(file).format(), QImage::Format_Indexed8);
+    const SkinPicture picture = LoadSkinPicture(Path("key.png"), 1.5);
+    EXPECT_EQ(picture.Pixmap().size(), QSize(150, 75));
+    EXPECT_EQ(picture.Pixmap().toImage().pixelColor(140, 70), QColor(Qt::red));
 }
 
 TEST_F(PictureCacheTest, SaysWhyThereIsNoPicture) {
