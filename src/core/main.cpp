@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/CheckSkinCommand.h"
 #include "core/CommandLine.h"
 #include "core/Console.h"
 #include "core/ProgramFolder.h"
@@ -68,6 +69,7 @@ int main(int argc, char** argv) {
     }
     if (!line.Folder.empty() && !FolderExists(line.Folder))
         return Fail("no such folder: " + line.Folder);
+    if (line.CheckSkin) return CheckSkinCommand(line);
     if (!ChooseDisplay(line.Console))
         return Fail("there is no display; set DISPLAY or WAYLAND_DISPLAY");
 
