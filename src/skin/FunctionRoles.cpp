@@ -17,7 +17,7 @@ constexpr Evaluator kValues[] = {{NumberFunctionRows},
 
 constexpr FunctionWord kButtonWords[] = {
     {"listview", Step, "pagedown", "steps the list when `object_select` presses the button"},
-    {"dvdmenu", Nothing, "", "marks the page as one with a DVD menu"},
+    {"dvdmenu", Nothing, "", "reserved for a DVD menu"},
 };
 
 constexpr FunctionWord kCaptionWords[] = {
