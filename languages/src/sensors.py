@@ -12,6 +12,9 @@ PERCENT_AROUND_MIDDLE = F(100, 128)
 
 # Parameter, function name, data bytes, factor, offset, unit. Units are the names of UNITS below.
 SENSORS = [
+    # Saved on/off states speak of sensors 1 to 90, so after a resume the first one stays off until
+    # it is switched on: a count that no page shows.
+    (0x30, "count.warmupstroublecodescleared", 1, F(1),                 0,    ""),
     (0x04, "value.loadcalculated",            1, PERCENT_OF_BYTE,       0,    "%"),
     (0x05, "temp.enginecoolant",              1, F(1),                  -40,  "°C"),
     (0x06, "value.shorttermfueltrimbank1",    1, PERCENT_AROUND_MIDDLE, -100, "%"),
@@ -34,7 +37,6 @@ SENSORS = [
     (0x2D, "value.egrerror",                  1, PERCENT_AROUND_MIDDLE, -100, "%"),
     (0x2E, "value.commandedevaporativepurge", 1, PERCENT_OF_BYTE,       0,    "%"),
     (0x2F, "value.fuellevel",                 1, PERCENT_OF_BYTE,       0,    "%"),
-    (0x30, "count.warmupstroublecodescleared", 1, F(1),                 0,    ""),
     (0x31, "dist.troublecodescleared",        2, F(1),                  0,    "km"),
     (0x33, "p.barometric",                    1, F(1),                  0,    "kPa air"),
     (0x3C, "temp.catalystbank1sensor1",       2, F(1, 10),              -40,  "°C"),

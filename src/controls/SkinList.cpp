@@ -9,7 +9,7 @@
 #include <cmath>
 
 #include "core/basGlobal.h"
-#include "platform/Paths.h"
+#include "lists/basFunctions.h"
 
 namespace dravik {
 
@@ -21,7 +21,6 @@ constexpr int kDragThreshold = 8;  ///< design pixels a finger may move and stil
 constexpr int kScrollMarkWidth = 3;
 constexpr int kScrollMarkOpacity = 120;
 constexpr std::size_t kPictureKeys = 256;
-constexpr const char* kPictureEndings[] = {".png", ".bmp", ".gif", ".jpg"};
 
 }  // namespace
 
@@ -202,13 +201,7 @@ const SkinPicture& SkinList::EntryPicture(const std::string& key) {
     if (known != pictures_.end()) return known->second;
     if (pictures_.size() >= kPictureKeys) pictures_.clear();
     SkinPicture& picture = pictures_[key];
-    if (key.empty() || key.find_first_of("/\\") != std::string::npos) return picture;
-    for (const char* ending : kPictureEndings) {
-        const std::string file = folder_ + key + ending;
-        if (!FileExists(file)) continue;
-        picture = LoadSkinPicture(file, box_.Scale);
-        break;
-    }
+    picture = LoadSkinPicture(ListPictureFile(folder_, key), box_.Scale);
     const QSizeF size = picture.DesignSize();
     const double room = RowHeight() - 2;
     const double fit = room / std::max({size.width(), size.height(), room});

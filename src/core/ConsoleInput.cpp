@@ -36,10 +36,11 @@ struct SyntheticPointer {
 };
 SyntheticPointer pointer;
 
-/// The window that gets the input: a dialog on top of the main window, or the main window.
+/// Where an event at a position of the window on top goes: a drop-down list that is open over it
+/// takes the pointer and the keys.
 QWidget* TargetWindow() {
-    QWidget* active = QApplication::activeWindow();
-    return active != nullptr ? active : MainWindow();
+    QWidget* popup = QApplication::activePopupWidget();
+    return popup != nullptr ? popup : WindowOnTop();
 }
 
 std::optional<std::vector<int>> Numbers(std::string_view text, std::size_t count) {
@@ -59,10 +60,10 @@ std::optional<std::vector<int>> Numbers(std::string_view text, std::size_t count
 /// pointer, keeps the grab of a held button and tells entering and leaving.
 void SendMouse(QEvent::Type type, QPoint position, Qt::MouseButton button) {
     QWidget* window = TargetWindow();
-    const QPoint global = window->mapToGlobal(position);
+    const QPoint global = WindowOnTop()->mapToGlobal(position);
     OverridePointer(global.x(), global.y());
     pointer.Position = position;
-    QMouseEvent event(type, QPointF(position), QPointF(global), button,
+    QMouseEvent event(type, QPointF(window->mapFromGlobal(global)), QPointF(global), button,
                       pointer.Held ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
     QCoreApplication::sendEvent(window->windowHandle(), &event);
 }
@@ -138,11 +139,18 @@ std::string InputRelease(std::string_view arguments) {
 std::string InputWheel(std::string_view arguments) {
     const auto notches = Numbers(arguments, 1);
     if (!notches) return "error: wheel takes a number of notches";
+    const QPoint global = WindowOnTop()->mapToGlobal(pointer.Position);
     QWidget* window = TargetWindow();
-    QWheelEvent event(QPointF(pointer.Position), QPointF(window->mapToGlobal(pointer.Position)),
-                      QPoint(), QPoint(0, (*notches)[0] * kWheelNotch), Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(window->windowHandle(), &event);
+    QWidget* beneath = window->childAt(window->mapFromGlobal(global));
+    // A made-up turn is not handed on from widget to widget as a real one is.
+    for (QPointer<QWidget> widget = beneath == nullptr ? window : beneath; widget != nullptr;
+         widget = widget->parentWidget()) {
+        QWheelEvent event(QPointF(widget->mapFromGlobal(global)), QPointF(global), QPoint(),
+                          QPoint(0, (*notches)[0] * kWheelNotch), Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(widget, &event);
+        if (event.isAccepted() || widget == nullptr || widget->isWindow()) break;
+    }
     return "ok";
 }
 

@@ -116,7 +116,7 @@ std::string ShownBy(const SkinScreen& screen, const ScreenElement& element, int 
         case ElementKind::Textbox:
             return screen.Textbox[member]->Text();
         case ElementKind::Image:
-            return element.Picture;
+            return element.ShowsEntry ? element.Shown : element.Picture;
         default:
             return element.Shown;
     }

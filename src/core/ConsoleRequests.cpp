@@ -47,8 +47,9 @@ std::string TellMessage(std::string_view) {
 
 std::string Grab(std::string_view file) {
     if (file.empty()) return "error: grab takes a file name";
-    const bool written = MainWindow()->grab().save(
-        QString::fromUtf8(file.data(), static_cast<int>(file.size())), "PNG");
+    const bool written =
+        GrabWindow(WindowOnTop())
+            .save(QString::fromUtf8(file.data(), static_cast<int>(file.size())), "PNG");
     return written ? "ok" : "error: the file could not be written: " + std::string(file);
 }
 
@@ -57,7 +58,8 @@ std::string TellState(std::string_view) {
 }
 
 std::string TellElements(std::string_view) {
-    return ReportElements();
+    QWidget* window = WindowOnTop();
+    return window == MainWindow() ? ReportElements() : ReportWindow(window);
 }
 
 std::string TellList(std::string_view) {

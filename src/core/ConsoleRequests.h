@@ -3,6 +3,9 @@
 #include <string>
 #include <string_view>
 
+class QPixmap;
+class QWidget;
+
 /// What the console's requests do. Each returns its answer without the line end of its last line.
 namespace dravik {
 
@@ -17,6 +20,16 @@ std::string OneLine(const std::string& text);
 std::string ReportState();
 std::string ReportElements();
 std::string ReportList();
+
+// The window on top gets the input and is what "elements" and "grab" show.
+
+/// A dialog that lies over the main window, or the main window.
+QWidget* WindowOnTop();
+/// The named widgets of a dialog, as ReportElements lists the elements of a page; positions are
+/// those in the dialog. Besides them the rows in view of its lists and of an open drop-down list.
+std::string ReportWindow(QWidget* window);
+/// A window's picture, with a drop-down list that is open over it.
+QPixmap GrabWindow(QWidget* window);
 
 // Synthetic input. Each returns "ok" after the event was handled, or an error.
 std::string InputClick(std::string_view arguments);

@@ -17,6 +17,9 @@ void SendTabKey(bool backwards);
 /// Moves the selection to the neighbouring button or slider: "left", "right", "up" or "down".
 void MoveFocus(const std::string& direction);
 
+/// Gives the main window the pointer that the settings ask for: the usual one, or none.
+void ApplyPointerShape();
+
 /// Shows the settings dialog, or brings it to the front.
 void ShowSettingsDialog();
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <utility>
 
 #include "controls/ButtonEx.h"
@@ -82,9 +83,29 @@ void RefreshHighlight(SkinScreen& screen, const ScreenElement& element, int inde
         index, QRectF(corner / screen.Scale(), QSizeF(selected->size()) / screen.Scale()));
 }
 
+/// The picture of the selected entry of the current list; the image's own where the skin has none.
+void RefreshEntryImage(SkinScreen& screen, ScreenElement& element, int index) {
+    const ListSlot* list = CurrentList();
+    std::string key;
+    if (list != nullptr && list->Selected > 0)
+        key = list->Entries[static_cast<std::size_t>(list->Selected) - 1].Picture;
+    if (element.EntryPicture == key) return;
+    element.EntryPicture = key;
+
+    std::string file = ListPictureFile(basGlobal.ImageFolder, key);
+    if (file.empty()) file = PicturePath(element.Picture);
+    const SkinPicture picture = LoadSkinPicture(file, screen.Scale());
+    element.Shown = file.substr(std::min(basGlobal.ImageFolder.size(), file.size()));
+    PageCanvas* container = screen.ContainerOf(element);
+    container->SetImagePicture(index, picture);
+    container->MoveImage(index, ImageArea(element, picture));
+}
+
 void RefreshImage(SkinScreen& screen, ScreenElement& element, int index) {
     if (index == screen.Highlight)
         RefreshHighlight(screen, element, index);
+    else if (element.ShowsEntry)
+        RefreshEntryImage(screen, element, index);
     else if (element.HasState)
         screen.ContainerOf(element)->SetImageVisible(index, ImageState(element.Evaluated));
 }

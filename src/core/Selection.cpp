@@ -70,6 +70,21 @@ double Distance(const Extent& from, const Extent& to, double along) {
     return from.Overlaps(to) ? along + across / 4 : kOffTrack + along + 2 * across;
 }
 
+/// Number of the slot that a list shows, -1 for none.
+int SlotOf(const SkinList* list) {
+    if (list == nullptr || list->Slot() == nullptr) return -1;
+    return static_cast<int>(list->Slot() - basGlobal.Lists.data());
+}
+
+/// A list takes "up" and "down" for itself as long as it has entries to go to.
+bool StepFocusedList(QWidget* focused, const std::string& direction) {
+    auto* list = dynamic_cast<SkinList*>(focused);
+    const int step = direction == "up" ? -1 : direction == "down" ? 1 : 0;
+    if (step == 0 || SlotOf(list) < 0 || list->Slot()->Entries.empty()) return false;
+    list->SelectEntry(list->Slot()->Selected + step);
+    return true;
+}
+
 }  // namespace
 
 Selection::Selection(SkinScreen& screen) : screen_(screen) {
@@ -86,6 +101,7 @@ void Selection::FocusChanged(QWidget* now) {
     };
     basGlobal.FocusedButton = index(now == nullptr ? -1 : screen_.ButtonIndex(now));
     basGlobal.FocusedSlider = index(now == nullptr ? -1 : screen_.SliderIndex(now));
+    basGlobal.FocusedList = SlotOf(dynamic_cast<SkinList*>(now));
 }
 
 void Selection::PointerOver(QObject* object) {
@@ -185,6 +201,7 @@ void Selection::Move(const std::string& direction) {
         MoveInTabOrder(false);
         return;
     }
+    if (StepFocusedList(focused, direction)) return;
 
     const Extent from = Look(WindowRect(focused), direction);
     QWidget* best = nullptr;

@@ -41,7 +41,8 @@ class Selection {
     void MoveInTabOrder(bool backwards);
 
     /// To the nearest element in a direction ("left", "right", "up", "down"), or on the far side
-    /// when there is none. Without a selection the first element in tab order is selected.
+    /// when there is none. Without a selection the first element in tab order is selected. While a
+    /// list has the focus, "up" and "down" step through its entries instead.
     void Move(const std::string& direction);
 
  private:

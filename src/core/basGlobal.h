@@ -154,6 +154,7 @@ struct GlobalState {
     std::vector<std::string> SliderTag;  ///< function text of each slider in use
     std::uint16_t FocusedButton = kNoFocus;
     std::uint16_t FocusedSlider = kNoFocus;
+    int FocusedList = -1;  ///< slot of the list that has the focus, -1 = none
 
     // Sensors, charts and lists.
     std::array<SensorRecord, kSensorLimit> Sensors;

@@ -15,6 +15,7 @@
 #include "platform/Paths.h"
 #include "platform/Pointer.h"
 #include "settings/basSettings.h"
+#include "settings/frSettings.h"
 #include "skin/PageCanvas.h"
 #include "skin/ShowMessage.h"
 #include "skin/SkinScreen.h"
@@ -71,6 +72,11 @@ void frMain::ConnectScreen() {
     events.ButtonReleased = [this](int) { selection_->StopRepeat(); };
     events.ButtonClicked = [this](int index) { selection_->ButtonClicked(index); };
     events.ButtonEntered = [this](int index) { selection_->PointerOverButton(index); };
+    events.ListActivated = [this](int index) {
+        const auto& lists = screen_->Elements(ElementKind::List);
+        if (static_cast<std::size_t>(index) < lists.size())
+            ActivateListEntry(ListSlotByName(lists[static_cast<std::size_t>(index)].Evaluated));
+    };
     events.SliderChanged = [](int index, std::int32_t& value) { ScrollListBySlider(index, value); };
     QObject::connect(qApp, &QApplication::focusChanged, this,
                      [this](QWidget*, QWidget* now) { selection_->FocusChanged(now); });
@@ -84,7 +90,7 @@ void frMain::Start(const Options& options) {
     ShowWindow(options);
 
     LoadSettings();
-    setCursor(g.HidePointer ? Qt::BlankCursor : Qt::ArrowCursor);
+    ApplyPointerShape();
     LoadResumeState();
     Pause();
     if (g.Closing) return;
@@ -184,8 +190,23 @@ bool frMain::eventFilter(QObject* object, QEvent* event) {
         ForgetPointerOverride();
     } else if (type == QEvent::Enter) {
         selection_->PointerOver(object);
+    } else if (object == warning_ && (type == QEvent::Show || type == QEvent::Hide)) {
+        MessageShown(type == QEvent::Show);
     }
     return QWidget::eventFilter(object, event);
+}
+
+/// A message lies in the main window, so the dialog above it has to give way.
+void frMain::MessageShown(bool shown) {
+    if (settings_ != nullptr && !basGlobal.Closing) settings_->GiveWay(shown);
+}
+
+void frMain::ShowSettings() {
+    if (settings_ == nullptr || settings_->Closed()) settings_ = new frSettings(this);
+    if (warning_->IsOpen())
+        settings_->GiveWay(true);  // it follows once the message is answered
+    else
+        settings_->BringToFront();
 }
 
 void MinimizeMainWindow() {
@@ -200,9 +221,13 @@ void SendTabKey(bool backwards) {
     if (mainWindow != nullptr) mainWindow->Selected().MoveInTabOrder(backwards);
 }
 
-/// Until there is a dialog for them, the settings are edited where they are.
+void ApplyPointerShape() {
+    if (mainWindow != nullptr)
+        mainWindow->setCursor(basGlobal.HidePointer ? Qt::BlankCursor : Qt::ArrowCursor);
+}
+
 void ShowSettingsDialog() {
-    ShowPopup("The settings are kept in the file\r\n" + basGlobal.IniFile, 1);
+    if (mainWindow != nullptr) mainWindow->ShowSettings();
 }
 
 void MoveFocus(const std::string& direction) {

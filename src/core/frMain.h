@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPixmap>
+#include <QPointer>
 #include <QSize>
 #include <QWidget>
 #include <memory>
@@ -10,6 +11,7 @@
 
 namespace dravik {
 
+class frSettings;
 class frWarning;
 class Selection;
 class SkinScreen;
@@ -40,6 +42,9 @@ class frMain : public QWidget {
     frWarning& Warning() { return *warning_; }
     Selection& Selected() { return *selection_; }
 
+    /// Shows the settings dialog; there is never more than one.
+    void ShowSettings();
+
     /// True once the first page has been built.
     bool Started() const { return started_; }
 
@@ -58,10 +63,12 @@ class frMain : public QWidget {
     void ConnectScreen();
     void Pause();
     void ShowWindow(const Options& options);
+    void MessageShown(bool shown);
 
     std::unique_ptr<SkinScreen> screen_;
     std::unique_ptr<Selection> selection_;
     frWarning* warning_;
+    QPointer<frSettings> settings_;
     QPixmap startupPicture_;
     bool started_ = false;
     bool unloaded_ = false;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,57 @@ void AddListEntry(ListSlot& list, ListEntry entry);
 /// The list-selection routine: selects an entry by its 1-based index. Below 1 selects the first
 /// entry, above the count the last; an empty list is left alone.
 void SelectListEntry(ListSlot& list, int index);
+
+/// File that holds the picture of an entry: the folder (with a separator at its end), the picture
+/// key and ".png", ".bmp", ".gif" or ".jpg". Empty when there is none.
+std::string ListPictureFile(const std::string& folder, const std::string& pictureKey);
+
+// Media browser -----------------------------------------------------------------------------------
+
+/// Fills a slot's list from a folder and makes that the slot's current folder: the way up, then the
+/// folders, then the files that the filter names. A failure ends the filling with the message
+/// "Media Directory not found!", which is waited for; what was added before stays.
+///
+/// The tag of the way up is the folder's path, or "rooootDesktop" at the top of the name space. The
+/// tag of any other entry is a word of six characters, "folder", "PlList" (a playlist) or "Medium"
+/// (any other file), and the path.
+/// @param slot    0 to 8
+/// @param filter  extensions, each followed by ",": "mp3,wav,pls,"; compared without regard to case
+/// @param folder  a path, or kTopFolder
+/// @return false after a failure, and for a slot number outside 0 to 8, which changes nothing
+bool ShowFolder(int slot, const std::string& filter, std::string folder);
+
+/// True when the folder has one above it; only the top of the name space has none.
+bool HasParentFolder(const std::string& folder);
+
+/// The lower-cased text after the last "." of a name, empty when there is none.
+std::string FileExtension(std::string_view name);
+
+/// Fills a slot's list with the tracks of a playlist file. The first entry leads back to the
+/// playlists; its tag is "plspar" and the file's path. The slot's current folder stays.
+/// @return false when the slot does not exist or the file cannot be read; the list is then as it
+/// was
+bool ShowPlaylist(int slot, const std::string& playlist);
+
+/// Fills a media list that shows nothing yet, or whose folder has gone, from its start folder: the
+/// key of section Folders that is named like the slot, else a folder of that name in the program
+/// folder, else the user's home. A slot that is no media list is left alone.
+void FillMediaList(int slot);
+
+/// The way up of a media list: from a playlist to the playlists of its folder, from a folder to the
+/// one above it; the entry just left is selected. Does nothing at the top of the name space, and
+/// for a list that shows no folder.
+void OpenParentFolder(int slot);
+
+/// Activates the selected entry of a media list: a folder or a playlist is shown in its place, the
+/// first entry goes up, any other file is handed to the system's player for its type. A file that
+/// cannot be opened is told to the user. Other lists are left alone.
+void ActivateListEntry(int slot);
+
+/// Plays a file; false when it cannot be. Replaceable; from the start it asks the system.
+extern std::function<bool(const std::string& file)> PlayMedium;
+
+// Trouble codes -----------------------------------------------------------------------------------
 
 /// The tick of tiDTCScroll: rotates the text of the selected trouble code by one character, all of
 /// it behind the code, its colon and its blank.

@@ -49,6 +49,9 @@ std::vector<std::string> FilesMatching(std::string_view folder, std::string_view
 /// The folder that holds the running program.
 std::string ExecutableFolder();
 
+/// The user's home folder.
+std::string HomeFolder();
+
 /// The user's own Dravik folder: $XDG_CONFIG_HOME/dravik (~/.config/dravik), %APPDATA%\Dravik.
 std::string UserFolder();
 

@@ -90,13 +90,6 @@ ResolvedFile Resolve(std::string_view path) {
     return {std::move(found), info};
 }
 
-std::string HomeFolder() {
-    const char* home = std::getenv("HOME");
-    if (home != nullptr && *home != '\0') return home;
-    const passwd* user = ::getpwuid(::getuid());
-    return user != nullptr ? user->pw_dir : "/";
-}
-
 }  // namespace
 
 std::string ResolvePath(std::string_view path) {
@@ -152,6 +145,13 @@ std::string ExecutableFolder() {
     if (length <= 0) return ".";
     path.resize(static_cast<std::size_t>(length));
     return path.substr(0, path.rfind('/'));
+}
+
+std::string HomeFolder() {
+    const char* home = std::getenv("HOME");
+    if (home != nullptr && *home != '\0') return home;
+    const passwd* user = ::getpwuid(::getuid());
+    return user != nullptr ? user->pw_dir : "/";
 }
 
 std::string UserFolder() {

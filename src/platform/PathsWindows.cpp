@@ -12,6 +12,12 @@ DWORD AttributesOf(std::string_view path) {
     return ::GetFileAttributesW(ToWide(ResolvePath(path)).c_str());
 }
 
+std::string EnvironmentText(const wchar_t* name) {
+    wchar_t text[32768];
+    const DWORD length = ::GetEnvironmentVariableW(name, text, 32768);
+    return FromWide(std::wstring_view(text, length));
+}
+
 }  // namespace
 
 // The system finds names without regard to case by itself.
@@ -74,10 +80,12 @@ std::string ExecutableFolder() {
     return path.substr(0, path.rfind(kPathSeparator));
 }
 
+std::string HomeFolder() {
+    return EnvironmentText(L"USERPROFILE");
+}
+
 std::string UserFolder() {
-    wchar_t folder[32768];
-    const DWORD length = ::GetEnvironmentVariableW(L"APPDATA", folder, 32768);
-    return JoinPath(FromWide(std::wstring_view(folder, length)), "Dravik");
+    return JoinPath(EnvironmentText(L"APPDATA"), "Dravik");
 }
 
 }  // namespace dravik

@@ -1,9 +1,17 @@
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QString>
 #include <QStringList>
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+#include <system_error>
 
 #include "platform/Paths.h"
 #include "platform/ProcessStart.h"
@@ -26,6 +34,28 @@ QString FileName(const std::string& path) {
     return QFile::decodeName(path.c_str());
 }
 
+/// The same for an argument that may be any bytes, which Qt's texts cannot carry. The program
+/// becomes nobody's child, so that nothing has to wait for its end.
+bool StartWithBytes(const std::string& program, const std::string& argument) {
+    const pid_t child = ::fork();
+    if (child < 0) return false;
+    if (child > 0) {
+        int status = 0;
+        while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
+        }
+        return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    }
+    // From here on only what is safe in the copy of a program with several threads.
+    ::setsid();
+    const pid_t grandchild = ::fork();
+    if (grandchild != 0) ::_exit(grandchild < 0 ? 1 : 0);
+    const int nothing = ::open("/dev/null", O_RDWR);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::dup2(nothing, stream);
+    ::signal(SIGPIPE, SIG_DFL);
+    ::execl(program.c_str(), program.c_str(), argument.c_str(), static_cast<char*>(nullptr));
+    ::_exit(1);
+}
+
 }  // namespace
 
 bool StartMinimised(const std::string& program) {
@@ -42,7 +72,9 @@ bool StartMinimised(const std::string& program) {
 bool OpenWithSystem(const std::string& file) {
     const QString opener = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
     if (opener.isEmpty() || !FileExists(file)) return false;
-    return StartDetached(opener, {QDir().absoluteFilePath(FileName(ResolvePath(file)))});
+    std::error_code ignored;
+    const auto path = std::filesystem::absolute(ResolvePath(file), ignored);
+    return StartWithBytes(QFile::encodeName(opener).toStdString(), path.native());
 }
 
 }  // namespace dravik

@@ -19,6 +19,7 @@ namespace {
 
 constexpr const char* kTextFunction = "text";    // shows the fixed caption
 constexpr const char* kHighlight = "mouseover";  // the picture that follows the selection
+constexpr const char* kEntryPicture = "listentry";
 constexpr int kSliderMax = 100;  // sliders show percent: a skin states no range for them
 
 /// Loads the picture of a key; an empty name leaves it empty.
@@ -43,14 +44,6 @@ class PictureReader {
     double scale_;
     std::optional<SkinError> error_;
 };
-
-/// The size of an image: as stated, else that of its picture.
-DesignBox ImageBox(const SkinElement& element, const SkinPicture& picture) {
-    const QSizeF natural = picture.DesignSize();
-    return {static_cast<double>(element.X), static_cast<double>(element.Y),
-            element.Width > 0 ? element.Width : natural.width(),
-            element.Height > 0 ? element.Height : natural.height()};
-}
 
 /// A label without a width or a height reaches to the edge of any screen.
 DesignBox LabelBox(const SkinElement& element) {
@@ -88,10 +81,11 @@ bool IsStateFunction(const std::string& function) {
 
 /// What the refresh needs to know of an element, worked out once.
 void Prepare(ScreenElement& element) {
-    element.Evaluated = element.Function;
+    element.Evaluated = LowerCased(element.Function);
     element.EvaluatedImage = element.ImageFunction;
     element.EvaluatedLabel = element.LabelFunction;
-    element.HasState = IsStateFunction(element.Function);
+    element.HasState = IsStateFunction(element.Evaluated);
+    element.ShowsEntry = element.Kind == ElementKind::Image && element.Evaluated == kEntryPicture;
     if (element.Kind == ElementKind::Label) {
         element.Shown = FixedText(element);
         element.FixedText = !element.Shown.empty() || EqualsNoCase(element.Function, kTextFunction);
@@ -101,6 +95,13 @@ void Prepare(ScreenElement& element) {
 }
 
 }  // namespace
+
+QRectF ImageArea(const SkinElement& element, const SkinPicture& picture) {
+    const QSizeF natural = picture.DesignSize();
+    return {static_cast<double>(element.X), static_cast<double>(element.Y),
+            element.Width > 0 ? element.Width : natural.width(),
+            element.Height > 0 ? element.Height : natural.height()};
+}
 
 template <typename T>
 T* SkinScreen::Member(std::vector<T*>& array, int index, const SkinElement& element) {
@@ -301,8 +302,9 @@ std::optional<SkinError> SkinScreen::BuildImage(const SkinElement& element, int 
     // A lamp that is off must not flash until the first refresh puts it out.
     std::string function = element.Function;
     const bool visible = IsStateFunction(function) ? ImageState(function) : !highlight;
-    ContainerOf(element)->Add(
-        PageCanvas::ImageItem{index, ImageBox(element, picture), picture, visible});
+    const QRectF area = ImageArea(element, picture);
+    ContainerOf(element)->Add(PageCanvas::ImageItem{
+        index, {area.x(), area.y(), area.width(), area.height()}, picture, visible});
     return std::nullopt;
 }
 

@@ -4,6 +4,7 @@
 #include "controls/ChartTrace.h"
 #include "controls/SkinList.h"
 #include "core/basGlobal.h"
+#include "lists/basFunctions.h"
 #include "obd/basOBD.h"
 #include "platform/Paths.h"
 #include "skin/PageCanvas.h"
@@ -96,6 +97,16 @@ void ShowCodeTicker() {
     basGlobal.tiDTCScroll.SetEnabled(codesShown);
 }
 
+/// Filling may show a message, and while that waits another page may be loaded.
+void FillShownLists() {
+    std::vector<int> slots;
+    for (const ScreenElement& element : skinScreen->Elements(ElementKind::List))
+        slots.push_back(ListSlotByName(element.Evaluated));
+    for (const int slot : slots) FillMediaList(slot);
+    if (skinScreen == nullptr) return;
+    for (SkinList* list : skinScreen->List) list->Refresh();
+}
+
 }  // namespace
 
 void InitSkin(SkinScreen* screen) {
@@ -127,6 +138,7 @@ void LoadSkinPage(const std::string& name, bool box) {
     skinScreen->ApplyTabOrder();
     skinScreen->SetInitialFocus();
     ShowCodeTicker();
+    FillShownLists();
     if (error) ReportError(*error);
 }
 

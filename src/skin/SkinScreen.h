@@ -19,6 +19,7 @@ namespace dravik {
 class ButtonEx;
 class PageCanvas;
 class SkinList;
+class SkinPicture;
 class SkinTextbox;
 class Slider;
 
@@ -28,9 +29,14 @@ struct ScreenElement : SkinElement {
     std::string EvaluatedImage;  ///< the same of a button's image function
     std::string EvaluatedLabel;  ///< the same of a button's label function
     bool HasState = false;       ///< an image whose function switches it on and off
-    bool FixedText = false;      ///< a label or a caption that no refresh changes
-    std::string Shown;           ///< what the last refresh made it show: text or number
+    bool ShowsEntry = false;     ///< an image that shows the picture of the selected list entry
+    std::optional<std::string> EntryPicture;  ///< picture key of the entry that it shows
+    bool FixedText = false;                   ///< a label or a caption that no refresh changes
+    std::string Shown;  ///< what the last refresh made it show: text or number
 };
+
+/// Where an image lies, in design pixels: a width or height that is not stated is its picture's.
+QRectF ImageArea(const SkinElement& element, const SkinPicture& picture);
 
 /// What the user does with the elements, by their index; set by the main window.
 struct ScreenEvents {

@@ -3,6 +3,7 @@
 
 #include "core/MainWindow.h"
 #include "core/basGlobal.h"
+#include "lists/basFunctions.h"
 #include "obd/basOBD.h"
 #include "platform/Paths.h"
 #include "platform/ProcessStart.h"
@@ -91,6 +92,8 @@ void SelectObject() {
     if (const auto tag = SelectedTag(basGlobal.ButtonTag, basGlobal.FocusedButton)) {
         ExecuteCommand(*tag);
         StepList(*tag);
+    } else if (basGlobal.FocusedSlider == kNoFocus) {
+        ActivateListEntry(basGlobal.FocusedList);
     }
 }
 
@@ -103,6 +106,10 @@ void MoveSelection(const Command& command) {
         SelectObject();
     else
         MoveFocus(command.Argument);
+}
+
+void GoFolder(const Command& command) {
+    if (command.Argument == "parent") OpenParentFolder(basGlobal.CurrentList);
 }
 
 // Pages and boxes ---------------------------------------------------------------------------------
@@ -246,6 +253,7 @@ constexpr CommandWord kCommandWords[] = {
     {"pause", PauseCharts},
     {"value", StepValue, Argument::Optional},
     {"object", MoveSelection},
+    {"gofolder", GoFolder},
     {"openmenu", OpenMenu},
     {"openbox", OpenBox},
     {"closebox", CloseOpenBox, Argument::Optional},

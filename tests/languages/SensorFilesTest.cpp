@@ -77,6 +77,7 @@ struct Parameter {
 
 // clang-format off
 constexpr Parameter kParameters[] = {
+    {0x30, "count.warmupstroublecodescleared", 1, Byte,            "",     ""},
     {0x04, "value.loadcalculated",             1, Percent,         "%",    "%"},
     {0x05, "temp.enginecoolant",               1, Celsius,         "°C",   "°F"},
     {0x06, "value.shorttermfueltrimbank1",     1, TrimPercent,     "%",    "%"},
@@ -99,7 +100,6 @@ constexpr Parameter kParameters[] = {
     {0x2D, "value.egrerror",                   1, TrimPercent,     "%",    "%"},
     {0x2E, "value.commandedevaporativepurge",  1, Percent,         "%",    "%"},
     {0x2F, "value.fuellevel",                  1, Percent,         "%",    "%"},
-    {0x30, "count.warmupstroublecodescleared", 1, Byte,            "",     ""},
     {0x31, "dist.troublecodescleared",         2, Word,            "km",   "mi"},
     {0x33, "p.barometric",                     1, Byte,            "kPa",  "inHg"},
     {0x3C, "temp.catalystbank1sensor1",        2, CatalystCelsius, "°C",   "°F"},

@@ -119,9 +119,12 @@ TEST_F(Server, UnpluggedTcpClosesTheConnectionAndListensAgainLater) {
     SerialClient client(server_.Device());
     client.Ask("04");
     EXPECT_TRUE(client.Gone());
-    ASSERT_TRUE(Eventually([this] { return SerialClient(server_.Device()).IsOpen(); }));
-    SerialClient again(server_.Device());
-    EXPECT_NE(again.Ask("ATI").find("DVI 1.0"), std::string::npos);
+    // A connection that was accepted just before the plug was pulled does not count as one that
+    // came back, so it has to answer.
+    EXPECT_TRUE(Eventually([this] {
+        SerialClient again(server_.Device());
+        return again.IsOpen() && again.Ask("ATI").find("DVI 1.0") != std::string::npos;
+    }));
 }
 
 TEST_F(Server, StopsInTheMiddleOfAReplyAndServesAgain) {

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QScrollArea>
+#include <QTimer>
+#include <array>
+#include <functional>
+#include <string>
+
+#include "settings/SensorEditor.h"
+
+class QComboBox;
+class QGroupBox;
+class QLineEdit;
+class QPushButton;
+class QTableView;
+
+namespace dravik {
+
+class SensorListModel;
+
+/// The tab "PIDs": the list of sensors, the editor of the selected one and its live preview.
+class SensorTab : public QScrollArea {
+ public:
+    /// @param editor  what is shown and edited; outlives the tab
+    /// @param tell    shows a message to the user; an empty one takes the last one away
+    SensorTab(SensorEditor& editor, std::function<void(const QString& message)> tell);
+
+ private:
+    QWidget* ListSide();
+    QWidget* EditorSide();
+    void Connect(QComboBox* box, SensorField field);
+    QLineEdit* MakeTextField(SensorField field, const char* name);
+    void FillEditor();
+    void Edit(SensorField field, const QString& text);
+    void ChangeRows(const std::function<bool()>& change);
+    void ShowSelection();
+    void Preview();
+
+    SensorEditor& editor_;
+    std::function<void(const QString& message)> tell_;
+    SensorListModel* model_;
+    QTableView* listSensor_;
+    QPushButton* cmdSensorCopy_;
+    QPushButton* cmdSensorDel_;
+    QGroupBox* FrameSensor_;
+    QComboBox* coSensorFunction_;
+    QComboBox* coSensorSource_;
+    std::array<QLineEdit*, kSensorFields.size()> txtSensor_{};  ///< from Factor on
+    QLineEdit* txtSensorRaw_;
+    QLineEdit* txtSensorOutput_;
+    QTimer Timer1_;
+};
+
+}  // namespace dravik

@@ -1,0 +1,147 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QtTest>
+#include <string>
+
+#include "core/MainWindow.h"
+#include "core/basGlobal.h"
+#include "core/frMain.h"
+#include "settings/basSettings.h"
+#include "settings/frSettings.h"
+#include "support/TemporaryFolder.h"
+
+namespace dravik {
+
+constexpr const char* kSettings =
+    "; kept by hand\n"
+    "[Options]\n"
+    "Misc=1\n"
+    "Skin=night\n"
+    "Language=English\n"
+    "OSKPath=/opt/keys\n"
+    "Theirs=stays\n"
+    "\n"
+    "[OBD]\n"
+    "ComPort=3\n"
+    "BusInitDelay=1\n"
+    "UpdateIntervall=50\n"
+    "RefreshRate=100\n";
+
+constexpr const char* kSensors =
+    "; the sensors\n"
+    "[SensorConfig]\n"
+    "Sensor0Function=RPM\n"
+    "Sensor0Source=obd_0C\n"
+    "Sensor0Factor=0,25\n"
+    "Sensor0Offset=0\n"
+    "Sensor0Min=0\n"
+    "Sensor0Max=8000\n"
+    "Sensor0Caption=Engine\n"
+    "Sensor0Unit= rpm\n"
+    "Sensor1Function=temp\n"
+    "Sensor1Source=obd_05\n"
+    "Sensor1Factor=1\n"
+    "Sensor1Offset=-40\n"
+    "Sensor1Min=-40\n"
+    "Sensor1Max=215\n"
+    "Sensor1Caption=K\xFChlwasser\n"
+    "Sensor1Unit=\" \xB0"
+    "C\"\n"
+    "Sensor2Function=speed\n"
+    "Sensor2Source=obd_0D\n"
+    "Sensor2Factor=1\n"
+    "Sensor2Offset=0\n"
+    "Sensor2Min=0\n"
+    "Sensor2Max=255\n"
+    "Sensor2Caption=Speed\n"
+    "Sensor2Unit=km/h\n"
+    "Sensor3Function=0\n";
+
+/// A program folder with settings, three sensors and two skins, and the real main window with the
+/// page "other" in it. The program itself is not started.
+class DialogTest : public ::testing::Test {
+ protected:
+    DialogTest() {
+        basGlobal = GlobalState{};
+        folder_.Write("Dravik.ini", kSettings);
+        folder_.Write("languages/English.ini", "[Sensors]\nFilename=english.sensors\n");
+        folder_.Write("languages/english.sensors", kSensors);
+        folder_.Write("skins/night.ini", kSkin);
+        folder_.Write("skins/day.ini", kSkin);
+        InitGlobals(folder_.Path());
+        window_ = std::make_unique<frMain>();
+        window_->resize(800, 480);
+        window_->show();
+        LoadSettings();
+        basGlobal.CurrentMenu = "other";
+    }
+
+    ~DialogTest() override {
+        window_.reset();
+        basGlobal = GlobalState{};
+    }
+
+    /// The dialog, opened the way a command opens it.
+    frSettings& Open() {
+        ShowSettingsDialog();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(Dialog()));
+        return *Dialog();
+    }
+
+    static frSettings* Dialog() {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            auto* dialog = dynamic_cast<frSettings*>(widget);
+            if (dialog != nullptr && !dialog->Closed()) return dialog;
+        }
+        return nullptr;
+    }
+
+    template <typename Widget>
+    static Widget* Find(const char* name) {
+        auto* found = Dialog()->findChild<Widget*>(QString::fromLatin1(name));
+        EXPECT_NE(found, nullptr) << name;
+        return found;
+    }
+
+    /// Shows the tab of that number (from 0), by its keys.
+    static void ShowTab(int tab) {
+        for (int i = 0; i < tab; ++i) QTest::keyClick(Dialog(), Qt::Key_Tab, Qt::ControlModifier);
+    }
+
+    static void Click(const char* name) { QTest::mouseClick(Find<QWidget>(name), Qt::LeftButton); }
+
+    /// Types a text into a field or a box, over what stands there.
+    static void Type(const char* name, const QString& text) {
+        auto* widget = Find<QWidget>(name);
+        widget->setFocus();
+        auto* box = qobject_cast<QComboBox*>(widget);
+        auto* field = box != nullptr ? box->lineEdit() : qobject_cast<QLineEdit*>(widget);
+        field->selectAll();
+        if (text.isEmpty())
+            QTest::keyClick(field, Qt::Key_Delete);
+        else
+            QTest::keyClicks(field, text);
+    }
+
+    static std::string TextOf(const char* name) {
+        auto* widget = Find<QWidget>(name);
+        if (auto* box = qobject_cast<QComboBox*>(widget)) return box->currentText().toStdString();
+        return widget->property("text").toString().toStdString();
+    }
+
+    static std::string Message() { return TextOf("lMessage"); }
+
+    TemporaryFolder folder_;
+    std::unique_ptr<frMain> window_;
+
+ private:
+    static constexpr const char* kSkin =
+        "[mainmenu]\nLabel0Function=speed\nLabel0Color=0\n[other]\n";
+};
+
+}  // namespace dravik

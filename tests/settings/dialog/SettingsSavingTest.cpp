@@ -1,0 +1,154 @@
+#include <QCheckBox>
+#include <QTableView>
+
+#include "platform/Text.h"
+#include "settings/SettingsWriter.h"
+#include "settings/dialog/DialogFixture.h"
+
+namespace dravik {
+namespace {
+
+class SettingsSaving : public DialogTest {};
+
+/// A text with one passage replaced; the passage has to be there.
+std::string With(const std::string& text, const std::string& what, const std::string& with) {
+    EXPECT_NE(text.find(what), std::string::npos) << what;
+    return ReplaceAll(text, what, with);
+}
+
+TEST_F(SettingsSaving, WithoutAnEditBothFilesKeepEveryByte) {
+    Open();
+    Click("bSave");
+    EXPECT_EQ(Dialog(), nullptr);
+    EXPECT_EQ(folder_.Read("Dravik.ini"), kSettings);
+    EXPECT_EQ(folder_.Read("languages/english.sensors"), kSensors);
+}
+
+TEST_F(SettingsSaving, WritesWhatWasTypedAndLeavesTheRestOfTheFile) {
+    Open();
+    Type("coCommSelect", QStringLiteral("COM12"));
+    Type("tBusInitDelay", QStringLiteral("2"));
+    Type("tUpdateIntervall", QStringLiteral("fast"));
+    Type("tRefreshRate", QStringLiteral("250"));
+    Type("coSkin", QStringLiteral("day"));
+    Type("tOSKPath", QStringLiteral("/usr/bin/keys"));
+    for (const char* box : {"chMiscOptions0", "chMiscOptions3", "chMiscOptions7"}) Click(box);
+    Click("bSave");
+    std::string expected = kSettings;
+    expected = With(expected, "ComPort=3", "ComPort=12");
+    expected = With(expected, "BusInitDelay=1", "BusInitDelay=2");
+    expected = With(expected, "UpdateIntervall=50", "UpdateIntervall=fast");
+    expected = With(expected, "RefreshRate=100", "RefreshRate=250");
+    expected = With(expected, "Skin=night", "Skin=day");
+    expected = With(expected, "/opt/keys", "/usr/bin/keys");
+    expected = With(expected, "Misc=1\n", "Misc=136\n");
+    EXPECT_EQ(folder_.Read("Dravik.ini"), expected);
+}
+
+TEST_F(SettingsSaving, AShorterTableMovesItsEndMarkAndLeavesTheKeysBehindIt) {
+    Open();
+    ShowTab(1);
+    Type("txtSensorFactor", QStringLiteral("0.5"));
+    Find<QTableView>("listSensor")->selectRow(1);
+    Click("cmdSensorDel");
+    Click("bSave");
+    std::string expected = With(kSensors, "0,25", "0.5");
+    const std::size_t second = expected.find("Sensor1Function");
+    const std::size_t third = expected.find("Sensor2Function");
+    const std::string speed = With(expected.substr(third), "Sensor2", "Sensor1");
+    expected = expected.substr(0, second) + speed.substr(0, speed.find("Sensor3")) +
+               With(expected.substr(third), "Function=speed", "Function=0");
+    EXPECT_EQ(folder_.Read("languages/english.sensors"), expected);
+    EXPECT_EQ(basGlobal.SensorCount, 2);
+    EXPECT_EQ(basGlobal.Sensors[1].Function, "speed");
+    EXPECT_FLOAT_EQ(basGlobal.Sensors[0].Factor, 0.5F);
+}
+
+TEST_F(SettingsSaving, ATableWithoutSensorsIsItsEndMarkOnly) {
+    folder_.Write("languages/english.sensors", "[SensorConfig]\nSensor0Function=rpm\n");
+    Open();
+    ShowTab(1);
+    Click("cmdSensorDel");
+    Click("bSave");
+    EXPECT_EQ(folder_.Read("languages/english.sensors"), "[SensorConfig]\nSensor0Function=0\n");
+    EXPECT_EQ(basGlobal.SensorCount, 0);
+}
+
+TEST_F(SettingsSaving, AFullTableReadsBackTheSame) {
+    Open();
+    ShowTab(1);
+    while (Find<QTableView>("listSensor")->model()->rowCount() < kSensorLimit)
+        Click("cmdSensorAdd");
+    Type("txtSensorCaption", QStringLiteral("last = \"91\""));
+    Click("bSave");
+    EXPECT_EQ(basGlobal.SensorCount, kSensorLimit);
+    EXPECT_EQ(basGlobal.Sensors[90].Caption, "last = \"91\"");
+    SensorEditor editor;
+    editor.Load(basGlobal.SensorFile);
+    EXPECT_EQ(editor.Count(), kSensorLimit);
+}
+
+TEST_F(SettingsSaving, OptInKeysAreWrittenWhenFilledAndGoWhenEmptied) {
+    const auto fill = [this](const char* baudrate, const char* device, const char* folder) {
+        Open();
+        Type("tBaudrate", QString::fromLatin1(baudrate));
+        Find<QComboBox>("coPort")->setCurrentIndex(4);
+        Type("tPortDevice", QString::fromLatin1(device));
+        Find<QComboBox>("coPort")->setCurrentIndex(0);  // the text belongs to the port it was for
+        Find<QComboBox>("coFolder")->setCurrentText(QStringLiteral("media"));
+        Type("tFolder", QString::fromLatin1(folder));
+        Click("bSave");
+    };
+    fill("38400", "tcp://192.168.0.10:35000", "/music");
+    const std::string expected =
+        With(std::string(kSettings), "RefreshRate=100\n", "RefreshRate=100\nBaudrate=38400\n") +
+        "[Ports]\nCOM5=tcp://192.168.0.10:35000\n"
+        "[Folders]\nmedia=/music\n";
+    EXPECT_EQ(folder_.Read("Dravik.ini"), expected);
+    fill("", "", "");
+    EXPECT_EQ(folder_.Read("Dravik.ini"), std::string(kSettings) + "[Ports]\n[Folders]\n");
+}
+
+TEST_F(SettingsSaving, AppliesTheSettingsAndOpensTheMainMenu) {
+    basGlobal.PidWanted[5] = true;
+    basGlobal.ConnState = kReceivingData;
+    Open();
+    Type("tRefreshRate", QStringLiteral("250"));
+    Click("chMiscOptions2");
+    Click("chMiscOptions3");
+    Click("bSave");
+    EXPECT_EQ(Dialog(), nullptr);
+    EXPECT_EQ(basGlobal.CurrentMenu, "mainmenu");
+    EXPECT_EQ(basGlobal.tiMain.Interval(), 250);
+    EXPECT_EQ(basGlobal.ConnState, kConnecting);
+    EXPECT_FALSE(basGlobal.PidWanted[5]);
+    EXPECT_EQ(window_->cursor().shape(), Qt::BlankCursor);
+}
+
+// A skin from the command line holds only as long as nobody chooses another one.
+TEST_F(SettingsSaving, AChosenSkinTakesThePlaceOfTheOneFromTheCommandLine) {
+    basGlobal.Launch.Skin = "night";
+    Open();
+    Type("tRefreshRate", QStringLiteral("250"));
+    Click("bSave");
+    EXPECT_EQ(basGlobal.Launch.Skin, "night");
+    Open();
+    Type("coSkin", QStringLiteral("day"));
+    Click("bSave");
+    EXPECT_EQ(basGlobal.SkinFile, basGlobal.SkinPath + "day.ini");
+}
+
+// Without a language there is no sensor file; the settings can be saved all the same.
+TEST_F(SettingsSaving, TheFirstLanguageCanBeChosenWithoutAFolderOfLanguages) {
+    std::filesystem::remove_all(folder_ / "languages");
+    LoadSettings();
+    Open();
+    Type("coLanguage", QStringLiteral("Deutsch"));
+    Click("bSave");
+    EXPECT_EQ(Dialog(), nullptr);
+    EXPECT_EQ(folder_.Read("Dravik.ini"),
+              With(std::string(kSettings), "Language=English", "Language=Deutsch"));
+}
+
+}  // namespace
+}  // namespace dravik
