@@ -1,5 +1,6 @@
 #include <QWidget>
 #include <algorithm>
+#include <utility>
 
 #include "controls/ButtonEx.h"
 #include "controls/SkinList.h"
@@ -21,6 +22,13 @@ constexpr const char* kTextFunction = "text";    // shows the fixed caption
 constexpr const char* kHighlight = "mouseover";  // the picture that follows the selection
 constexpr int kSliderMax = 100;  // sliders show percent: a skin states no range for them
 
+constexpr const char* kTooLarge = "the number is too large";
+
+SkinError ElementError(const SkinElement& element, const char* key, std::string description) {
+    return {basGlobal.SkinFile, element.Section,
+            ElementKey(KindOf(element.Kind), element.Number, key), std::move(description)};
+}
+
 /// Loads the picture of a key; an empty name leaves it empty.
 class PictureReader {
  public:
@@ -28,11 +36,8 @@ class PictureReader {
 
     SkinPicture Load(const char* key, const std::string& name) {
         SkinPicture picture = LoadSkinPicture(PicturePath(name), scale_);
-        if (!picture.Error().empty() && !error_) {
-            error_ =
-                SkinError{basGlobal.SkinFile, element_.Section,
-                          ElementKey(KindOf(element_.Kind), element_.Number, key), picture.Error()};
-        }
+        if (!picture.Error().empty() && !error_)
+            error_ = ElementError(element_, key, picture.Error());
         return picture;
     }
 
@@ -145,12 +150,12 @@ std::optional<SkinError> SkinScreen::Build(SkinElement element) {
     };
     const SkinKind& kind = KindOf(element.Kind);
     const int index = Count(element.Kind);
-    if (kind.Limit > 0 && index >= kind.Limit) {
-        return SkinError{basGlobal.SkinFile, element.Section,
-                         ElementKey(kind, element.Number, "Function"),
-                         "more than " + std::to_string(kind.Limit) + " elements of this kind"};
+    if (index >= kind.Limit) {
+        return ElementError(element, "Function",
+                            "more than " + std::to_string(kind.Limit) + " elements of this kind");
     }
-    const auto error = (this->*kBuilders[static_cast<std::size_t>(element.Kind)])(element, index);
+    const Builder build = kBuilders[static_cast<std::size_t>(element.Kind)];
+    const auto error = (this->*build)(element, index);
     if (error) return error;
 
     ScreenElement built;
@@ -172,6 +177,10 @@ std::optional<SkinError> SkinScreen::BuildButton(const SkinElement& element, int
     }
     button->SetImage(pictures.Load("Image", element.Image));
     if (pictures.Error()) return pictures.Error();
+    for (const auto& [key, value] :
+         {std::pair("ImageX", element.ImageX), std::pair("ImageY", element.ImageY)}) {
+        if (value != static_cast<std::int16_t>(value)) return ElementError(element, key, kTooLarge);
+    }
 
     button->ImageFunction = element.ImageFunction;
     button->SetImageX(static_cast<std::int16_t>(element.ImageX));

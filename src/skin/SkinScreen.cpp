@@ -16,7 +16,8 @@ namespace dravik {
 
 namespace {
 
-/// A page larger than this is a mistake in the skin, not a screen.
+/// A page outside these sizes is a mistake in the skin, not a screen.
+constexpr int kSmallestDesign = 64;
 constexpr int kLargestDesign = 16384;
 
 template <typename T>
@@ -62,8 +63,8 @@ void SkinScreen::ShowBox(bool shown) {
 
 void SkinScreen::ReadDesignSize() {
     const QSize stated(ReadSkinInteger("General", "Width"), ReadSkinInteger("General", "Height"));
-    const bool usable = stated.width() > 0 && stated.height() > 0 &&
-                        stated.width() <= kLargestDesign && stated.height() <= kLargestDesign;
+    const bool usable = std::min(stated.width(), stated.height()) >= kSmallestDesign &&
+                        std::max(stated.width(), stated.height()) <= kLargestDesign;
     designSize_ = usable ? stated : QSize();
     Layout(windowSize_);
 }
@@ -100,7 +101,8 @@ void SkinScreen::Place() {
     }
     page_->setGeometry(area);
     shield_->setGeometry(area);
-    popUp_->setGeometry(QRect(QPoint(qRound(boxX_ * scale_), qRound(boxY_ * scale_)), area.size()));
+    const DesignBox corner{static_cast<double>(boxX_), static_cast<double>(boxY_), 0, 0, scale_};
+    popUp_->setGeometry(QRect(corner.Pixels().topLeft(), area.size()));
 }
 
 void SkinScreen::BeginPage() {
