@@ -39,7 +39,6 @@ void SkinList::SetBox(int x, int y, int width, int height) {
 }
 
 void SkinList::SetScale(double scale) {
-    if (scale == box_.Scale) return;
     const double rows = double(offset_) / RowPixels();
     box_.Scale = scale;
     pictures_.clear();
@@ -249,7 +248,7 @@ void SkinList::PaintRow(QPainter& painter, int index, int indent) {
     const int side = qRound(kSidePadding * box_.Scale);
     const SkinPicture& picture = EntryPicture(entry.Picture);
     if (!picture.IsNull()) {
-        const QSize size = picture.Pixmap().size();
+        const QSize size = picture.Pixmap().deviceIndependentSize().toSize();
         const QPoint centre =
             QRect(row.left() + side, row.top(), row.height(), row.height()).center();
         const QPoint corner = centre - QPoint(size.width() / 2, size.height() / 2);

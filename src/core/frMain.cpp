@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QWheelEvent>
+#include <QWindow>
 
 #include "core/MainWindow.h"
 #include "core/Selection.h"
@@ -112,6 +113,9 @@ void frMain::ShowWindow(const Options& options) {
     } else {
         showFullScreen();
     }
+    // Another display may have another density.
+    QObject::connect(windowHandle(), &QWindow::screenChanged, this,
+                     [this] { screen_->Layout(size()); });
 }
 
 void frMain::Pause() {

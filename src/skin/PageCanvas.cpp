@@ -47,7 +47,6 @@ void PageCanvas::Add(ChartItem item) {
 }
 
 void PageCanvas::SetScale(double scale) {
-    if (scale == scale_) return;
     scale_ = scale;
     for (ImageItem& item : images_) {
         item.Box.Scale = scale;

@@ -78,8 +78,11 @@ void SkinScreen::Layout(QSize window) {
         scale = std::min(window.width() / static_cast<double>(designSize_.width()),
                          window.height() / static_cast<double>(designSize_.height()));
     }
-    if (scale != scale_) {
+    const double density = window_->devicePixelRatioF();
+    if (scale != scale_ || density != density_) {
         scale_ = scale;
+        density_ = density;
+        SetPictureDensity(density);
         page_->SetScale(scale);
         popUp_->SetScale(scale);
         ScaleAll(Button, scale);

@@ -143,6 +143,7 @@ class SkinScreen {
     QSize windowSize_;
     QSize designSize_;
     double scale_ = 1;
+    double density_ = 1;  ///< pixels of the display along one window pixel
     int boxX_ = 0;
     int boxY_ = 0;
 };
