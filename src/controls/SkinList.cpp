@@ -25,6 +25,15 @@ constexpr const char* kPictureEndings[] = {".png", ".bmp", ".gif", ".jpg"};
 
 }  // namespace
 
+SkinPicture EntryPicture(const std::string& folder, const std::string& key, double scale) {
+    if (key.empty() || key.find_first_of("/\\") != std::string::npos) return {};
+    for (const char* ending : kPictureEndings) {
+        const std::string file = folder + key + ending;
+        if (FileExists(file)) return LoadSkinPicture(file, scale);
+    }
+    return {};
+}
+
 SkinList::SkinList(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::StrongFocus);
@@ -196,18 +205,12 @@ void SkinList::mouseDoubleClickEvent(QMouseEvent* event) {
 // Painting ----------------------------------------------------------------------------------------
 
 /// The picture of a key, at most as high as a row.
-const SkinPicture& SkinList::EntryPicture(const std::string& key) {
+const SkinPicture& SkinList::RowPicture(const std::string& key) {
     const auto known = pictures_.find(key);
     if (known != pictures_.end()) return known->second;
     if (pictures_.size() >= kPictureKeys) pictures_.clear();
     SkinPicture& picture = pictures_[key];
-    if (key.empty() || key.find_first_of("/\\") != std::string::npos) return picture;
-    for (const char* ending : kPictureEndings) {
-        const std::string file = folder_ + key + ending;
-        if (!FileExists(file)) continue;
-        picture = LoadSkinPicture(file, box_.Scale);
-        break;
-    }
+    picture = EntryPicture(folder_, key, box_.Scale);
     const QSizeF size = picture.DesignSize();
     const double room = RowHeight() - 2;
     const double fit = room / std::max({size.width(), size.height(), room});
@@ -228,7 +231,7 @@ void SkinList::paintEvent(QPaintEvent* event) {
     bool pictures = false;
     for (int i = firstVisible; i <= lastVisible; ++i) {
         const ListEntry& entry = slot_->Entries[static_cast<std::size_t>(i - 1)];
-        pictures = pictures || !EntryPicture(entry.Picture).IsNull();
+        pictures = pictures || !RowPicture(entry.Picture).IsNull();
     }
     const int indent =
         qRound(kSidePadding * box_.Scale) * (pictures ? 2 : 1) + (pictures ? row : 0);
@@ -246,7 +249,7 @@ void SkinList::PaintRow(QPainter& painter, int index, int indent) {
     if (selected) painter.fillRect(row, textColor);
 
     const int side = qRound(kSidePadding * box_.Scale);
-    const SkinPicture& picture = EntryPicture(entry.Picture);
+    const SkinPicture& picture = RowPicture(entry.Picture);
     if (!picture.IsNull()) {
         const QSize size = picture.Pixmap().deviceIndependentSize().toSize();
         const QPoint centre =

@@ -13,6 +13,10 @@ namespace dravik {
 
 struct ListSlot;
 
+/// The picture of a list entry: the folder (with a separator at its end), the entry's picture key
+/// and ".png", ".bmp", ".gif" or ".jpg". None where there is no such file.
+SkinPicture EntryPicture(const std::string& folder, const std::string& key, double scale);
+
 /// Shows a list slot as rows of picture and text. The slot holds entries and selection; the widget
 /// shows them, selects on a tap, scrolls on a drag and reports a double click. It paints the
 /// visible rows only and never copies the entries.
@@ -25,8 +29,7 @@ class SkinList : public QWidget {
     void SetScale(double scale);
     const DesignBox& Box() const { return box_; }
     void SetLook(const TextLook& look, std::int32_t backColor);
-    /// Where the picture of an entry is looked for: the folder (with a separator at its end), the
-    /// entry's picture key and ".png", ".bmp", ".gif" or ".jpg".
+    /// Where the pictures of entries are looked for, see EntryPicture.
     void SetPictureFolder(const std::string& folder);
 
     /// The slot to show; null shows nothing. It must live as long as it is shown.
@@ -67,7 +70,7 @@ class SkinList : public QWidget {
     void ScrollTo(int offset);
     void ScrollIntoView(int index);
     QRect RowRect(int index) const;
-    const SkinPicture& EntryPicture(const std::string& key);
+    const SkinPicture& RowPicture(const std::string& key);
     void PaintRow(QPainter& painter, int index, int indent);
     void PaintScrollMark(QPainter& painter) const;
 

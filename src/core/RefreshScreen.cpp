@@ -16,6 +16,8 @@ namespace dravik {
 
 namespace {
 
+constexpr const char* kEntryPicture = "listentry";  // an image that shows the selected entry's
+
 /// Takes over a new text; false when it is the one already shown.
 bool Changed(ScreenElement& element, std::string text) {
     if (text == element.Shown) return false;
@@ -82,8 +84,20 @@ void RefreshHighlight(SkinScreen& screen, const ScreenElement& element, int inde
         index, QRectF(corner / screen.Scale(), QSizeF(selected->size()) / screen.Scale()));
 }
 
+/// The picture of the list entry that is selected; without one the element keeps what it shows.
+void RefreshEntryPicture(SkinScreen& screen, ScreenElement& element, int index) {
+    const ListSlot* list = CurrentList();
+    if (list == nullptr || list->Selected < 1) return;
+    const ListEntry& entry = list->Entries[static_cast<std::size_t>(list->Selected) - 1];
+    if (!Changed(element, entry.Picture)) return;
+    const SkinPicture picture = EntryPicture(basGlobal.ImageFolder, entry.Picture, screen.Scale());
+    if (!picture.IsNull()) screen.ContainerOf(element)->SetImagePicture(index, picture);
+}
+
 void RefreshImage(SkinScreen& screen, ScreenElement& element, int index) {
-    if (index == screen.Highlight)
+    if (element.Evaluated == kEntryPicture)
+        RefreshEntryPicture(screen, element, index);
+    else if (index == screen.Highlight)
         RefreshHighlight(screen, element, index);
     else if (element.HasState)
         screen.ContainerOf(element)->SetImageVisible(index, ImageState(element.Evaluated));

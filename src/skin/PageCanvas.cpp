@@ -73,6 +73,13 @@ void PageCanvas::SetImageVisible(int index, bool visible) {
     update(item->Box.Pixels());
 }
 
+void PageCanvas::SetImagePicture(int index, const SkinPicture& picture) {
+    ImageItem* item = Find(images_, index);
+    if (item == nullptr || item->Picture == picture) return;
+    item->Picture = picture;
+    update(item->Box.Pixels());
+}
+
 void PageCanvas::MoveImage(int index, const QRectF& designRect) {
     ImageItem* item = Find(images_, index);
     if (item == nullptr) return;

@@ -62,6 +62,7 @@ class PageCanvas : public QWidget {
 
     // Setters for the item of an element; nothing happens when this canvas has none of that index.
     void SetImageVisible(int index, bool visible);
+    void SetImagePicture(int index, const SkinPicture& picture);
     void MoveImage(int index, const QRectF& designRect);
     void SetNeedle(int index, float value);
     void SetLabelText(int index, const std::string& text);
