@@ -119,6 +119,7 @@ void LoadSkinPage(const std::string& name, bool box) {
         BeginPage(name);
     const std::optional<SkinError> error = LoadSections(name, box);
     skinScreen->HideSurplus();
+    skinScreen->StackControls();
     if (!FileExists(basGlobal.SkinFile)) TellMissingSkin();
     page->setUpdatesEnabled(true);
 

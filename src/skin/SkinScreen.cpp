@@ -169,6 +169,15 @@ void SkinScreen::HideSurplus() {
     HideFrom(Textbox, Count(ElementKind::Textbox));
 }
 
+void SkinScreen::StackControls() {
+    constexpr ElementKind kBackToFront[] = {ElementKind::Bargraph, ElementKind::Slider,
+                                            ElementKind::Button, ElementKind::Textbox,
+                                            ElementKind::List};
+    for (const ElementKind kind : kBackToFront) {
+        for (int i = 0; i < Count(kind); ++i) Control(kind, i)->raise();
+    }
+}
+
 void SkinScreen::ApplyTabOrder() {
     struct Stop {
         int Tabindex;

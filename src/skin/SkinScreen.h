@@ -86,6 +86,8 @@ class SkinScreen {
     std::optional<SkinError> Build(SkinElement element);
     /// Hides the controls that no element uses.
     void HideSurplus();
+    /// Puts the controls in use one above the other by kind, and within a kind by index.
+    void StackControls();
     /// The deferred pass for one button: its navigation index and its over and down pictures.
     std::optional<SkinError> FinishButton(const SkinElement& keys, int index);
     /// Puts the touchable elements into their navigation order.
