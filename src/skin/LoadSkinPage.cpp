@@ -72,6 +72,8 @@ void BeginBox(const std::string& name) {
 void BeginPage(const std::string& name) {
     GlobalState& g = basGlobal;
     g.CurrentBox.clear();
+    g.tiKeyrepeat.SetEnabled(false);  // a held button may be about to go
+    skinScreen->ShowBox(false);
     skinScreen->BeginPage();
     if (name != g.CurrentMenu) {
         g.PreviousMenu = g.CurrentMenu;

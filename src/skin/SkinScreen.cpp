@@ -58,7 +58,6 @@ bool SkinScreen::BoxShown() const {
 
 void SkinScreen::ShowBox(bool shown) {
     shield_->setVisible(shown);
-    if (shown) shield_->raise();
 }
 
 void SkinScreen::ReadDesignSize() {
@@ -197,14 +196,15 @@ void SkinScreen::ApplyTabOrder() {
 }
 
 void SkinScreen::SetInitialFocus() {
+    PageCanvas* container = BoxShown() ? popUp_ : page_;
     for (int i = 0; i < Count(ElementKind::Textbox); ++i) {
         SkinTextbox* field = Textbox[static_cast<std::size_t>(i)];
-        if (!field->isHidden()) {
+        if (!field->isHidden() && field->parentWidget() == container) {
             field->setFocus();
             return;
         }
     }
-    page_->setFocus();
+    container->setFocus();
 }
 
 }  // namespace dravik

@@ -92,7 +92,8 @@ class SkinScreen {
     std::optional<SkinError> FinishButton(const SkinElement& keys, int index);
     /// Puts the touchable elements into their navigation order.
     void ApplyTabOrder();
-    /// Sets the focus after a load: a visible text box, otherwise the container.
+    /// Sets the focus after a load: a visible text box of the box or else of the page, otherwise
+    /// the container itself.
     void SetInitialFocus();
 
     ScreenEvents Events;
