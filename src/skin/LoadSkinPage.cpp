@@ -11,6 +11,7 @@
 #include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"
 #include "skin/basSkin.h"
+#include "skin/frWarning.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {
@@ -127,7 +128,10 @@ void LoadSkinPage(const std::string& name, bool box) {
 
     basGlobal.tiSkinReload.SetEnabled(true);
     skinScreen->ApplyTabOrder();
-    skinScreen->SetInitialFocus();
+    if (frWarning* dialog = MessageDialog(); dialog != nullptr && dialog->IsOpen())
+        dialog->ForgetFocus();  // until it is answered, the keys are meant for it
+    else
+        skinScreen->SetInitialFocus();
     ShowCodeTicker();
     if (error) ReportError(*error);
 }
