@@ -11,7 +11,6 @@ namespace dravik {
 
 PageCanvas::PageCanvas(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::ClickFocus);
-    setAttribute(Qt::WA_NoMousePropagation);
 }
 
 void PageCanvas::Clear() {

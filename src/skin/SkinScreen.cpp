@@ -46,7 +46,6 @@ SkinScreen::SkinScreen(QWidget* window)
     Events.ButtonClicked = Events.ButtonPressed = Events.ButtonReleased = Events.ButtonEntered =
         Events.ListActivated = [](int) {};
     Events.SliderChanged = [](int, std::int32_t&) {};
-    shield_->setAttribute(Qt::WA_NoMousePropagation);
     shield_->hide();
 }
 
