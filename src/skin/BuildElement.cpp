@@ -83,16 +83,19 @@ TextLook ListLook(const SkinElement& element) {
             both || element.FontStyle == "Italic"};
 }
 
+/// Whether an image's function (lower case) switches it on and off.
+bool HasState(const std::string& function) {
+    const auto words = ImageFunctionWords();
+    return function != kHighlight &&
+           std::find(words.begin(), words.end(), SplitAtLast(function).Word) != words.end();
+}
+
 /// What the refresh needs to know of an element, worked out once.
 void Prepare(ScreenElement& element) {
-    element.Evaluated = element.Function;
-    element.EvaluatedImage = element.ImageFunction;
-    element.EvaluatedLabel = element.LabelFunction;
-    const auto words = ImageFunctionWords();
-    const std::string function = LowerCased(element.Function);
-    element.HasState =
-        function != kHighlight &&
-        std::find(words.begin(), words.end(), SplitAtLast(function).Word) != words.end();
+    element.Evaluated = LowerCased(element.Function);
+    element.EvaluatedImage = LowerCased(element.ImageFunction);
+    element.EvaluatedLabel = LowerCased(element.LabelFunction);
+    element.HasState = element.Kind == ElementKind::Image && HasState(element.Evaluated);
     if (element.Kind == ElementKind::Label) {
         element.Shown = FixedText(element);
         element.FixedText = !element.Shown.empty() || EqualsNoCase(element.Function, kTextFunction);
@@ -208,9 +211,12 @@ std::optional<SkinError> SkinScreen::BuildButton(const SkinElement& element, int
 
 std::optional<SkinError> SkinScreen::FinishButton(const SkinElement& keys, int index) {
     if (index >= Count(ElementKind::Button)) return std::nullopt;
+    ScreenElement& element = Elements(ElementKind::Button)[static_cast<std::size_t>(index)];
+    // Where the load of the page ended early, a box's button may have that index.
+    if (element.Section != keys.Section || element.Number != keys.Number) return std::nullopt;
     PictureReader pictures(keys, scale_);
     ButtonEx* button = Button[static_cast<std::size_t>(index)];
-    Elements(ElementKind::Button)[static_cast<std::size_t>(index)].Tabindex = keys.Tabindex;
+    element.Tabindex = keys.Tabindex;
     button->SetSkinOver(pictures.Load("Over", keys.Over));
     button->SetSkinDown(pictures.Load("Down", keys.Down));
     return pictures.Error();
@@ -301,10 +307,12 @@ std::optional<SkinError> SkinScreen::BuildImage(const SkinElement& element, int 
     PictureReader pictures(element, scale_);
     const SkinPicture picture = pictures.Load("Picture", element.Picture);
     if (pictures.Error()) return pictures.Error();
-    const bool highlight = EqualsNoCase(element.Function, kHighlight);
+    std::string function = LowerCased(element.Function);
+    const bool highlight = function == kHighlight;
     if (highlight) Highlight = index;
+    const bool visible = !highlight && (!HasState(function) || ImageState(function));
     ContainerOf(element)->Add(
-        PageCanvas::ImageItem{index, ImageBox(element, picture), picture, !highlight});
+        PageCanvas::ImageItem{index, ImageBox(element, picture), picture, visible});
     return std::nullopt;
 }
 
