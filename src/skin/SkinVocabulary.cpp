@@ -126,14 +126,15 @@ constexpr SkinKey kChartKeys[] = {
 };
 
 constexpr SkinKind kKinds[kElementKinds] = {
-    {ElementKind::Button, "Button", kButtonKeys, 0, "a button that runs a command"},
-    {ElementKind::Slider, "Slider", kSliderKeys, 0, "a value with a knob to drag"},
-    {ElementKind::Bargraph, "Bargraph", kBargraphKeys, 0, "a value as a bar that fills up"},
+    {ElementKind::Button, "Button", kButtonKeys, kMostElements, "a button that runs a command"},
+    {ElementKind::Slider, "Slider", kSliderKeys, kMostElements, "a value with a knob to drag"},
+    {ElementKind::Bargraph, "Bargraph", kBargraphKeys, kMostElements,
+     "a value as a bar that fills up"},
     {ElementKind::Gauge, "Gauge", kGaugeKeys, kGaugeLimit, "a value as a needle"},
-    {ElementKind::List, "List", kListKeys, 0, "a list of entries"},
+    {ElementKind::List, "List", kListKeys, kMostElements, "a list of entries"},
     {ElementKind::Label, "Label", kLabelKeys, kLabelLimit, "a text"},
-    {ElementKind::Textbox, "Textbox", kTextboxKeys, 0, "a text to edit"},
-    {ElementKind::Image, "Image", kImageKeys, 0, "a picture"},
+    {ElementKind::Textbox, "Textbox", kTextboxKeys, kMostElements, "a text to edit"},
+    {ElementKind::Image, "Image", kImageKeys, kMostElements, "a picture"},
     {ElementKind::Chart, "Chart", kChartKeys, kChartLimit, "a value over time"},
 };
 
