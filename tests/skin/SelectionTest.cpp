@@ -77,6 +77,9 @@ TEST_F(SelectionTest, ArrowKeysReachEveryElementAndWrap) {
         open.pop_back();
         if (!reached.insert(from).second) continue;
         for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down}) {
+            // Up and down step the entries of a list; left and right lead out of it.
+            const bool steps = key == Qt::Key_Up || key == Qt::Key_Down;
+            if (from == Screen().List[0] && steps) continue;
             from->setFocus();
             Key(key);
             EXPECT_NE(window->focusWidget(), from) << "no key leads nowhere";
