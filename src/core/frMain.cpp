@@ -75,6 +75,10 @@ void frMain::ConnectScreen() {
     events.ButtonReleased = [this](int) { selection_->StopRepeat(); };
     events.ButtonClicked = [this](int index) { selection_->ButtonClicked(index); };
     events.ButtonEntered = [this](int index) { selection_->PointerOverButton(index); };
+    // A page appears with its values, not a refresh later.
+    events.PageBuilt = [this] {
+        if (basGlobal.tiMain.Enabled()) RefreshScreen(*screen_);
+    };
     events.ListActivated = [this](int index) {
         const auto& lists = screen_->Elements(ElementKind::List);
         if (static_cast<std::size_t>(index) < lists.size())

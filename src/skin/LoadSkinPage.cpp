@@ -135,6 +135,7 @@ void LoadSkinPage(const std::string& name, bool box) {
     skinScreen->HideSurplus();
     skinScreen->StackControls();
     if (!FileExists(basGlobal.SkinFile)) TellMissingSkin();
+    skinScreen->Events.PageBuilt();
     page->setUpdatesEnabled(true);
 
     basGlobal.tiSkinReload.SetEnabled(true);

@@ -46,6 +46,7 @@ SkinScreen::SkinScreen(QWidget* window)
     Events.ButtonClicked = Events.ButtonPressed = Events.ButtonReleased = Events.ButtonEntered =
         Events.ListActivated = [](int) {};
     Events.SliderChanged = [](int, std::int32_t&) {};
+    Events.PageBuilt = [] {};
     shield_->hide();
 }
 

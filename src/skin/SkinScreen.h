@@ -46,6 +46,7 @@ struct ScreenEvents {
     std::function<void(int index)> ButtonEntered;  ///< on every movement over the button
     std::function<void(int index, std::int32_t& value)> SliderChanged;
     std::function<void(int index)> ListActivated;
+    std::function<void()> PageBuilt;  ///< a page or box has been built, but not painted yet
 };
 
 /// The main window's elements: one growable array of controls per kind and the record of every
