@@ -103,14 +103,6 @@ PictureStore& Store() {
     return store;
 }
 
-/// "dir/name.png" becomes "dir/name@2x.png".
-std::string DoubleSizeName(const std::string& path) {
-    const std::size_t name = path.find_last_of("/\\");
-    const std::size_t dot = path.rfind('.');
-    if (dot == std::string::npos || (name != std::string::npos && dot < name)) return path + "@2x";
-    return path.substr(0, dot) + "@2x" + path.substr(dot);
-}
-
 /// Brings decoded pixels to the scale. False when the result would be too large to hold.
 bool Scale(SkinPicture::Data& data, const QImage& pixels) {
     const QSizeF wanted = data.DesignSize * (data.Scale * data.Density);
@@ -231,6 +223,13 @@ SkinPicture MakeSkinPicture(const QImage& image, double scale) {
     data->DesignSize = image.size();
     if (!Scale(*data, image)) data->Error = "picture too large";
     return SkinPicture(std::move(data));
+}
+
+std::string DoubleSizeName(const std::string& path) {
+    const std::size_t name = path.find_last_of("/\\");
+    const std::size_t dot = path.rfind('.');
+    if (dot == std::string::npos || (name != std::string::npos && dot < name)) return path + "@2x";
+    return path.substr(0, dot) + "@2x" + path.substr(dot);
 }
 
 void PaintPicture(QPainter& painter, const QRect& target, const SkinPicture& picture) {

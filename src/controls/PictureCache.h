@@ -89,4 +89,7 @@ std::size_t PictureCacheSize();
 /// Empties the cache.
 void ClearPictureCache();
 
+/// The name of the picture of double size: "dir/name.png" becomes "dir/name@2x.png".
+std::string DoubleSizeName(const std::string& path);
+
 }  // namespace dravik

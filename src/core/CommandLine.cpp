@@ -17,6 +17,8 @@ Turns a touch-screen computer in a car into an instrument panel and a diagnostic
   --skin NAME          use this skin instead of the one in the settings
   --language NAME      use this language instead of the one in the settings
   --console            read requests from standard input and answer them (docs/console.md)
+  --check-skin         look for mistakes in the skin, a line each, and end: exit status 0 when
+                       there are none, 1 with mistakes, 2 when the skin cannot be read
   --help               show this text
   --version            show the version
 )";
@@ -80,6 +82,8 @@ CommandLine ParseCommandLine(const std::vector<std::string>& all) {
             }
         } else if (option == "--console") {
             line.Console = true;
+        } else if (option == "--check-skin") {
+            line.CheckSkin = true;
         } else if (option == "--help") {
             line.Help = true;
         } else if (option == "--version") {

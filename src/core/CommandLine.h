@@ -16,6 +16,7 @@ struct CommandLine {
     std::string Skin;
     std::string Language;
     bool Console = false;
+    bool CheckSkin = false;
     bool Help = false;
     bool Version = false;
     std::string Error;  ///< what is wrong with the arguments; empty when nothing is

@@ -5,9 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "core/CheckSkinCommand.h"
 #include "core/CommandLine.h"
 #include "core/Console.h"
 #include "core/ProgramFolder.h"
+#include "core/SkinWatch.h"
 #include "core/frMain.h"
 #include "platform/EndRequest.h"
 #include "platform/Paths.h"
@@ -68,6 +70,7 @@ int main(int argc, char** argv) {
     }
     if (!line.Folder.empty() && !FolderExists(line.Folder))
         return Fail("no such folder: " + line.Folder);
+    if (line.CheckSkin) return CheckSkinCommand(line);
     if (!ChooseDisplay(line.Console))
         return Fail("there is no display; set DISPLAY or WAYLAND_DISPLAY");
 
@@ -94,6 +97,8 @@ int main(int argc, char** argv) {
         OnEndRequest([&window] { window.Unload(); });
         std::unique_ptr<Console> console;
         if (line.Console) console = std::make_unique<Console>();
+        std::unique_ptr<SkinWatch> watch;
+        if (line.Console || line.Windowed) watch = std::make_unique<SkinWatch>();
         window.Start(options);
         if (console) console->Process();
         if (!basGlobal.Closing) result = QApplication::exec();

@@ -39,8 +39,7 @@ void FindSkinFiles() {
     GlobalState& g = basGlobal;
     const std::string skin = g.Launch.Skin.empty() ? ReadOption("Skin") : g.Launch.Skin;
     g.SkinFile = g.SkinPath + skin + ".ini";
-    g.ImageFolder =
-        g.SkinPath + ReadIniString(g.SkinFile, "General", "Imagefolder") + kPathSeparator;
+    FindImageFolder();
 }
 
 /// The virtual vehicle of the demo is always connected to.
@@ -52,6 +51,12 @@ bool ConnectAtStart() {
 
 std::string ReadIniString(const std::string& file, std::string_view section, std::string_view key) {
     return ReadProfileString(file, section, key, "0", kIniStringBytes);
+}
+
+void FindImageFolder() {
+    GlobalState& g = basGlobal;
+    g.ImageFolder =
+        g.SkinPath + ReadIniString(g.SkinFile, "General", "Imagefolder") + kPathSeparator;
 }
 
 void LoadSettings() {

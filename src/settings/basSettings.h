@@ -15,6 +15,9 @@ std::string ReadIniString(const std::string& file, std::string_view section, std
 /// then as they were before.
 void LoadSettings();
 
+/// Takes the image folder from the skin file.
+void FindImageFolder();
+
 /// Fills the sensor table from the section SensorConfig of the sensor file.
 ///
 /// @return false when the file names more than 91 sensors: the first 91 are loaded and the fault is

@@ -109,22 +109,7 @@ void FillShownLists() {
     for (SkinList* list : skinScreen->List) list->Refresh();
 }
 
-}  // namespace
-
-void InitSkin(SkinScreen* screen) {
-    skinScreen = screen;
-    basGlobal.tiSkinReload.OnTick(FinishPage);
-}
-
-SkinScreen* CurrentScreen() {
-    return skinScreen;
-}
-
-void LoadSkinPage(const std::string& name, bool box) {
-    if (skinScreen == nullptr || !MayBuild(name)) return;
-    const std::string command = ReadSkinValue(name, "Command");
-    if (!command.empty()) ExecuteCommand(command);
-
+void BuildPage(const std::string& name, bool box) {
     PageCanvas* page = skinScreen->Page();
     page->setUpdatesEnabled(false);  // the page is not seen while it is being rebuilt
     if (box)
@@ -147,6 +132,33 @@ void LoadSkinPage(const std::string& name, bool box) {
     ShowCodeTicker();
     FillShownLists();
     if (error) ReportError(*error);
+}
+
+}  // namespace
+
+void InitSkin(SkinScreen* screen) {
+    skinScreen = screen;
+    basGlobal.tiSkinReload.OnTick(FinishPage);
+}
+
+SkinScreen* CurrentScreen() {
+    return skinScreen;
+}
+
+void LoadSkinPage(const std::string& name, bool box) {
+    if (skinScreen == nullptr || !MayBuild(name)) return;
+    const std::string command = ReadSkinValue(name, "Command");
+    if (!command.empty()) ExecuteCommand(command);
+    BuildPage(name, box);
+}
+
+void RebuildPage() {
+    if (skinScreen == nullptr) return;
+    const std::string box = BoxOpen() ? basGlobal.CurrentBox : "";
+    const std::string page = basGlobal.CurrentMenu;
+    BuildPage(page, false);
+    // While a message of the page was open the user may have gone elsewhere.
+    if (!box.empty() && !BoxOpen() && basGlobal.CurrentMenu == page) BuildPage(box, true);
 }
 
 void FinishPage() {

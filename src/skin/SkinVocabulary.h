@@ -5,6 +5,8 @@
 #include <string>
 #include <variant>
 
+#include "skinfunc/FunctionWords.h"
+
 /// The vocabulary of skin files as data: every element kind with its keys and the way each is read.
 /// The loader, the skin checker and the reference of skin authors all work from these tables.
 namespace dravik {
@@ -64,14 +66,40 @@ enum class Read {
     Picture,  ///< a file name in the image folder
 };
 
+/// What a key with a function text may name: words of these evaluators, and words of its own.
+struct FunctionRole {
+    using Rows = std::vector<FunctionWord> (*)();
+    enum class Split { First, Last };
+    struct Evaluator {
+        Rows Words;
+        Split At = Split::Last;
+        bool KeepsCase = false;
+    };
+    std::span<const Evaluator> Evaluators;  ///< in the order in which they are tried
+    std::span<const FunctionWord> Own;
+    bool AnyWord = false;  ///< a word that nobody knows, without "_", is all right, too
+    const char* Meaning;   ///< what the text decides
+};
+
+extern const FunctionRole kCommandRole;  ///< what a press or a page does
+extern const FunctionRole kCaptionRole;  ///< what a label shows
+extern const FunctionRole kStateRole;    ///< when a picture on a button is shown
+extern const FunctionRole kPictureRole;  ///< when an image is shown
+extern const FunctionRole kValueRole;    ///< the number of a slider, bargraph, gauge or chart
+extern const FunctionRole kListRole;     ///< which list a list shows
+extern const FunctionRole kTextboxRole;  ///< which text a text box edits
+extern const FunctionRole kAnswerRole;   ///< which answer a button of a message box gives
+
 using SkinField = std::variant<int SkinElement::*, std::string SkinElement::*>;
 
 struct SkinKey {
     const char* Name;
     Read How;
     SkinField Field;
+    const char* Sample;     ///< a value for the example
     const char* Meaning;    ///< for the reference of skin authors
     bool Deferred = false;  ///< on a page, read by the deferred pass and not by the first build
+    const FunctionRole* Role = nullptr;  ///< of a key that holds a function text
 };
 
 struct SkinKind {
@@ -80,11 +108,30 @@ struct SkinKind {
     std::span<const SkinKey> Keys;
     int Limit;  ///< most elements of the kind on a page
     const char* Meaning;
+    const FunctionRole* Role;    ///< of the key Function
+    const char* FunctionSample;  ///< its value in the example
 };
 
 /// The nine kinds, in the order in which the loader builds them.
 std::span<const SkinKind> SkinKinds();
 
 const SkinKind& KindOf(ElementKind kind);
+
+/// A key that belongs to no element. "#" in its name stands for a number from 0 to Last.
+struct SectionKey {
+    const char* Name;
+    Read How;
+    const char* Sample;
+    const char* Meaning;
+    int Last = 0;
+    const FunctionRole* Role = nullptr;
+};
+
+std::span<const SectionKey> GeneralKeys();  ///< of the section General
+std::span<const SectionKey> PageKeys();     ///< of the section of a page or a box
+std::span<const SectionKey> MessageKeys();  ///< of the sections of the message box
+
+/// The sections of the message box: "warning", "info" and "query".
+std::span<const char* const> MessageSections();
 
 }  // namespace dravik

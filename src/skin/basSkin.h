@@ -13,6 +13,10 @@ void InitSkin(SkinScreen* screen);
 /// The screen given to InitSkin.
 SkinScreen* CurrentScreen();
 
+/// Builds the page, and a box that is open over it, anew from the skin file. Their commands are not
+/// run.
+void RebuildPage();
+
 /// The tick of tiSkinReload: completes the buttons of the page that was loaded last.
 void FinishPage();
 

@@ -88,7 +88,7 @@ void StepValue(const Command& command) {
     }
 }
 
-void SelectObject() {
+void SelectObject(const Command&) {
     if (const auto tag = SelectedTag(basGlobal.ButtonTag, basGlobal.FocusedButton)) {
         ExecuteCommand(*tag);
         StepList(*tag);
@@ -97,33 +97,38 @@ void SelectObject() {
     }
 }
 
-void MoveSelection(const Command& command) {
-    if (command.Argument == "+")
-        SendTabKey(false);
-    else if (command.Argument == "-")
-        SendTabKey(true);
-    else if (command.Argument == "select")
-        SelectObject();
-    else
-        MoveFocus(command.Argument);
+void NextControl(const Command&) {
+    SendTabKey(false);
 }
 
-void GoFolder(const Command& command) {
-    if (command.Argument == "parent") OpenParentFolder(basGlobal.CurrentList);
+void PreviousControl(const Command&) {
+    SendTabKey(true);
+}
+
+void MoveSelection(const Command& command) {
+    MoveFocus(command.Argument);
+}
+
+void GoFolder(const Command&) {
+    OpenParentFolder(basGlobal.CurrentList);
 }
 
 // Pages and boxes ---------------------------------------------------------------------------------
 
+void OpenLastMenu(const Command&) {
+    LoadSkinPage(std::string(basGlobal.PreviousMenu), false);
+}
+
+void OpenNextMenu(const Command&) {
+    LoadSkinPage(NextMenu(), false);
+}
+
+void OpenMenuBefore(const Command&) {
+    LoadSkinPage(PreviousMenuInList(), false);
+}
+
 void OpenMenu(const Command& command) {
-    const std::string& name = command.Argument;
-    if (name == "previous")
-        LoadSkinPage(std::string(basGlobal.PreviousMenu), false);
-    else if (name == "+")
-        LoadSkinPage(NextMenu(), false);
-    else if (name == "-")
-        LoadSkinPage(PreviousMenuInList(), false);
-    else
-        LoadSkinPage(name, false);
+    LoadSkinPage(command.Argument, false);
 }
 
 void OpenBox(const Command& command) {
@@ -147,32 +152,30 @@ bool LinkIdle() {
     return basGlobal.ConnState == kConnected || basGlobal.ConnState == kReceivingData;
 }
 
-void AskToClearCodes() {
+void Connect(const Command&) {
+    basGlobal.ConnState = kConnecting;
+}
+
+void ReadCodes(const Command&) {
+    if (LinkIdle()) basGlobal.ConnState = kReadingCodes;
+}
+
+void AskToClearCodes(const Command&) {
     if (!LinkIdle()) return;
     const int answer =
         ShowMessage("Clear troublecodes and all stored data?", kMessageQuestion, "Dravik");
     if (answer == kAnswerYes && basGlobal.comOBD.IsOpen()) basGlobal.ConnState = kClearingCodes;
 }
 
-void LinkCommand(const Command& command) {
-    if (command.Argument == "connect") {
-        basGlobal.ConnState = kConnecting;
-    } else if (command.Argument == "gettroublecodes") {
-        if (LinkIdle()) basGlobal.ConnState = kReadingCodes;
-    } else if (command.Argument == "cleartroublecodes") {
-        AskToClearCodes();
-    }
-}
-
 // Sensors -----------------------------------------------------------------------------------------
 
-SensorRecord& Sensor(int index) {
+SensorRecord& SensorAt(int index) {
     return basGlobal.Sensors[static_cast<std::size_t>(index)];
 }
 
 void SwitchSensor(int index, bool active) {
-    Sensor(index).Active = active;
-    UpdatePidWanted(Sensor(index));
+    SensorAt(index).Active = active;
+    UpdatePidWanted(SensorAt(index));
 }
 
 void SwitchSensors(const std::string& name, bool active) {
@@ -187,10 +190,10 @@ void SwitchSensors(const std::string& name, bool active) {
 void ToggleSensors(const Command& command) {
     if (command.Argument == "all") {
         bool anyInactive = false;
-        for (int i = 0; i < basGlobal.SensorCount; ++i) anyInactive |= !Sensor(i).Active;
+        for (int i = 0; i < basGlobal.SensorCount; ++i) anyInactive |= !SensorAt(i).Active;
         SwitchSensors("all", anyInactive);
     } else if (const auto index = FindSensor(command.Argument)) {
-        SwitchSensor(*index, !Sensor(*index).Active);
+        SwitchSensor(*index, !SensorAt(*index).Active);
     }
 }
 
@@ -239,38 +242,72 @@ void Quit(const Command&) {
     UnloadMainWindow();
 }
 
-enum class Argument { Needed, Optional };
-
 struct CommandWord {
-    std::string_view Word;
+    FunctionWord Name;
     void (*Run)(const Command& command);
-    Argument Presence = Argument::Needed;  ///< without a needed argument the word does nothing
 };
+
+using enum Takes;
 
 // The words of the dispatcher, in the order in which they are tested.
 constexpr CommandWord kCommandWords[] = {
-    {"clr", ClearCharts},
-    {"pause", PauseCharts},
-    {"value", StepValue, Argument::Optional},
-    {"object", MoveSelection},
-    {"gofolder", GoFolder},
-    {"openmenu", OpenMenu},
-    {"openbox", OpenBox},
-    {"closebox", CloseOpenBox, Argument::Optional},
-    {"exit", LeavePage, Argument::Optional},
-    {"obd", LinkCommand},
-    {"snapshot", Snapshot, Argument::Optional},
-    {"osk", StartKeyboard, Argument::Optional},
-    {"sensortoggle", ToggleSensors},
-    {"sensoron", SensorsOn},
-    {"sensoroff", SensorsOff},
-    {"showinfo", ShowInfo},
-    {"showwarning", ShowWarning},
-    {"showquery", ShowQuery},
-    {"config", ShowSettings, Argument::Optional},
-    {"minimize", Minimize, Argument::Optional},
-    {"quit", Quit, Argument::Optional},
-    {"poweroff", Quit, Argument::Optional},
+    {{"clr", Fixed, "chartall", "clears every chart"}, ClearCharts},
+    {{"clr", Chart, "chart0", "clears one chart"}, ClearCharts},
+    {{"pause", Fixed, "chartall", "pauses every chart; lets all run again when all are paused"},
+     PauseCharts},
+    {{"pause", Chart, "chart0", "pauses one chart, or lets it run again"}, PauseCharts},
+    {{"value", Fixed, "+",
+      "one entry up in the list; five down while a slider `listview` is selected"},
+     StepValue},
+    {{"value", Fixed, "-",
+      "one entry down in the list; five up while a slider `listview` is selected"},
+     StepValue},
+    {{"value", Step, "pagedown",
+      "steps the list while a slider `listview` is selected; else one entry down"},
+     StepValue},
+    {{"value", Nothing, "", "one entry down in the list while no slider is selected"}, StepValue},
+    {{"object", Fixed, "+", "selects the next control, by `Tabindex`"}, NextControl},
+    {{"object", Fixed, "-", "selects the control before"}, PreviousControl},
+    {{"object", Fixed, "select", "runs the command of the selected button"}, SelectObject},
+    {{"object", Fixed, "left", "selects the neighbour on the left"}, MoveSelection},
+    {{"object", Fixed, "right", "selects the neighbour on the right"}, MoveSelection},
+    {{"object", Fixed, "up", "selects the neighbour above"}, MoveSelection},
+    {{"object", Fixed, "down", "selects the neighbour below"}, MoveSelection},
+    {{"gofolder", Fixed, "parent", "goes one folder up in a media list"}, GoFolder},
+    {{"openmenu", Fixed, "previous", "opens the page that was shown before this one"},
+     OpenLastMenu},
+    {{"openmenu", Fixed, "+", "opens the next page of the menu list"}, OpenNextMenu},
+    {{"openmenu", Fixed, "-", "opens the page before in the menu list"}, OpenMenuBefore},
+    {{"openmenu", Page, "mainmenu", "opens a page"}, OpenMenu},
+    {{"openbox", Box, "shortcuts",
+      "opens a page as a box over this one; closes the box that is open"},
+     OpenBox},
+    {{"closebox", Nothing, "", "closes the box"}, CloseOpenBox},
+    {{"exit", Nothing, "", "closes the box; without one, opens `mainmenu`"}, LeavePage},
+    {{"obd", Fixed, "connect", "connects to the interface, anew if need be"}, Connect},
+    {{"obd", Fixed, "gettroublecodes", "reads the trouble codes, while connected"}, ReadCodes},
+    {{"obd", Fixed, "cleartroublecodes", "asks, then clears the trouble codes, while connected"},
+     AskToClearCodes},
+    {{"snapshot", Fixed, "all", "saves a picture of every chart"}, Snapshot},
+    {{"snapshot", Number, "0", "saves a picture of one chart"}, Snapshot},
+    {{"snapshot", Nothing, "", "saves a picture of chart 0"}, Snapshot},
+    {{"osk", Nothing, "", "starts the on-screen keyboard that the settings name"}, StartKeyboard},
+    {{"sensortoggle", Fixed, "all", "switches every sensor on; off when all are on"},
+     ToggleSensors},
+    {{"sensortoggle", Sensor, "rpm.engine", "switches a sensor on or off"}, ToggleSensors},
+    {{"sensoron", Fixed, "all", "switches every sensor on"}, SensorsOn},
+    {{"sensoron", Sensor, "rpm.engine", "switches a sensor on"}, SensorsOn},
+    {{"sensoroff", Fixed, "all", "switches every sensor off"}, SensorsOff},
+    {{"sensoroff", Sensor, "rpm.engine", "switches a sensor off"}, SensorsOff},
+    {{"showinfo", Message, "Engine warm", "shows a text in the message box `info`"}, ShowInfo},
+    {{"showwarning", Message, "Oil low", "shows a text in the message box `warning`"}, ShowWarning},
+    {{"showquery", Question, "End the program?:quit",
+      "asks in the message box `query`; runs what follows the last `:` on yes"},
+     ShowQuery},
+    {{"config", Nothing, "", "shows the settings"}, ShowSettings},
+    {{"minimize", Nothing, "", "minimises the window"}, Minimize},
+    {{"quit", Nothing, "", "ends the program"}, Quit},
+    {{"poweroff", Nothing, "", "the same as `quit`"}, Quit},
 };
 
 /// A page whose Command opens the page itself, or a button that selects itself, ends here.
@@ -298,11 +335,10 @@ void ExecuteCommand(const std::string& command) {
     basGlobal.LastCommand = lowered;
     const auto [word, argument] = SplitAtLast(lowered);
     for (const CommandWord& row : kCommandWords) {
-        if (row.Word == word) {
-            if (argument.empty() && row.Presence == Argument::Needed) return;
-            row.Run({received, std::string(argument)});
-            return;
-        }
+        if (!Names(row.Name, {word, argument})) continue;
+        if (argument.empty() && row.Name.Argument != Nothing) continue;  // without it: no effect
+        row.Run({received, std::string(argument)});
+        return;
     }
 }
 
@@ -315,10 +351,8 @@ void UpdatePidWanted(const SensorRecord& sensor) {
         basGlobal.PidWanted[static_cast<std::size_t>(*pid)] = sensor.Active;
 }
 
-std::vector<std::string_view> CommandWords() {
-    std::vector<std::string_view> words;
-    for (const CommandWord& row : kCommandWords) words.push_back(row.Word);
-    return words;
+std::vector<FunctionWord> CommandRows() {
+    return NamesOf(kCommandWords);
 }
 
 }  // namespace dravik

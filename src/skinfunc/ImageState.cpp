@@ -20,17 +20,16 @@ bool SliderSelected(std::string_view argument) {
     return basGlobal.FocusedSlider == NumberBehindName(argument);
 }
 
-/// "mouseover_slider3" is a button test, too: only "mouseover_slider_slider3" asks for a slider.
-bool Mouseover(std::string_view argument) {
-    if (argument == "list")
-        return basGlobal.FocusedButton == kNoFocus && basGlobal.FocusedSlider == kNoFocus;
-    return ButtonSelected(argument);
+bool NothingSelected(std::string_view) {
+    return basGlobal.FocusedButton == kNoFocus && basGlobal.FocusedSlider == kNoFocus;
 }
 
-bool LinkState(std::string_view argument) {
-    if (argument == "connected")
-        return basGlobal.ConnState == kConnected || basGlobal.ConnState == kReceivingData;
-    return argument == "malfunction" && basGlobal.MilOn;
+bool Connected(std::string_view) {
+    return basGlobal.ConnState == kConnected || basGlobal.ConnState == kReceivingData;
+}
+
+bool Malfunction(std::string_view) {
+    return basGlobal.MilOn;
 }
 
 std::optional<bool> SensorActive(std::string_view name) {
@@ -61,39 +60,42 @@ bool Resume(std::string_view) {
 }
 
 struct ImageWord {
-    std::string_view Word;
+    FunctionWord Name;
     bool (*State)(std::string_view argument);
 };
 
-// The words of an image function, in the order in which they are tested.
+using enum Takes;
+
+// The words of an image function, in the order in which they are tested. "mouseover_slider3" is a
+// button test, too: only "mouseover_slider_slider3" asks for a slider.
 constexpr ImageWord kImageWords[] = {
-    {"mouseover", Mouseover},
-    {"mouseover_button", ButtonSelected},
-    {"mouseover_slider", SliderSelected},
-    {"obd", LinkState},
-    {"sensoron", SensorOn},
-    {"sensoractive", SensorOn},
-    {"sensoroff", SensorOff},
-    {"pause", Pause},
-    {"startup", Startup},
-    {"resume", Resume},
+    {{"mouseover", Fixed, "list", "neither a button nor a slider is selected"}, NothingSelected},
+    {{"mouseover", Control, "button3", "button 3 of the page is selected"}, ButtonSelected},
+    {{"mouseover_button", Control, "button3", "the same"}, ButtonSelected},
+    {{"mouseover_slider", Control, "slider0", "slider 0 of the page is selected"}, SliderSelected},
+    {{"obd", Fixed, "connected", "connected to the interface"}, Connected},
+    {{"obd", Fixed, "malfunction", "the vehicle's malfunction lamp is on"}, Malfunction},
+    {{"sensoron", Sensor, "rpm.engine", "the sensor is switched on"}, SensorOn},
+    {{"sensoractive", Sensor, "rpm.engine", "the same"}, SensorOn},
+    {{"sensoroff", Sensor, "rpm.engine", "the sensor is switched off"}, SensorOff},
+    {{"pause", Nothing, "", "never"}, Pause},
+    {{"startup", Nothing, "", "the first second after the start"}, Startup},
+    {{"resume", Nothing, "", "never"}, Resume},
 };
 
 }  // namespace
 
 bool ImageState(std::string& function) {
     LowerCase(function);
-    const auto [word, argument] = SplitAtLast(function);
+    const FunctionText text = SplitAtLast(function);
     for (const ImageWord& row : kImageWords) {
-        if (row.Word == word) return row.State(argument);
+        if (Names(row.Name, text)) return row.State(text.Argument);
     }
     return false;
 }
 
-std::vector<std::string_view> ImageFunctionWords() {
-    std::vector<std::string_view> words;
-    for (const ImageWord& row : kImageWords) words.push_back(row.Word);
-    return words;
+std::vector<FunctionWord> ImageFunctionRows() {
+    return NamesOf(kImageWords);
 }
 
 }  // namespace dravik

@@ -18,16 +18,14 @@ float KeyNumber(std::string_view argument) {
 }
 
 /// Hours move on with the minutes, as the hand of a clock does.
-float TimeNumber(std::string_view argument) {
+float Hour(std::string_view) {
     const LocalTime now = SystemTime();
-    if (argument == "hour")
-        return static_cast<float>(now.Hour) + static_cast<float>(now.Minute) / 60.0F;
-    if (argument == "minute") return static_cast<float>(now.Minute);
-    if (argument == "second") return static_cast<float>(now.Second);
-    if (argument == "day") return static_cast<float>(now.Day);
-    if (argument == "month") return static_cast<float>(now.Month);
-    if (argument == "year") return static_cast<float>(now.Year);
-    return kNoNumber;
+    return static_cast<float>(now.Hour) + static_cast<float>(now.Minute) / 60.0F;
+}
+
+template <auto Part>
+float PartOfTime(std::string_view) {
+    return static_cast<float>(SystemTime().*Part);
 }
 
 /// Position of the selection in percent of the list.
@@ -43,38 +41,50 @@ float SensorNumber(std::string_view name) {
     return index ? SensorValue(*index) : kNoNumber;
 }
 
-float LinkNumber(std::string_view argument) {
-    return argument == "troublecodescount" ? static_cast<float>(basGlobal.DtcCount) : kNoNumber;
+float CodeCount(std::string_view) {
+    return static_cast<float>(basGlobal.DtcCount);
 }
 
 struct NumberWord {
-    std::string_view Word;
+    FunctionWord Name;
     float (*Evaluate)(std::string_view argument);
 };
 
+using enum Takes;
+
 // The words of a number function, in the order in which they are tested.
 constexpr NumberWord kNumberWords[] = {
-    {"key", KeyNumber},       {"time", TimeNumber}, {"listview", ListPosition},
-    {"sensor", SensorNumber}, {"obd", LinkNumber},
+    {{"key", Number, "13",
+      "the state of a key, by its virtual key number; negative while it is down"},
+     KeyNumber},
+    {{"time", Fixed, "hour",
+      "hours with the minutes as a fraction, for the hand of a clock: 14:30 is 14.5"},
+     Hour},
+    {{"time", Fixed, "minute", "minutes"}, PartOfTime<&LocalTime::Minute>},
+    {{"time", Fixed, "second", "seconds"}, PartOfTime<&LocalTime::Second>},
+    {{"time", Fixed, "day", "day of the month"}, PartOfTime<&LocalTime::Day>},
+    {{"time", Fixed, "month", "month"}, PartOfTime<&LocalTime::Month>},
+    {{"time", Fixed, "year", "year"}, PartOfTime<&LocalTime::Year>},
+    {{"listview", Nothing, "", "place of the selection in the list, in percent"}, ListPosition},
+    {{"sensor", Sensor, "rpm.engine", "the value of a sensor, in its unit"}, SensorNumber},
+    {{"obd", Fixed, "troublecodescount", "number of trouble codes that were read"}, CodeCount},
 };
 
 }  // namespace
 
 float LabelNumber(std::string& function) {
     LowerCase(function);
-    const auto [word, argument] = SplitAtLast(function);
+    const FunctionText text = SplitAtLast(function);
     for (const NumberWord& row : kNumberWords) {
-        if (row.Word != word) continue;
-        const float number = row.Evaluate(argument);
+        if (!Names(row.Name, text)) continue;
+        const float number = row.Evaluate(text.Argument);
         return std::isfinite(number) ? number : kNoNumber;
     }
     return kNoNumber;
 }
 
-std::vector<std::string_view> NumberFunctionWords() {
-    std::vector<std::string_view> words;
-    for (const NumberWord& row : kNumberWords) words.push_back(row.Word);
-    return words;
+std::vector<FunctionWord> NumberFunctionRows() {
+    return NamesOf(kNumberWords);
 }
 
 }  // namespace dravik

@@ -68,11 +68,16 @@ Text Caption(std::string_view) {
     return std::nullopt;
 }
 
-Text LinkText(std::string_view argument) {
-    if (argument == "status") return CurrentStatusText();
-    if (argument == "interface") return basGlobal.InterfaceId;
-    if (argument == "protocol") return basGlobal.ProtocolText;
-    return std::nullopt;
+Text LinkStatus(std::string_view) {
+    return CurrentStatusText();
+}
+
+Text InterfaceName(std::string_view) {
+    return basGlobal.InterfaceId;
+}
+
+Text ProtocolName(std::string_view) {
+    return basGlobal.ProtocolText;
 }
 
 Text SensorText(std::string_view name, std::string SensorRecord::*field) {
@@ -95,32 +100,40 @@ Text LastCommandOnce(std::string_view) {
 }
 
 struct TextWord {
-    std::string_view Word;
+    FunctionWord Name;
     Text (*Evaluate)(std::string_view argument);
 };
 
+using enum Takes;
+
 // The words of a text function, in the order in which they are tested.
 constexpr TextWord kTextWords[] = {
-    {"listentry", ListEntryText},
-    {"timedate", TimeAndDate},
-    {"time", Time},
-    {"date", Date},
-    {"indexlabel", IndexLabel},
-    {"currentfolder", CurrentFolder},
-    {"caption", Caption},
-    {"obd", LinkText},
-    {"sensorcaption", SensorCaption},
-    {"sensorunit", SensorUnit},
-    {"function", LastCommandOnce},
+    {{"listentry", Number, "0",
+      "an entry of the list, counted from the selected one: `listentry_1` is the one below it"},
+     ListEntryText},
+    {{"timedate", Nothing, "", "time and date: `14:05:33 , 15.11.2026`"}, TimeAndDate},
+    {{"time", Nothing, "", "the time: `14:05:33`"}, Time},
+    {{"date", Nothing, "", "the date: `15.11.2026`"}, Date},
+    {{"indexlabel", Nothing, "", "place of the selected entry in a media list: `3/12`"},
+     IndexLabel},
+    {{"currentfolder", Nothing, "", "the folder that a media list shows"}, CurrentFolder},
+    {{"caption", Nothing, "", "always `Off`"}, Caption},
+    {{"obd", Fixed, "status", "the state of the link: `Receiving Data.`"}, LinkStatus},
+    {{"obd", Fixed, "interface", "what the interface calls itself"}, InterfaceName},
+    {{"obd", Fixed, "protocol", "the protocol of the vehicle's bus"}, ProtocolName},
+    {{"sensorcaption", Sensor, "rpm.engine", "the caption of a sensor, in the user's language"},
+     SensorCaption},
+    {{"sensorunit", Sensor, "rpm.engine", "the unit of a sensor"}, SensorUnit},
+    {{"function", Nothing, "", "the command that ran last, shown once"}, LastCommandOnce},
 };
 
 }  // namespace
 
 std::string LabelTextFunction(std::string& function) {
     LowerCase(function);
-    const auto [word, argument] = SplitAtFirst(function);
+    const FunctionText text = SplitAtFirst(function);
     for (const TextWord& row : kTextWords) {
-        if (row.Word == word) return row.Evaluate(argument).value_or(kNoText);
+        if (Names(row.Name, text)) return row.Evaluate(text.Argument).value_or(kNoText);
     }
     return kNoText;
 }
@@ -133,10 +146,8 @@ std::string LabelText(std::string& function) {
     return ImageState(function) ? "On" : "Off";
 }
 
-std::vector<std::string_view> TextFunctionWords() {
-    std::vector<std::string_view> words;
-    for (const TextWord& row : kTextWords) words.push_back(row.Word);
-    return words;
+std::vector<FunctionWord> TextFunctionRows() {
+    return NamesOf(kTextWords);
 }
 
 }  // namespace dravik

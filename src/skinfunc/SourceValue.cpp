@@ -9,18 +9,16 @@ namespace dravik {
 
 namespace {
 
-constexpr int kPidLimit = 79;  // PID 4F has an entry in the tables but is never shown
-
 /// Any text that is no number is PID 0; a number outside the shown PIDs is none.
 std::optional<std::size_t> ReadPid(std::string_view argument) {
     const std::int32_t number = HexNumber(argument).value_or(0);
-    if (number < 0 || number >= kPidLimit) return std::nullopt;
+    if (number < 0 || number >= kShownPids) return std::nullopt;
     return static_cast<std::size_t>(number);
 }
 
-std::int32_t LinkValue(std::string_view argument) {
+std::int32_t LinkValue(std::string_view source) {
     GlobalState& g = basGlobal;
-    const std::optional<std::size_t> pid = ReadPid(argument);
+    const std::optional<std::size_t> pid = ReadPid(SplitAtLast(source).Argument);
     if (!pid) return 0;
     g.PidWanted[*pid] = true;  // displaying a PID keeps it requested
     return (FreezeFrameMode() ? g.FreezeRaw : g.LiveRaw)[*pid];
@@ -33,7 +31,25 @@ std::int32_t SecondPortValue(std::string_view source) {
     return 0;
 }
 
-constexpr std::string_view kSourceWords[] = {"obd", "can"};
+struct SourceWord {
+    FunctionWord Name;
+    std::int32_t (*Value)(std::string_view source);
+};
+
+// The words of a value source, in the order in which they are tested.
+constexpr SourceWord kSourceWords[] = {
+    {{"obd", Takes::Pid, "0C", "the raw number of a PID, up to 4E"}, LinkValue},
+    {{"can", Takes::Source, "1", "the raw number of the sensor that has this source"},
+     SecondPortValue},
+};
+
+const SourceWord* FindSource(std::string_view source) {
+    const FunctionText text = SplitAtLast(source);
+    for (const SourceWord& row : kSourceWords) {
+        if (Names(row.Name, text)) return &row;
+    }
+    return nullptr;
+}
 
 /// Asked in any case here, while the choice of the raw table asks for lower case.
 bool FreezePage() {
@@ -43,10 +59,8 @@ bool FreezePage() {
 }  // namespace
 
 std::int32_t SourceValue(std::string_view source) {
-    const auto [word, argument] = SplitAtLast(source);
-    if (word == kSourceWords[0]) return LinkValue(argument);
-    if (word == kSourceWords[1]) return SecondPortValue(source);
-    return 0;
+    const SourceWord* row = FindSource(source);
+    return row == nullptr ? 0 : row->Value(source);
 }
 
 float SensorValue(int index) {
@@ -61,15 +75,13 @@ std::optional<float> ElementValue(const std::string& function) {
     std::string text = function;
     const float number = LabelNumber(text);
     if (number != kNoNumber) return number;
-    const std::string_view word = SplitAtLast(function).Word;
-    for (const std::string_view sourceWord : kSourceWords) {
-        if (word == sourceWord) return static_cast<float>(SourceValue(function));
-    }
-    return std::nullopt;
+    const SourceWord* row = FindSource(function);
+    if (row == nullptr) return std::nullopt;
+    return static_cast<float>(row->Value(function));
 }
 
-std::vector<std::string_view> SourceWords() {
-    return {std::begin(kSourceWords), std::end(kSourceWords)};
+std::vector<FunctionWord> SourceRows() {
+    return NamesOf(kSourceWords);
 }
 
 }  // namespace dravik

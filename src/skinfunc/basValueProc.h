@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/basGlobal.h"
+#include "skinfunc/FunctionWords.h"
 #include "skinfunc/ValueSource.h"
 
 /// What a skinned element shows and does: state pictures, value sources, label texts and the
@@ -59,23 +60,5 @@ void StepList(const std::string& text);
 /// Sets the wanted flag of a sensor's PID to whether the sensor is active. Sensors with sources
 /// other than "obd" are left alone.
 void UpdatePidWanted(const SensorRecord& sensor);
-
-// Words -------------------------------------------------------------------------------------------
-
-/// The words of each evaluator in the order in which they are tested, for the skin checker and the
-/// reference of skin authors.
-std::vector<std::string_view> CommandWords();
-std::vector<std::string_view> TextFunctionWords();
-std::vector<std::string_view> NumberFunctionWords();
-std::vector<std::string_view> ImageFunctionWords();
-std::vector<std::string_view> SourceWords();
-
-/// A function text taken apart; without "_" the word is the whole text.
-struct FunctionText {
-    std::string_view Word;
-    std::string_view Argument;
-};
-FunctionText SplitAtFirst(std::string_view text);
-FunctionText SplitAtLast(std::string_view text);
 
 }  // namespace dravik

@@ -8,7 +8,7 @@ namespace {
 TEST(CommandLine, TakesEveryOptionAndItsOptionalValue) {
     const CommandLine line =
         ParseCommandLine({"--folder", "/data", "--demo", "faults", "--windowed", "1280x720",
-                          "--skin", "day", "--language", "German", "--console"});
+                          "--skin", "day", "--language", "German", "--console", "--check-skin"});
     EXPECT_EQ(line.Error, "");
     EXPECT_EQ(line.Folder, "/data");
     EXPECT_TRUE(line.Demo);
@@ -17,6 +17,7 @@ TEST(CommandLine, TakesEveryOptionAndItsOptionalValue) {
     EXPECT_EQ(line.Skin, "day");
     EXPECT_EQ(line.Language, "German");
     EXPECT_TRUE(line.Console);
+    EXPECT_TRUE(line.CheckSkin);
 
     const CommandLine bare = ParseCommandLine({"--demo", "--windowed"});
     EXPECT_EQ(bare.Error, "");

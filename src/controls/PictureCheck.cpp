@@ -1,0 +1,28 @@
+#include "controls/PictureCheck.h"
+
+#include <QImageReader>
+
+#include "controls/PictureCache.h"
+#include "platform/Paths.h"
+
+namespace dravik {
+
+PictureFacts InspectPicture(const std::string& path) {
+    if (!FileExists(path)) return {0, 0, "there is no such picture"};
+    QImageReader reader(QString::fromUtf8(ResolvePath(path)));
+    reader.setDecideFormatFromContent(true);
+    const QSize stated = reader.size();
+    if (stated.width() > kPictureLimit || stated.height() > kPictureLimit)
+        return {0, 0,
+                "the picture has more than " + std::to_string(kPictureLimit) + " pixels a side"};
+    const QImage image = reader.read();
+    if (image.isNull()) return {0, 0, "not a picture (" + reader.errorString().toStdString() + ")"};
+    return {image.width(), image.height(), {}};
+}
+
+PictureFacts InspectDoublePicture(const std::string& path) {
+    const std::string name = DoubleSizeName(path);
+    return FileExists(name) ? InspectPicture(name) : PictureFacts{};
+}
+
+}  // namespace dravik

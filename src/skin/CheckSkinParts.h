@@ -1,0 +1,84 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "controls/PictureCheck.h"
+#include "skin/SkinFile.h"
+#include "skin/SkinVocabulary.h"
+
+/// The parts of the skin checker.
+namespace dravik {
+
+/// A page that a function text opens.
+struct Opening {
+    std::string Name;
+    bool Box = false;
+    std::string Section;  ///< where the text stands
+    std::string Key;
+};
+
+/// What a function text comes to.
+struct FunctionVerdict {
+    std::string Fault;  ///< empty when the text does something
+    std::vector<Opening> Openings;
+    std::string_view Word;   ///< of the row that answers
+    std::string_view Fixed;  ///< its argument where it takes only one, such as "+" of "openmenu_+"
+};
+
+/// Takes a function text apart as the evaluators of its key do.
+FunctionVerdict CheckFunction(const FunctionRole& role, const std::string& text);
+
+/// The word of `known` that is one or two slips of the pen away; empty when there is none.
+std::string NearestWord(std::string_view word, const std::vector<std::string>& known);
+
+/// "; did you mean NAME?", or nothing.
+std::string DidYouMean(std::string_view word, const std::vector<std::string>& known);
+
+/// What the walk over the pages needs to know of one section.
+struct SectionFacts {
+    std::array<int, kElementKinds> Counts{};  ///< elements of each kind
+    std::vector<Opening> Openings;
+    std::string NextMenuKey;    ///< key with "openmenu_+", empty when there is none
+    std::string MenuBeforeKey;  ///< key with "openmenu_-"
+};
+
+/// Collects what is wrong with one skin file.
+class SkinFindings {
+ public:
+    void Add(const std::string& section, const std::string& key, const std::string& text);
+
+    /// The findings in the order of the file.
+    std::vector<SkinError> Sorted() const;
+
+    // Checks of one section. Each looks at all keys that stand in it.
+    SectionFacts CheckPageSection(const std::string& section);
+    void CheckGeneral();
+    void CheckMessage(const std::string& section);
+
+ private:
+    void CheckValue(const std::string& section, const std::string& key, Read how);
+    void CheckNumber(const std::string& section, const std::string& key, Read how);
+    void CheckPicture(const std::string& section, const std::string& key);
+    FunctionVerdict CheckRole(const std::string& section, const std::string& key,
+                              const FunctionRole& role);
+    void CheckRepeats(const std::string& section);
+    void CheckSectionKeys(const std::string& section, std::span<const SectionKey> keys);
+    void CheckElement(const SkinElement& element, SectionFacts& facts);
+    void CheckSense(const SkinElement& element);
+    void CheckUnknownKeys(const std::string& section, const SectionFacts& facts);
+    static void Note(SectionFacts& facts, const FunctionVerdict& verdict, const std::string& key);
+
+    std::vector<SkinError> findings_;
+    std::map<std::string, std::pair<PictureFacts, PictureFacts>> pictures_;  ///< by path
+};
+
+/// The number that stands for "#" in a key's name ("Menu#", "Button#X"); nothing when the name is
+/// another one.
+std::optional<int> NumberInKey(std::string_view name, std::string_view key);
+
+}  // namespace dravik

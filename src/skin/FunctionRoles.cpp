@@ -1,0 +1,68 @@
+#include "skin/SkinVocabulary.h"
+
+/// What each key with a function text may name.
+namespace dravik {
+
+namespace {
+
+using Evaluator = FunctionRole::Evaluator;
+using enum Takes;
+
+constexpr Evaluator kCommands[] = {{CommandRows}};
+constexpr Evaluator kStates[] = {{ImageFunctionRows}};
+constexpr Evaluator kTexts[] = {
+    {TextFunctionRows, FunctionRole::Split::First}, {NumberFunctionRows}, {ImageFunctionRows}};
+constexpr Evaluator kValues[] = {{NumberFunctionRows},
+                                 {SourceRows, FunctionRole::Split::Last, true}};
+
+constexpr FunctionWord kButtonWords[] = {
+    {"listview", Step, "pagedown", "steps the list when `object_select` presses the button"},
+    {"dvdmenu", Nothing, "", "marks the page as one with a DVD menu"},
+};
+
+constexpr FunctionWord kCaptionWords[] = {
+    {"text", Nothing, "", "the fixed text of the caption key"},
+    {"APP_Title", Nothing, "", "title and version of the program; as a caption, too"},
+};
+
+constexpr FunctionWord kPictureWords[] = {
+    {"picture", Nothing, "", "always shown, as with any other word without `_`"},
+    {"mouseover", Nothing, "", "the highlight: laid over the selected button or slider"},
+    {"listentry", Nothing, "", "the picture of the selected entry of a media list"},
+};
+
+constexpr FunctionWord kListWords[] = {
+    {"troublecodes", Nothing, "", "the trouble codes with their descriptions"},
+    {"media", Nothing, "", "music and films"},
+    {"gallery", Nothing, "", "pictures"},
+    {"playlist", Nothing, "", "playlists"},
+    {"newfiles", Nothing, "", "a second list of music and films"},
+    {"extprog", Nothing, "", "empty, reserved for programs"},
+    {"dvdchapters", Nothing, "", "empty, reserved for chapters"},
+    {"phonebook", Nothing, "", "empty, reserved for a phone book"},
+};
+
+constexpr FunctionWord kTextboxWords[] = {
+    {"phonenumber", Nothing, "", "a phone number"},
+    {"smstext", Nothing, "", "the text of a message"},
+    {"searchstring", Nothing, "", "a text to search for"},
+};
+
+constexpr FunctionWord kAnswerWords[] = {
+    {"yes", Nothing, "", "yes"},
+    {"no", Nothing, "", "no"},
+    {"ok", Nothing, "", "taken note of"},
+};
+
+}  // namespace
+
+const FunctionRole kCommandRole{kCommands, kButtonWords, false, "a command"};
+const FunctionRole kCaptionRole{kTexts, kCaptionWords, false, "a label function"};
+const FunctionRole kStateRole{kStates, {}, false, "an image function"};
+const FunctionRole kPictureRole{kStates, kPictureWords, true, "an image function"};
+const FunctionRole kValueRole{kValues, {}, false, "a number function or a value source"};
+const FunctionRole kListRole{{}, kListWords, false, "a list"};
+const FunctionRole kTextboxRole{{}, kTextboxWords, false, "a text box"};
+const FunctionRole kAnswerRole{{}, kAnswerWords, false, "an answer"};
+
+}  // namespace dravik
