@@ -1,23 +1,47 @@
 #!/usr/bin/env bash
-# Renders every page of the skin, over the virtual vehicle with stored trouble codes, as PNG files.
+# Renders every page and box of a skin, over the virtual vehicle with stored trouble codes, as PNG.
 #
-#   scripts/render-pages.sh FOLDER [WIDTHxHEIGHT [SKIN]]
+#   [BUILD=build] scripts/render-pages.sh FOLDER [WIDTHxHEIGHT [SKIN]]
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 target=$(realpath -m "${1:?where to put the pictures}")
 size=${2:-800x480}
 skin=${3:-night}
+build=${BUILD:-build}
 mkdir -p "$target"
 
-# The menu list of the skin names its pages.
+has() { grep -qi "^\[$1\]" "skins/$skin.ini"; }
+grab() { printf 'wait %s\ngrab %s/%s.png\n' "$1" "$target" "$2"; }
+
+# The menu list of the skin names its pages; a freeze frame can be shown once codes are known.
 pages=$(sed -n 's/^Menu[0-9]*=\(.*\)$/\1/p' "skins/$skin.ini" | tr -d '\r')
 requests() {
     echo "wait 7000"
-    for page in ${pages:-mainmenu}; do
-        printf 'do openmenu_%s\nwait 2500\ngrab %s/%s.png\n' "$page" "$target" "$page"
+    for page in ${pages:-mainmenu} $(has freezeframe && echo freezeframe); do
+        echo "do openmenu_$page"
+        case $page in
+            chart) grab 20000 "$page" ;;        # a trace takes time
+            troublecodes) grab 6000 "$page" ;;  # and so does reading codes
+            *) grab 2500 "$page" ;;
+        esac
     done
+    echo "do openmenu_mainmenu"
+    if has shortcuts; then
+        echo "do openbox_shortcuts"
+        grab 500 box-shortcuts
+        echo "do closebox"
+    fi
+    echo "do showwarning_The codes were not cleared."
+    grab 300 box-warning
+    echo "click ok"
+    echo "do showinfo_Chart 2026-11-21 12-00-00.bmp saved."
+    grab 300 box-info
+    echo "click ok"
+    echo "do showquery_Clear troublecodes and all stored data?"
+    grab 300 box-query
+    echo "click no"
 }
-requests | QT_QPA_PLATFORM=offscreen build/dravik --folder build --skin "$skin" --demo faults \
-    --windowed "$size" --console | { grep -v '^ok$' || true; }
+requests | QT_QPA_PLATFORM=offscreen "$build/dravik" --folder "$build" --skin "$skin" \
+    --demo faults --windowed "$size" --console | { grep -v '^ok$' || true; }
 ls "$target"/*.png

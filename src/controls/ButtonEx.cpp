@@ -40,7 +40,6 @@ void ButtonEx::MoveTo(int x, int y) {
 }
 
 void ButtonEx::SetScale(double scale) {
-    if (scale == box_.Scale) return;
     box_.Scale = scale;
     for (SkinPicture* picture : {&up_, &over_, &down_, &shown_, &image_}) {
         *picture = picture->AtScale(scale);

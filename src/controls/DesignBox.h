@@ -2,6 +2,7 @@
 
 #include <QRect>
 #include <QtGlobal>
+#include <algorithm>
 
 namespace dravik {
 
@@ -17,17 +18,23 @@ struct DesignBox {
 
     /// The rectangle in window pixels, relative to the parent.
     QRect Pixels() const {
-        const int left = qRound(X * Scale);
-        const int top = qRound(Y * Scale);
-        return QRect(left, top, qRound((X + Width) * Scale) - left,
-                     qRound((Y + Height) * Scale) - top);
+        const int left = Edge(X);
+        const int top = Edge(Y);
+        return QRect(left, top, Edge(X + Width) - left, Edge(Y + Height) - top);
     }
 
     /// A part of the control, given relative to the control's corner in design pixels, in window
     /// pixels relative to the same corner. Edges are rounded on the page, like those of Pixels.
     QRect Part(double x, double y, double width, double height) const {
         const DesignBox part{X + x, Y + y, width, height, Scale};
-        return part.Pixels().translated(-qRound(X * Scale), -qRound(Y * Scale));
+        return part.Pixels().translated(-Edge(X), -Edge(Y));
+    }
+
+ private:
+    /// Whatever a skin states, an edge stays within what the window system can take.
+    int Edge(double design) const {
+        constexpr double kFarAway = 1 << 20;
+        return qRound(std::clamp(design * Scale, -kFarAway, kFarAway));
     }
 };
 

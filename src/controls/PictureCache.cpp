@@ -17,6 +17,7 @@ namespace dravik {
 struct SkinPicture::Data {
     std::string Path;
     double Scale = 1;
+    double Density = 1;
     QSizeF DesignSize;
     QPixmap Pixmap;
     QImage Pixels;  ///< of a picture that no file stands behind
@@ -26,6 +27,8 @@ struct SkinPicture::Data {
 namespace {
 
 using PictureData = std::shared_ptr<const SkinPicture::Data>;
+
+double density = 1;  ///< pixels of the display along one window pixel
 
 /// What tells one state of a file from the next.
 struct FileStamp {
@@ -102,14 +105,16 @@ PictureStore& Store() {
 
 /// Brings decoded pixels to the scale. False when the result would be too large to hold.
 bool Scale(SkinPicture::Data& data, const QImage& pixels) {
-    const QSizeF wanted = data.DesignSize * data.Scale;
-    const double limit = 2.0 * kPictureLimit;
-    if (!(wanted.width() <= limit && wanted.height() <= limit)) return false;
+    const QSizeF wanted = data.DesignSize * (data.Scale * data.Density);
+    if (!(wanted.width() <= kPictureLimit && wanted.height() <= kPictureLimit &&
+          wanted.width() * wanted.height() <= kPicturePixels))
+        return false;
     const QSize size = wanted.toSize().expandedTo(QSize(1, 1));
     data.Pixmap =
         QPixmap::fromImage(size == pixels.size() ? pixels
                                                  : pixels.scaled(size, Qt::IgnoreAspectRatio,
                                                                  Qt::SmoothTransformation));
+    data.Pixmap.setDevicePixelRatio(data.Density);
     return !data.Pixmap.isNull();
 }
 
@@ -172,7 +177,7 @@ const std::string& SkinPicture::Error() const {
 }
 
 SkinPicture SkinPicture::AtScale(double scale) const {
-    if (!data_ || data_->Scale == scale) return *this;
+    if (!data_ || (data_->Scale == scale && data_->Density == density)) return *this;
     if (!data_->Pixels.isNull()) return MakeSkinPicture(data_->Pixels, scale);
     return LoadSkinPicture(data_->Path, scale);
 }
@@ -182,7 +187,7 @@ SkinPicture LoadSkinPicture(const std::string& path, double scale) {
 
     bool doubleSize = false;
     QFileInfo file;
-    if (scale > 1) {
+    if (scale * density > 1) {
         file.setFile(QString::fromUtf8(ResolvePath(DoubleSizeName(path))));
         doubleSize = file.isFile();
     }
@@ -191,23 +196,29 @@ SkinPicture LoadSkinPicture(const std::string& path, double scale) {
     auto data = std::make_shared<SkinPicture::Data>();
     data->Path = path;
     data->Scale = scale;
+    data->Density = density;
     if (!file.isFile()) {
         data->Error = "file not found: " + path;
         return SkinPicture(std::move(data));
     }
 
     const FileStamp stamp{file.filePath(), file.lastModified(), file.size()};
-    const std::string key = std::to_string(scale) + ' ' + path;
+    const std::string key = std::to_string(scale) + ' ' + std::to_string(density) + ' ' + path;
     if (PictureData known = Store().Find(key, stamp)) return SkinPicture(std::move(known));
     Decode(*data, stamp.Name, doubleSize);
     if (data->Error.empty()) Store().Add(key, stamp, data);
     return SkinPicture(std::move(data));
 }
 
+void SetPictureDensity(double pixelsPerWindowPixel) {
+    density = pixelsPerWindowPixel;
+}
+
 SkinPicture MakeSkinPicture(const QImage& image, double scale) {
     if (image.isNull()) return {};
     auto data = std::make_shared<SkinPicture::Data>();
     data->Scale = scale;
+    data->Density = density;
     data->Pixels = image;
     data->DesignSize = image.size();
     if (!Scale(*data, image)) data->Error = "picture too large";
@@ -224,7 +235,7 @@ std::string DoubleSizeName(const std::string& path) {
 void PaintPicture(QPainter& painter, const QRect& target, const SkinPicture& picture) {
     if (picture.IsNull()) return;
     const QPixmap& pixmap = picture.Pixmap();
-    if (target.size() == pixmap.size()) {
+    if (target.size() == pixmap.deviceIndependentSize().toSize()) {
         painter.drawPixmap(target.topLeft(), pixmap);
         return;
     }

@@ -22,7 +22,8 @@ class SkinPicture {
     /// True when there is nothing to draw.
     bool IsNull() const;
 
-    /// The picture in window pixels: the design size times the scale, rounded.
+    /// The picture at its scale, with all the pixels that the display has for it: the design size
+    /// times the scale times the display's device pixels per window pixel, rounded.
     const QPixmap& Pixmap() const;
 
     /// The size in the skin's own pixels: that of the file, half of it for an "@2x" file.
@@ -37,7 +38,7 @@ class SkinPicture {
     /// "picture too large: PATH". Empty when all is well and when no picture was asked for.
     const std::string& Error() const;
 
-    /// The same picture for another scale.
+    /// The same picture for another scale, on the display as it is now.
     SkinPicture AtScale(double scale) const;
 
     friend bool operator==(const SkinPicture& a, const SkinPicture& b) {
@@ -58,13 +59,18 @@ class SkinPicture {
 /// The picture of a file for a page that is shown at `scale`.
 ///
 /// @param path   as in a skin: "\" or "/", case does not matter; empty gives no picture, no error
-/// @param scale  window pixels per design pixel; above 1, a file with "@2x" before the extension
-///               is taken instead where there is one
+/// @param scale  window pixels per design pixel; where that makes more than one pixel of the
+///               display, a file with "@2x" before the extension is taken instead if there is one
 ///
 /// A file is decoded once per scale and kept while it is among those used last (kPictureCacheBytes
 /// in all); pictures that are still shown stay alive in any case. A file that has changed on the
-/// disk is read again. More than kPictureLimit pixels a side are refused.
+/// disk is read again. More than kPictureLimit pixels a side, or kPicturePixels
+/// in all, are refused.
 SkinPicture LoadSkinPicture(const std::string& path, double scale);
+
+/// Tells how many pixels of the display lie along one window pixel: 1, or more on a display of high
+/// density. Pictures loaded or brought to a scale from then on have that many.
+void SetPictureDensity(double pixelsPerWindowPixel);
 
 /// A picture made from pixels, one image pixel per design pixel.
 SkinPicture MakeSkinPicture(const QImage& image, double scale);
@@ -74,7 +80,8 @@ SkinPicture MakeSkinPicture(const QImage& image, double scale);
 void PaintPicture(QPainter& painter, const QRect& target, const SkinPicture& picture);
 
 constexpr std::size_t kPictureCacheBytes = 64u << 20;
-constexpr int kPictureLimit = 8192;
+constexpr int kPictureLimit = 8192;         ///< pixels a side, in the file and on the screen
+constexpr double kPicturePixels = 1 << 25;  ///< of one picture on the screen
 
 /// Bytes that the cache holds now.
 std::size_t PictureCacheSize();

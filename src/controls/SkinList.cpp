@@ -38,7 +38,6 @@ void SkinList::SetBox(int x, int y, int width, int height) {
 }
 
 void SkinList::SetScale(double scale) {
-    if (scale == box_.Scale) return;
     const double rows = double(offset_) / RowPixels();
     box_.Scale = scale;
     pictures_.clear();
@@ -196,7 +195,7 @@ void SkinList::mouseDoubleClickEvent(QMouseEvent* event) {
 // Painting ----------------------------------------------------------------------------------------
 
 /// The picture of a key, at most as high as a row.
-const SkinPicture& SkinList::EntryPicture(const std::string& key) {
+const SkinPicture& SkinList::RowPicture(const std::string& key) {
     const auto known = pictures_.find(key);
     if (known != pictures_.end()) return known->second;
     if (pictures_.size() >= kPictureKeys) pictures_.clear();
@@ -222,7 +221,7 @@ void SkinList::paintEvent(QPaintEvent* event) {
     bool pictures = false;
     for (int i = firstVisible; i <= lastVisible; ++i) {
         const ListEntry& entry = slot_->Entries[static_cast<std::size_t>(i - 1)];
-        pictures = pictures || !EntryPicture(entry.Picture).IsNull();
+        pictures = pictures || !RowPicture(entry.Picture).IsNull();
     }
     const int indent =
         qRound(kSidePadding * box_.Scale) * (pictures ? 2 : 1) + (pictures ? row : 0);
@@ -240,9 +239,9 @@ void SkinList::PaintRow(QPainter& painter, int index, int indent) {
     if (selected) painter.fillRect(row, textColor);
 
     const int side = qRound(kSidePadding * box_.Scale);
-    const SkinPicture& picture = EntryPicture(entry.Picture);
+    const SkinPicture& picture = RowPicture(entry.Picture);
     if (!picture.IsNull()) {
-        const QSize size = picture.Pixmap().size();
+        const QSize size = picture.Pixmap().deviceIndependentSize().toSize();
         const QPoint centre =
             QRect(row.left() + side, row.top(), row.height(), row.height()).center();
         const QPoint corner = centre - QPoint(size.width() / 2, size.height() / 2);

@@ -25,8 +25,7 @@ class SkinList : public QWidget {
     void SetScale(double scale);
     const DesignBox& Box() const { return box_; }
     void SetLook(const TextLook& look, std::int32_t backColor);
-    /// Where the picture of an entry is looked for: the folder (with a separator at its end), the
-    /// entry's picture key and ".png", ".bmp", ".gif" or ".jpg".
+    /// Where the pictures of entries are looked for, see ListPictureFile.
     void SetPictureFolder(const std::string& folder);
 
     /// The slot to show; null shows nothing. It must live as long as it is shown.
@@ -67,7 +66,7 @@ class SkinList : public QWidget {
     void ScrollTo(int offset);
     void ScrollIntoView(int index);
     QRect RowRect(int index) const;
-    const SkinPicture& EntryPicture(const std::string& key);
+    const SkinPicture& RowPicture(const std::string& key);
     void PaintRow(QPainter& painter, int index, int indent);
     void PaintScrollMark(QPainter& painter) const;
 

@@ -51,7 +51,6 @@ void Slider::MoveTo(int x, int y) {
 }
 
 void Slider::SetScale(double scale) {
-    if (scale == box_.Scale) return;
     box_.Scale = scale;
     for (SkinPicture* picture : {&back_, &progress_, &bar_, &barOver_, &barDown_, &drawnKnob_}) {
         *picture = picture->AtScale(scale);

@@ -49,8 +49,12 @@ void RefreshChart(SkinScreen& screen, ScreenElement& element, int index) {
     const std::optional<float> value = TakeValue(element);
     ChartRecord& record = basGlobal.Charts[static_cast<std::size_t>(index)];
     if (!value || record.Paused) return;
+    const std::int64_t column = record.Column;
+    const int filled = record.Filled;
     AddSample(record, *value, HighResTimer(), element.Time);
-    screen.ContainerOf(element)->RedrawChart(index);
+    // A value within the newest column is seen when the column is complete.
+    if (record.Column != column || record.Filled != filled)
+        screen.ContainerOf(element)->RedrawChart(index);
 }
 
 void RefreshSlider(SkinScreen& screen, ScreenElement& element, int index) {

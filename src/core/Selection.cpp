@@ -166,8 +166,9 @@ std::vector<QWidget*> Selection::Candidates() const {
         for (int i = 0; i < screen_.Count(kind); ++i) {
             QWidget* control = screen_.Control(kind, i);
             const bool belongs = (control->parentWidget() == screen_.PopUp()) == inBox;
-            if (belongs && !control->isHidden() && !control->size().isEmpty())
-                candidates.push_back(control);
+            const bool seen = !control->isHidden() &&
+                              control->parentWidget()->rect().intersects(control->geometry());
+            if (belongs && seen) candidates.push_back(control);
         }
     }
     return candidates;

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QWheelEvent>
+#include <QWindow>
 
 #include "core/MainWindow.h"
 #include "core/Selection.h"
@@ -41,6 +42,7 @@ frMain* MainWindow() {
 frMain::frMain() : screen_(std::make_unique<SkinScreen>(this)), warning_(new frWarning(this)) {
     mainWindow = this;
     setObjectName(QStringLiteral("frMain"));
+    setAttribute(Qt::WA_OpaquePaintEvent);  // it paints all of itself
     setWindowTitle(QStringLiteral("Dravik"));
     selection_ = std::make_unique<Selection>(*screen_);
     ConnectScreen();
@@ -51,6 +53,7 @@ frMain::frMain() : screen_(std::make_unique<SkinScreen>(this)), warning_(new frW
 }
 
 frMain::~frMain() {
+    QObject::disconnect(qApp, nullptr, this, nullptr);  // the focus still wanders as children go
     InitMessages(nullptr);
     InitSkin(nullptr);
     mainWindow = nullptr;
@@ -72,6 +75,10 @@ void frMain::ConnectScreen() {
     events.ButtonReleased = [this](int) { selection_->StopRepeat(); };
     events.ButtonClicked = [this](int index) { selection_->ButtonClicked(index); };
     events.ButtonEntered = [this](int index) { selection_->PointerOverButton(index); };
+    // A page appears with its values, not a refresh later.
+    events.PageBuilt = [this] {
+        if (basGlobal.tiMain.Enabled()) RefreshScreen(*screen_);
+    };
     events.ListActivated = [this](int index) {
         const auto& lists = screen_->Elements(ElementKind::List);
         if (static_cast<std::size_t>(index) < lists.size())
@@ -118,6 +125,9 @@ void frMain::ShowWindow(const Options& options) {
     } else {
         showFullScreen();
     }
+    // Another display may have another density.
+    QObject::connect(windowHandle(), &QWindow::screenChanged, this,
+                     [this] { screen_->Layout(size()); });
 }
 
 void frMain::Pause() {
@@ -157,6 +167,18 @@ void frMain::resizeEvent(QResizeEvent*) {
     warning_->Layout(size(), screen_->Scale());
 }
 
+/// A key that is released elsewhere never tells.
+void frMain::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) selection_->StopRepeat();
+    QWidget::changeEvent(event);
+}
+
+/// The Tab key goes from element to element of the page or the box.
+bool frMain::focusNextPrevChild(bool next) {
+    selection_->MoveInTabOrder(!next);
+    return true;
+}
+
 void frMain::closeEvent(QCloseEvent* event) {
     event->accept();
     Unload();
@@ -173,14 +195,15 @@ void frMain::keyReleaseEvent(QKeyEvent* event) {
     if (!event->isAutoRepeat()) selection_->StopRepeat();
 }
 
-/// A notch away from the user is "value_+".
-void frMain::wheelEvent(QWheelEvent* event) {
-    if ((basGlobal.Misc & kMiscMouseWheel) == 0) return;
-    selection_->WheelTurned(event->angleDelta().y());
+/// Whether a wheel turned over that object works on the page. Asked before the object has the
+/// event: on its way up through the widgets it would get lost.
+bool frMain::TakesWheel(const QObject* object) const {
+    return (basGlobal.Misc & kMiscMouseWheel) != 0 && object->isWidgetType() &&
+           static_cast<const QWidget*>(object)->window() == this && !warning_->IsOpen();
 }
 
-/// Sees every event of the program: keeps the key state, and makes a real pointer count again after
-/// one that was put somewhere by a request.
+/// Sees every event of the program: keeps the key state, takes the wheel, and makes a real pointer
+/// count again after one that was put somewhere by a request.
 bool frMain::eventFilter(QObject* object, QEvent* event) {
     const QEvent::Type type = event->type();
     if (type == QEvent::KeyPress || type == QEvent::KeyRelease) {
@@ -188,6 +211,10 @@ bool frMain::eventFilter(QObject* object, QEvent* event) {
         if (!key->isAutoRepeat()) NoteKeyEvent(key->key(), type == QEvent::KeyPress);
     } else if (type == QEvent::MouseMove && event->spontaneous()) {
         ForgetPointerOverride();
+    } else if (type == QEvent::Wheel && TakesWheel(object)) {
+        selection_->WheelTurned(static_cast<QWheelEvent*>(event)->angleDelta().y());
+        event->accept();
+        return true;
     } else if (type == QEvent::Enter) {
         selection_->PointerOver(object);
     } else if (object == warning_ && (type == QEvent::Show || type == QEvent::Hide)) {

@@ -51,13 +51,15 @@ class frMain : public QWidget {
  protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
-    void wheelEvent(QWheelEvent* event) override;
     bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
+    bool TakesWheel(const QObject* object) const;
     void ShowStartupPicture();
     void ConnectTimers();
     void ConnectScreen();

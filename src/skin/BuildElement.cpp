@@ -1,5 +1,6 @@
 #include <QWidget>
 #include <algorithm>
+#include <utility>
 
 #include "controls/ButtonEx.h"
 #include "controls/SkinList.h"
@@ -22,6 +23,13 @@ constexpr const char* kHighlight = "mouseover";  // the picture that follows the
 constexpr const char* kEntryPicture = "listentry";
 constexpr int kSliderMax = 100;  // sliders show percent: a skin states no range for them
 
+constexpr const char* kTooLarge = "the number is too large";
+
+SkinError ElementError(const SkinElement& element, const char* key, std::string description) {
+    return {basGlobal.SkinFile, element.Section,
+            ElementKey(KindOf(element.Kind), element.Number, key), std::move(description)};
+}
+
 /// Loads the picture of a key; an empty name leaves it empty.
 class PictureReader {
  public:
@@ -29,11 +37,8 @@ class PictureReader {
 
     SkinPicture Load(const char* key, const std::string& name) {
         SkinPicture picture = LoadSkinPicture(PicturePath(name), scale_);
-        if (!picture.Error().empty() && !error_) {
-            error_ =
-                SkinError{basGlobal.SkinFile, element_.Section,
-                          ElementKey(KindOf(element_.Kind), element_.Number, key), picture.Error()};
-        }
+        if (!picture.Error().empty() && !error_)
+            error_ = ElementError(element_, key, picture.Error());
         return picture;
     }
 
@@ -71,20 +76,19 @@ TextLook ListLook(const SkinElement& element) {
             both || element.FontStyle == "Italic"};
 }
 
-/// Whether an image's function switches it: neither a fixed picture nor the highlight.
-bool IsStateFunction(const std::string& function) {
+/// Whether an image's function (lower case) switches it: neither a fixed picture nor the highlight.
+bool HasState(const std::string& function) {
     const auto words = ImageFunctionWords();
-    const std::string lowered = LowerCased(function);
-    return lowered != kHighlight &&
-           std::find(words.begin(), words.end(), SplitAtLast(lowered).Word) != words.end();
+    return function != kHighlight &&
+           std::find(words.begin(), words.end(), SplitAtLast(function).Word) != words.end();
 }
 
 /// What the refresh needs to know of an element, worked out once.
 void Prepare(ScreenElement& element) {
     element.Evaluated = LowerCased(element.Function);
-    element.EvaluatedImage = element.ImageFunction;
-    element.EvaluatedLabel = element.LabelFunction;
-    element.HasState = IsStateFunction(element.Evaluated);
+    element.EvaluatedImage = LowerCased(element.ImageFunction);
+    element.EvaluatedLabel = LowerCased(element.LabelFunction);
+    element.HasState = element.Kind == ElementKind::Image && HasState(element.Evaluated);
     element.ShowsEntry = element.Kind == ElementKind::Image && element.Evaluated == kEntryPicture;
     if (element.Kind == ElementKind::Label) {
         element.Shown = FixedText(element);
@@ -150,12 +154,12 @@ std::optional<SkinError> SkinScreen::Build(SkinElement element) {
     };
     const SkinKind& kind = KindOf(element.Kind);
     const int index = Count(element.Kind);
-    if (kind.Limit > 0 && index >= kind.Limit) {
-        return SkinError{basGlobal.SkinFile, element.Section,
-                         ElementKey(kind, element.Number, "Function"),
-                         "more than " + std::to_string(kind.Limit) + " elements of this kind"};
+    if (index >= kind.Limit) {
+        return ElementError(element, "Function",
+                            "more than " + std::to_string(kind.Limit) + " elements of this kind");
     }
-    const auto error = (this->*kBuilders[static_cast<std::size_t>(element.Kind)])(element, index);
+    const Builder build = kBuilders[static_cast<std::size_t>(element.Kind)];
+    const auto error = (this->*build)(element, index);
     if (error) return error;
 
     ScreenElement built;
@@ -177,6 +181,10 @@ std::optional<SkinError> SkinScreen::BuildButton(const SkinElement& element, int
     }
     button->SetImage(pictures.Load("Image", element.Image));
     if (pictures.Error()) return pictures.Error();
+    for (const auto& [key, value] :
+         {std::pair("ImageX", element.ImageX), std::pair("ImageY", element.ImageY)}) {
+        if (value != static_cast<std::int16_t>(value)) return ElementError(element, key, kTooLarge);
+    }
 
     button->ImageFunction = element.ImageFunction;
     button->SetImageX(static_cast<std::int16_t>(element.ImageX));
@@ -204,9 +212,12 @@ std::optional<SkinError> SkinScreen::BuildButton(const SkinElement& element, int
 
 std::optional<SkinError> SkinScreen::FinishButton(const SkinElement& keys, int index) {
     if (index >= Count(ElementKind::Button)) return std::nullopt;
+    ScreenElement& element = Elements(ElementKind::Button)[static_cast<std::size_t>(index)];
+    // Where the load of the page ended early, a box's button may have that index.
+    if (element.Section != keys.Section || element.Number != keys.Number) return std::nullopt;
     PictureReader pictures(keys, scale_);
     ButtonEx* button = Button[static_cast<std::size_t>(index)];
-    Elements(ElementKind::Button)[static_cast<std::size_t>(index)].Tabindex = keys.Tabindex;
+    element.Tabindex = keys.Tabindex;
     button->SetSkinOver(pictures.Load("Over", keys.Over));
     button->SetSkinDown(pictures.Load("Down", keys.Down));
     return pictures.Error();
@@ -297,11 +308,11 @@ std::optional<SkinError> SkinScreen::BuildImage(const SkinElement& element, int 
     PictureReader pictures(element, scale_);
     const SkinPicture picture = pictures.Load("Picture", element.Picture);
     if (pictures.Error()) return pictures.Error();
-    const bool highlight = EqualsNoCase(element.Function, kHighlight);
+    std::string function = LowerCased(element.Function);
+    const bool highlight = function == kHighlight;
     if (highlight) Highlight = index;
     // A lamp that is off must not flash until the first refresh puts it out.
-    std::string function = element.Function;
-    const bool visible = IsStateFunction(function) ? ImageState(function) : !highlight;
+    const bool visible = !highlight && (!HasState(function) || ImageState(function));
     const QRectF area = ImageArea(element, picture);
     ContainerOf(element)->Add(PageCanvas::ImageItem{
         index, {area.x(), area.y(), area.width(), area.height()}, picture, visible});

@@ -12,6 +12,7 @@
 #include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"
 #include "skin/basSkin.h"
+#include "skin/frWarning.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {
@@ -73,6 +74,7 @@ void BeginBox(const std::string& name) {
 void BeginPage(const std::string& name) {
     GlobalState& g = basGlobal;
     g.CurrentBox.clear();
+    g.tiKeyrepeat.SetEnabled(false);  // a held button may be about to go
     skinScreen->ShowBox(false);  // a box whose button opens a page goes with the page beneath
     skinScreen->BeginPage();
     if (name != g.CurrentMenu) {
@@ -116,12 +118,17 @@ void BuildPage(const std::string& name, bool box) {
         BeginPage(name);
     const std::optional<SkinError> error = LoadSections(name, box);
     skinScreen->HideSurplus();
+    skinScreen->StackControls();
     if (!FileExists(basGlobal.SkinFile)) TellMissingSkin();
+    skinScreen->Events.PageBuilt();
     page->setUpdatesEnabled(true);
 
     basGlobal.tiSkinReload.SetEnabled(true);
     skinScreen->ApplyTabOrder();
-    skinScreen->SetInitialFocus();
+    if (frWarning* dialog = MessageDialog(); dialog != nullptr && dialog->IsOpen())
+        dialog->ForgetFocus();  // until it is answered, the keys are meant for it
+    else
+        skinScreen->SetInitialFocus();
     ShowCodeTicker();
     FillShownLists();
     if (error) ReportError(*error);

@@ -11,7 +11,6 @@ namespace dravik {
 
 PageCanvas::PageCanvas(QWidget* parent) : QWidget(parent) {
     setFocusPolicy(Qt::ClickFocus);
-    setAttribute(Qt::WA_NoMousePropagation);
 }
 
 void PageCanvas::Clear() {
@@ -47,7 +46,6 @@ void PageCanvas::Add(ChartItem item) {
 }
 
 void PageCanvas::SetScale(double scale) {
-    if (scale == scale_) return;
     scale_ = scale;
     for (ImageItem& item : images_) {
         item.Box.Scale = scale;

@@ -60,7 +60,8 @@ int ShowMessage(const std::string& text, int style, const std::string& title) {
     const std::size_t colon = text.rfind(':');
     if (colon == std::string::npos) return ShowPlainMessage(text, style, title);
     const int answer = ShowPlainMessage(text.substr(0, colon), style, title);
-    if (answer == kAnswerYes) ExecuteCommand(text.substr(colon + 1));
+    const std::string function = text.substr(colon + 1);
+    if (answer == kAnswerYes && !function.empty()) ExecuteCommand(function);
     return answer;
 }
 

@@ -16,7 +16,8 @@ namespace dravik {
 
 namespace {
 
-/// A page larger than this is a mistake in the skin, not a screen.
+/// A page outside these sizes is a mistake in the skin, not a screen.
+constexpr int kSmallestDesign = 64;
 constexpr int kLargestDesign = 16384;
 
 template <typename T>
@@ -45,7 +46,7 @@ SkinScreen::SkinScreen(QWidget* window)
     Events.ButtonClicked = Events.ButtonPressed = Events.ButtonReleased = Events.ButtonEntered =
         Events.ListActivated = [](int) {};
     Events.SliderChanged = [](int, std::int32_t&) {};
-    shield_->setAttribute(Qt::WA_NoMousePropagation);
+    Events.PageBuilt = [] {};
     shield_->hide();
 }
 
@@ -57,13 +58,12 @@ bool SkinScreen::BoxShown() const {
 
 void SkinScreen::ShowBox(bool shown) {
     shield_->setVisible(shown);
-    if (shown) shield_->raise();
 }
 
 void SkinScreen::ReadDesignSize() {
     const QSize stated(ReadSkinInteger("General", "Width"), ReadSkinInteger("General", "Height"));
-    const bool usable = stated.width() > 0 && stated.height() > 0 &&
-                        stated.width() <= kLargestDesign && stated.height() <= kLargestDesign;
+    const bool usable = std::min(stated.width(), stated.height()) >= kSmallestDesign &&
+                        std::max(stated.width(), stated.height()) <= kLargestDesign;
     designSize_ = usable ? stated : QSize();
     Layout(windowSize_);
 }
@@ -77,8 +77,11 @@ void SkinScreen::Layout(QSize window) {
         scale = std::min(window.width() / static_cast<double>(designSize_.width()),
                          window.height() / static_cast<double>(designSize_.height()));
     }
-    if (scale != scale_) {
+    const double density = window_->devicePixelRatioF();
+    if (scale != scale_ || density != density_) {
         scale_ = scale;
+        density_ = density;
+        SetPictureDensity(density);
         page_->SetScale(scale);
         popUp_->SetScale(scale);
         ScaleAll(Button, scale);
@@ -100,7 +103,8 @@ void SkinScreen::Place() {
     }
     page_->setGeometry(area);
     shield_->setGeometry(area);
-    popUp_->setGeometry(QRect(QPoint(qRound(boxX_ * scale_), qRound(boxY_ * scale_)), area.size()));
+    const DesignBox corner{static_cast<double>(boxX_), static_cast<double>(boxY_), 0, 0, scale_};
+    popUp_->setGeometry(QRect(corner.Pixels().topLeft(), area.size()));
 }
 
 void SkinScreen::BeginPage() {
@@ -164,6 +168,15 @@ void SkinScreen::HideSurplus() {
     HideFrom(Textbox, Count(ElementKind::Textbox));
 }
 
+void SkinScreen::StackControls() {
+    constexpr ElementKind kBackToFront[] = {ElementKind::Bargraph, ElementKind::Slider,
+                                            ElementKind::Button, ElementKind::Textbox,
+                                            ElementKind::List};
+    for (const ElementKind kind : kBackToFront) {
+        for (int i = 0; i < Count(kind); ++i) Control(kind, i)->raise();
+    }
+}
+
 void SkinScreen::ApplyTabOrder() {
     struct Stop {
         int Tabindex;
@@ -183,14 +196,15 @@ void SkinScreen::ApplyTabOrder() {
 }
 
 void SkinScreen::SetInitialFocus() {
+    PageCanvas* container = BoxShown() ? popUp_ : page_;
     for (int i = 0; i < Count(ElementKind::Textbox); ++i) {
         SkinTextbox* field = Textbox[static_cast<std::size_t>(i)];
-        if (!field->isHidden()) {
+        if (!field->isHidden() && field->parentWidget() == container) {
             field->setFocus();
             return;
         }
     }
-    page_->setFocus();
+    container->setFocus();
 }
 
 }  // namespace dravik

@@ -46,6 +46,7 @@ struct ScreenEvents {
     std::function<void(int index)> ButtonEntered;  ///< on every movement over the button
     std::function<void(int index, std::int32_t& value)> SliderChanged;
     std::function<void(int index)> ListActivated;
+    std::function<void()> PageBuilt;  ///< a page or box has been built, but not painted yet
 };
 
 /// The main window's elements: one growable array of controls per kind and the record of every
@@ -92,11 +93,14 @@ class SkinScreen {
     std::optional<SkinError> Build(SkinElement element);
     /// Hides the controls that no element uses.
     void HideSurplus();
+    /// Puts the controls in use one above the other by kind, and within a kind by index.
+    void StackControls();
     /// The deferred pass for one button: its navigation index and its over and down pictures.
     std::optional<SkinError> FinishButton(const SkinElement& keys, int index);
     /// Puts the touchable elements into their navigation order.
     void ApplyTabOrder();
-    /// Sets the focus after a load: a visible text box, otherwise the container.
+    /// Sets the focus after a load: a visible text box of the box or else of the page, otherwise
+    /// the container itself.
     void SetInitialFocus();
 
     ScreenEvents Events;
@@ -149,6 +153,7 @@ class SkinScreen {
     QSize windowSize_;
     QSize designSize_;
     double scale_ = 1;
+    double density_ = 1;  ///< pixels of the display along one window pixel
     int boxX_ = 0;
     int boxY_ = 0;
 };

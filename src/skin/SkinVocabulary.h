@@ -17,6 +17,8 @@ constexpr std::size_t kElementKinds = 9;
 
 constexpr int kLastElement = 1000;      ///< highest number of an element within its section
 constexpr int kLastCommonObject = 100;  ///< CommonObjects0 to CommonObjects100
+constexpr int kMostElements =
+    4096;  ///< of a kind on a page, where the kind has no limit of its own
 constexpr std::size_t kSkinValueBytes = 63;
 
 /// One element as its keys describe it; a kind uses the fields that its table names. Positions and
@@ -104,7 +106,7 @@ struct SkinKind {
     ElementKind Kind;
     const char* Word;
     std::span<const SkinKey> Keys;
-    int Limit;  ///< most elements of the kind on a page; 0 = no limit of its own
+    int Limit;  ///< most elements of the kind on a page
     const char* Meaning;
     const FunctionRole* Role;    ///< of the key Function
     const char* FunctionSample;  ///< its value in the example

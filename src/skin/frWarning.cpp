@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
+#include <vector>
 
 #include "controls/ButtonEx.h"
 #include "core/basGlobal.h"
@@ -10,6 +11,8 @@
 #include "platform/Text.h"
 #include "skin/ShowMessage.h"
 #include "skin/SkinFile.h"
+#include "skin/SkinScreen.h"
+#include "skin/basSkin.h"
 
 namespace dravik {
 
@@ -24,6 +27,7 @@ constexpr QSize kPlainSize(560, 260);
 constexpr QSize kPlainButton(160, 64);
 constexpr int kPlainMargin = 28;
 constexpr QColor kPlainBack(24, 28, 34);
+constexpr QColor kPlainLightBack(226, 230, 236);  // under a dark text of the skin
 constexpr QColor kPlainEdges[] = {QColor(226, 86, 66), QColor(86, 156, 214), QColor(86, 156, 214)};
 constexpr int kPlainPoints = 15;
 constexpr int kWhite = 0xFFFFFF;
@@ -59,6 +63,7 @@ frWarning::frWarning(QWidget* window)
     setAttribute(Qt::WA_NoMousePropagation);
     setFocusPolicy(Qt::StrongFocus);
     hide();
+    Timer1_.setObjectName(QStringLiteral("Timer1"));
     Timer1_.setSingleShot(true);
     Timer1_.setInterval(kCloseAfter);
     QObject::connect(&Timer1_, &QTimer::timeout, this, [this] { Answer(kAnswerNo); });
@@ -94,7 +99,10 @@ void frWarning::Open(const std::string& message, int kind, double scale) {
 void frWarning::Answer(int answer) {
     Timer1_.stop();
     hide();
-    if (focusBefore_ != nullptr) focusBefore_->setFocus();
+    if (focusBefore_ != nullptr && focusBefore_->isVisible())
+        focusBefore_->setFocus();
+    else if (CurrentScreen() != nullptr)
+        CurrentScreen()->SetInitialFocus();  // another page has come meanwhile
     SetMessageAnswer(answer);
 }
 
@@ -110,16 +118,20 @@ void frWarning::ApplySkin(const std::string& section) {
     const auto number = [&section](const char* key) { return ReadSkinInteger(section, key); };
 
     imgWarning_ = SkinKeyPicture(section, "Background", scale_);
+    boxSize_ = imgWarning_.IsNull() ? kPlainSize : imgWarning_.DesignSize().toSize();
     look_ = {text("Label0Font"),
              static_cast<double>(number("Label0FontSize")),
              LenientNumber(text("Label0Color")).value_or(0),
              number("Label0Alignment"),
              false,
              false};
-    lWarning_ = {static_cast<double>(number("Label0X")), static_cast<double>(number("Label0Y")),
-                 static_cast<double>(number("Label0Width")),
-                 static_cast<double>(number("Label0Height")), scale_};
-    boxSize_ = imgWarning_.IsNull() ? kPlainSize : imgWarning_.DesignSize().toSize();
+    // A text without a width or a height reaches to the edge of the box.
+    const double x = number("Label0X");
+    const double y = number("Label0Y");
+    const double width = number("Label0Width");
+    const double height = number("Label0Height");
+    lWarning_ = {x, y, width > 0 ? width : std::max(boxSize_.width() - x, 0.0),
+                 height > 0 ? height : std::max(boxSize_.height() - y, 0.0), scale_};
 
     for (int n = 0; n < kAnswerEntries; ++n) {
         const std::string prefix = "Button" + std::to_string(n);
@@ -172,16 +184,25 @@ void frWarning::ApplyPlainLook() {
 
 void frWarning::PlaceButton(ButtonEx* button, int x, int y) {
     // Buttons are children of the whole cover, so they move with the box.
-    const QPointF corner = QPointF(BoxRect().topLeft()) / scale_;
-    button->MoveTo(static_cast<int>(corner.x()) + x, static_cast<int>(corner.y()) + y);
+    constexpr int kFarAway = 1 << 20;
+    const QPoint corner = BoxCorner();
+    button->MoveTo(corner.x() + std::clamp(x, -kFarAway, kFarAway),
+                   corner.y() + std::clamp(y, -kFarAway, kFarAway));
     button->show();
 }
 
+/// In whole design pixels, so that box and buttons are rounded alike.
+QPoint frWarning::BoxCorner() const {
+    const QSizeF rest = QSizeF(parentWidget()->size()) / scale_ - QSizeF(boxSize_);
+    return {qRound(rest.width() / 2), qRound(rest.height() / 2)};
+}
+
 QRect frWarning::BoxRect() const {
-    const QSize size = (QSizeF(boxSize_) * scale_).toSize();
-    const QSize window = parentWidget()->size();
-    return {QPoint((window.width() - size.width()) / 2, (window.height() - size.height()) / 2),
-            size};
+    const QPoint corner = BoxCorner();
+    return DesignBox{static_cast<double>(corner.x()), static_cast<double>(corner.y()),
+                     static_cast<double>(boxSize_.width()), static_cast<double>(boxSize_.height()),
+                     scale_}
+        .Pixels();
 }
 
 void frWarning::Layout(QSize window, double scale) {
@@ -200,7 +221,8 @@ void frWarning::paintEvent(QPaintEvent*) {
     if (plain_ || imgWarning_.IsNull()) {
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setPen(QPen(kPlainEdges[kind_], 3));
-        painter.setBrush(kPlainBack);
+        const bool darkText = qGray(SkinColor(look_.Color).rgb()) < 128;
+        painter.setBrush(darkText ? kPlainLightBack : kPlainBack);
         painter.drawRoundedRect(QRectF(box).adjusted(2, 2, -2, -2), 12, 12);
     } else {
         PaintPicture(painter, box, imgWarning_);
@@ -232,14 +254,33 @@ void frWarning::keyPressEvent(QKeyEvent* event) {
             }
             break;
         case Qt::Key_Left:
-            focusPreviousChild();
+            focusNextPrevChild(false);
             break;
         case Qt::Key_Right:
-            focusNextChild();
+            focusNextPrevChild(true);
             break;
         default:
-            QWidget::keyPressEvent(event);
+            // No other key may reach the page beneath; only the program's own, such as Ctrl+Q.
+            event->setAccepted((event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == 0);
     }
+}
+
+/// From one answer to the next, round and round.
+bool frWarning::focusNextPrevChild(bool next) {
+    std::vector<ButtonEx*> shown;
+    for (const AnswerButton& entry : buttons_) {
+        if (!entry.Button->isHidden()) shown.push_back(entry.Button);
+    }
+    if (shown.empty()) return true;
+    const auto focused = std::find_if(shown.begin(), shown.end(),
+                                      [](ButtonEx* button) { return button->hasFocus(); });
+    std::size_t index = static_cast<std::size_t>(focused - shown.begin());
+    if (focused == shown.end())
+        index = next ? 0 : shown.size() - 1;
+    else
+        index = (index + (next ? 1 : shown.size() - 1)) % shown.size();
+    shown[index]->setFocus(Qt::TabFocusReason);
+    return true;
 }
 
 }  // namespace dravik

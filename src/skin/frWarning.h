@@ -29,6 +29,10 @@ class frWarning : public QWidget {
     /// Gives the answer (6, 7 or 1) and hides the dialog.
     void Answer(int answer);
 
+    /// The page beneath is another one now: after the answer, the focus goes where that page has
+    /// it.
+    void ForgetFocus() { focusBefore_ = nullptr; }
+
     bool IsOpen() const { return !isHidden(); }
     int Kind() const { return kind_; }
     const std::string& Message() const { return message_; }
@@ -43,11 +47,13 @@ class frWarning : public QWidget {
     void paintEvent(QPaintEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
 
  private:
     void ApplySkin(const std::string& section);
     void ApplyPlainLook();
     void PlaceButton(ButtonEx* button, int x, int y);
+    QPoint BoxCorner() const;  ///< design pixels
     QRect BoxRect() const;
 
     struct AnswerButton {
@@ -65,7 +71,7 @@ class frWarning : public QWidget {
     double scale_ = 1;
     bool plain_ = false;
     QPointer<QWidget> focusBefore_;
-    QTimer Timer1_;
+    QTimer Timer1_{this};
 };
 
 /// Gives ShowMessage the dialog to use (null: none).

@@ -96,6 +96,18 @@ TEST(Console, ClicksPressTheRealButton) {
     EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu") << "the bare background leads home";
 }
 
+TEST(Console, APageOpenedFromABoxTakesTouches) {
+    const ProgramFolderWithSkin program;
+    ConsoleProgram dravik({"--folder", program.Folder.Path(), "--windowed", "800x480"});
+    EXPECT_EQ(dravik.Ask("do openbox_codes"), "ok");
+    EXPECT_EQ(dravik.State("CurrentBox"), "codes");
+    EXPECT_EQ(dravik.Ask("do openmenu_mainmenu"), "ok");
+    EXPECT_EQ(dravik.State("CurrentBox"), "");
+    EXPECT_EQ(dravik.Ask(ProgramFolderWithSkin::ClickOn(0)), "ok");
+    EXPECT_EQ(dravik.State("CurrentMenu"), "codes");
+    EXPECT_EQ(dravik.Finish(), 0);
+}
+
 TEST(Console, GrabsTheWindow) {
     const ProgramFolderWithSkin program;
     ConsoleProgram dravik({"640x400", "--folder", program.Folder.Path()});

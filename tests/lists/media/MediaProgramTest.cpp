@@ -1,11 +1,11 @@
 #include <unistd.h>
 
 #include <QImage>
-#include <QProcess>
-#include <QProcessEnvironment>
+#include <memory>
 
 #include "controls/SkinList.h"
 #include "lists/media/MediaFixture.h"
+#include "support/ConsoleProgram.h"
 
 namespace dravik {
 namespace {
@@ -14,7 +14,6 @@ namespace fs = std::filesystem;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 
-constexpr int kWaitLimit = 60'000;  // milliseconds; only ends a test that has failed already
 constexpr int kListPoints = 14;
 
 constexpr const char* kSkin =
@@ -51,18 +50,10 @@ class MediaProgram : public ::testing::Test {
                                           (folder_ / "opened") + "'\n");
         fs::permissions(folder_ / "bin/xdg-open", fs::perms(0755));
 
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        const auto own = [this](const char* name) {
-            return QString::fromStdString(folder_ / name);
-        };
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        environment.insert(QStringLiteral("PATH"),
-                           own("bin:") + environment.value(QStringLiteral("PATH")));
-        program_.setProcessEnvironment(environment);
-        program_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        program_.start(QStringLiteral(DRAVIK_PROGRAM),
-                       {QStringLiteral("--console"), QStringLiteral("--windowed"),
-                        QStringLiteral("--folder"), own("program")});
+        program_ = std::make_unique<ConsoleProgram>(
+            std::vector<std::string>{"--folder", folder_ / "program"}, DRAVIK_PROGRAM,
+            ConsoleProgram::Variables{
+                {"PATH", (folder_ / "bin:") + qEnvironmentVariable("PATH").toStdString()}});
 
         SkinList list;
         TextLook look;
@@ -70,29 +61,12 @@ class MediaProgram : public ::testing::Test {
         list.SetLook(look, 0);
         rowHeight_ = list.RowHeight();
     }
-    ~MediaProgram() override {
-        program_.closeWriteChannel();
-        EXPECT_TRUE(program_.waitForFinished(kWaitLimit));
-        EXPECT_EQ(program_.exitCode(), 0);
-    }
+    ~MediaProgram() override { EXPECT_EQ(program_->Finish(), 0); }
 
-    std::string ReadLine() {
-        while (!program_.canReadLine()) {
-            if (!program_.waitForReadyRead(kWaitLimit)) return "(no answer)";
-        }
-        std::string line = program_.readLine().toStdString();
-        line.pop_back();
-        return line;
-    }
-    std::string Ask(const std::string& request) {
-        program_.write((request + "\n").c_str());
-        return ReadLine();
-    }
+    std::string ReadLine() { return program_->ReadLine(); }
+    std::string Ask(const std::string& request) { return program_->Ask(request); }
     std::vector<std::string> AskLines(const std::string& request) {
-        std::vector<std::string> lines = {Ask(request)};
-        while (lines.back() != "." && lines.back() != "(no answer)") lines.push_back(ReadLine());
-        lines.pop_back();
-        return lines;
+        return program_->AskLines(request);
     }
 
     /// The texts of the current list.
@@ -145,7 +119,7 @@ class MediaProgram : public ::testing::Test {
     }
 
     const TemporaryFolder folder_;
-    QProcess program_;
+    std::unique_ptr<ConsoleProgram> program_;
     int rowHeight_ = 0;
 };
 

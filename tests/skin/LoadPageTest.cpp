@@ -1,0 +1,381 @@
+#include "SkinFixture.h"
+
+namespace dravik {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr auto kButton = ElementKind::Button;
+constexpr auto kLabel = ElementKind::Label;
+
+class LoadPageTest : public SkinTest {};
+
+TEST_F(LoadPageTest, SectionsAndKindsComeInOrderAndAFaultEndsTheLoadThere) {
+    const std::string all =
+        "Button0Function=a\nSlider0Function=a\nBargraph0Function=a\nBargraph0Direction=1\n"
+        "Gauge0Function=a\nGauge0Color=1\nList0Function=media\nTextbox0Function=smstext\n"
+        "Image0Function=a\nChart0Function=a\nLabel0Function=a\n";
+    Start("[mainmenu]\nCommonObjects0=Shared\n" + all + "Label0Color=red\n[Shared]\n" + all +
+          "Label0Color=0\n");
+    EXPECT_THAT(errors, ElementsAre("Skin Config Error test.ini [mainmenu] Label0Color\r\n"
+                                    "not a number that fits: \"red\""));
+    const int counts[kElementKinds] = {2, 2, 2, 2, 2, 1, 1, 1, 1};
+    for (const SkinKind& kind : SkinKinds())
+        EXPECT_EQ(Count(kind.Kind), counts[static_cast<std::size_t>(kind.Kind)]) << kind.Word;
+    EXPECT_EQ(Screen().Elements(kButton)[0].Section, "Shared");
+    EXPECT_EQ(Screen().Elements(kButton)[1].Section, "mainmenu");
+    EXPECT_FALSE(Button(1).isHidden()) << "what was built stays";
+}
+
+TEST_F(LoadPageTest, NumbersAreConsecutiveAndEndAtOneThousand) {
+    Start(
+        "[gap]\nButton1Function=b\n[empty]\nButton0Function=a\nButton1Function=\n"
+        "Button2Function=c\n[many]\n" +
+        Repeated("Button", 1003, "exit"));
+    const std::pair<const char*, int> rows[] = {{"gap", 0}, {"empty", 1}, {"many", 1001}, {"?", 0}};
+    for (const auto& [page, count] : rows) {
+        EXPECT_THAT(Load(page), IsEmpty()) << page;
+        EXPECT_EQ(Count(kButton), count) << page;
+    }
+}
+
+TEST_F(LoadPageTest, SharedSections) {
+    std::string full = "[full]\nButton0Function=own\n";
+    for (int i = 0; i <= 101; ++i) full += "CommonObjects" + std::to_string(i) + "=one\n";
+    Start(
+        "[one]\nButton0Function=shared\n[late]\nCommonObjects1=one\nButton0Function=own\n"
+        "[self]\nCommonObjects0=self\nButton0Function=own\n"
+        "[gone]\nCommonObjects0=nowhere\nButton0Function=own\n" +
+        full);
+    const struct {
+        const char* Page;
+        int Buttons;
+        const char* Last;
+    } rows[] = {
+        {"late", 1, "own"}, {"self", 2, "own"}, {"gone", 1, "own"}, {"full", 101, "shared"}};
+    for (const auto& row : rows) {
+        EXPECT_THAT(Load(row.Page), IsEmpty());
+        ASSERT_EQ(Count(kButton), row.Buttons) << row.Page;
+        EXPECT_EQ(Screen().Elements(kButton).back().Function, row.Last) << row.Page;
+    }
+}
+
+TEST_F(LoadPageTest, ControlsAreReusedGrownAndHiddenButNeverDestroyed) {
+    const auto page = [](int n) {
+        return Repeated("Button", n, "exit", {"Up=b64.png"}) +
+               Repeated("Slider", n, "x", {"Background=b64.png"}) +
+               Repeated("Bargraph", n, "x", {"Direction=0"}) + Repeated("List", n, "media") +
+               Repeated("Textbox", n, "smstext");
+    };
+    Start("[mainmenu]\n[ten]\n" + page(10) + "[three]\n" + page(3));
+    Load("ten");
+    const SkinScreen& screen = Screen();
+    const auto buttons = screen.Button;
+    const auto sliders = screen.SliderArray;
+    const auto bargraphs = screen.Bargraph;
+    const auto lists = screen.List;
+    const auto fields = screen.Textbox;
+    ASSERT_EQ(buttons.size(), 10U);
+    for (const int used : {3, 10, 0}) {
+        Load(used == 3 ? "three" : used == 10 ? "ten" : "mainmenu");
+        EXPECT_EQ(screen.Button, buttons);
+        EXPECT_EQ(screen.SliderArray, sliders);
+        EXPECT_EQ(screen.Bargraph, bargraphs);
+        EXPECT_EQ(screen.List, lists);
+        EXPECT_EQ(screen.Textbox, fields);
+        for (int i = 0; i < 10; ++i) {
+            const auto member = static_cast<std::size_t>(i);
+            for (const QWidget* control : std::initializer_list<const QWidget*>{
+                     buttons[member], sliders[member], bargraphs[member], lists[member],
+                     fields[member]})
+                EXPECT_EQ(control->isHidden(), i >= used) << i;
+        }
+    }
+}
+
+TEST_F(LoadPageTest, ControlsLieOneAboveTheOtherByKind) {
+    const std::string at = "X=100\nWidth=64\nHeight=64\n";
+    Start(
+        "[mainmenu]\nButton0Function=a\nButton0Up=b64.png\nButton0X=100\n"
+        "[more]\nBargraph0Function=x\nBargraph0Background=b64.png\nBargraph0Direction=1\n"
+        "Bargraph0X=100\nSlider0Function=x\nSlider0Background=b64.png\nSlider0X=100\n"
+        "Button0Function=a\nButton0Up=b64.png\nButton0X=100\n"
+        "[text]\nCommonObjects0=more\nTextbox0Function=smstext\nTextbox0X=100\n"
+        "Textbox0Width=64\nTextbox0Height=64\n"
+        "[list]\nCommonObjects0=text\nCommonObjects1=more\nList0Function=media\nList0X=100\n"
+        "List0Width=64\nList0Height=64\n");
+    const auto top = [this] { return window->childAt(132, 32); };
+    Load("more");
+    EXPECT_EQ(top(), &Button(0)) << "the slider came later, yet lies below";
+    Load("text");
+    EXPECT_EQ(top(), Screen().Textbox[0]);
+    Load("list");
+    EXPECT_EQ(top(), Screen().List[0]);
+    Load("text");
+    EXPECT_EQ(top(), Screen().Textbox[0]);
+}
+
+TEST_F(LoadPageTest, PreviousPageChangesOnlyWithTheName) {
+    Start("[a]\n[b]\n[box]\n");
+    const struct {
+        const char* Page;
+        bool Box;
+        const char *Current, *Previous;
+    } rows[] = {{"a", false, "a", "mainmenu"}, {"b", false, "b", "a"}, {"b", false, "b", "a"},
+                {"box", true, "b", "a"},       {"b", false, "b", "a"}, {"a", false, "a", "b"}};
+    for (const auto& row : rows) {
+        Load(row.Page, row.Box);
+        EXPECT_EQ(basGlobal.CurrentMenu, row.Current);
+        EXPECT_EQ(basGlobal.PreviousMenu, row.Previous);
+        EXPECT_EQ(basGlobal.CurrentBox, row.Box ? row.Page : "");
+    }
+}
+
+TEST_F(LoadPageTest, FreezePagesNeedAFreezeFrame) {
+    Start("[freezeframe]\nCommand=sensoron_x\n[Freeze]\n[other]\n");
+    const struct {
+        std::int16_t Codes;
+        const char *From, *To;
+        bool Built;
+    } rows[] = {{0, "other", "freezeframe", false},
+                {1, "other", "freezeframe", true},
+                {0, "freezeframe", "my-freeze", true},
+                {0, "other", "Freeze", true},
+                {0, "other", "deepfreeze2", false}};
+    for (const auto& row : rows) {
+        basGlobal.DtcCount = 1;
+        Load(row.From);
+        basGlobal.DtcCount = row.Codes;
+        basGlobal.LastCommand.clear();
+        Load(row.To);
+        EXPECT_EQ(basGlobal.CurrentMenu, row.Built ? row.To : row.From) << row.To;
+        const bool commandRan = !basGlobal.LastCommand.empty();
+        EXPECT_EQ(commandRan, row.Built && row.To == std::string("freezeframe")) << row.To;
+    }
+}
+
+TEST_F(LoadPageTest, CommandRunsBeforeTheElementsAreBuilt) {
+    Start(
+        "[mainmenu]\nCommand=sensoron_oil\nButton0Function=a\nButton0Up=b64.png\n"
+        "Button0ImageFunction=sensoron_oil\nButton0Image=b64.png\n");
+    basGlobal.SensorCount = 1;
+    basGlobal.Sensors[0].Function = "oil";
+    basGlobal.Sensors[0].Active = false;
+    Load("mainmenu");
+    EXPECT_TRUE(Button(0).ImageVisible());
+}
+
+TEST_F(LoadPageTest, PagesThatOpenThemselvesOrEachOtherComeToAnEnd) {
+    Start(
+        "[self]\nCommand=openmenu_self\nButton0Function=a\n"
+        "[ping]\nCommand=openmenu_pong\nButton0Function=a\n"
+        "[pong]\nCommand=openmenu_ping\nButton0Function=a\nButton1Function=b\n"
+        "[box]\nCommand=openbox_box\nButton0Function=c\n");
+    Load("self");
+    EXPECT_EQ(Count(kButton), 1);
+    Load("ping");
+    EXPECT_EQ(basGlobal.CurrentMenu, "ping") << "the page asked for is built last";
+    EXPECT_EQ(Count(kButton), 1);
+    Load("box", true);
+    EXPECT_TRUE(BoxOpen());
+    CloseBox();
+    EXPECT_EQ(basGlobal.CurrentMenu, "ping");
+}
+
+TEST_F(LoadPageTest, BoxLiesOverThePageAndTakesItsClicks) {
+    Picture("red.png", 64, 64, Qt::red);
+    Start("[mainmenu]\n" + ButtonKeys({{"sensoron_page", 10, 10}, {"openbox_box", 200, 10}}) +
+          "[box]\nBackgroundX=300\nBackgroundY=100\n" + ButtonKeys({{"sensoron_box", 5, 7}}) +
+          "Button0Over=red.png\nButton0Down=red.png\n[bare]\n" + ButtonKeys({{"x", 0, 0}}) +
+          "[next]\n");
+    Finish();
+    Click(230, 40);
+    ASSERT_TRUE(BoxOpen());
+    EXPECT_EQ(basGlobal.CurrentBox, "box");
+    ASSERT_EQ(Count(kButton), 3) << "its elements come after those of the page";
+    EXPECT_EQ(Button(2).mapTo(window.get(), QPoint()), QPoint(305, 107));
+    EXPECT_FALSE(Button(2).HoverOff()) << "a box has all its pictures at once";
+    EXPECT_FALSE(Button(2).SkinDown().IsNull());
+
+    basGlobal.LastCommand.clear();
+    Click(40, 40);
+    Click(700, 400);
+    EXPECT_EQ(basGlobal.LastCommand, "") << "neither a button nor the background is beneath";
+    Click(320, 120);
+    EXPECT_EQ(basGlobal.LastCommand, "sensoron_box");
+
+    ToggleBox("whatever");
+    EXPECT_FALSE(BoxOpen());
+    EXPECT_EQ(Count(kButton), 2);
+    EXPECT_TRUE(Button(2).isHidden());
+    ToggleBox("bare");
+    EXPECT_EQ(Button(2).mapTo(window.get(), QPoint()), QPoint(0, 0));
+    Load("next");
+    EXPECT_FALSE(BoxOpen()) << "another page may not lie under a box that is not its own";
+    Load("mainmenu");
+    Click(40, 40);
+    EXPECT_EQ(basGlobal.LastCommand, "sensoron_page");
+}
+
+TEST_F(LoadPageTest, LimitsAreErrorsThatNameTheElement) {
+    const std::string half = Repeated("Label", 21, "time", {"Color=0"}) +
+                             Repeated("Gauge", 9, "x", {"Color=0"}) + Repeated("Chart", 4, "x");
+    Start("[labels]\nCommonObjects0=shared\n" + Repeated("Label", 21, "time", {"Color=0"}) +
+          "[gauges]\nCommonObjects0=shared\n" + Repeated("Gauge", 9, "x", {"Color=0"}) +
+          "[charts]\nCommonObjects0=shared\n" + Repeated("Chart", 4, "x") + "[shared]\n" + half);
+    const struct {
+        const char *Page, *Key;
+        ElementKind Kind;
+        int Limit;
+    } rows[] = {{"labels", "Label20Function", kLabel, 41},
+                {"gauges", "Gauge8Function", ElementKind::Gauge, 17},
+                {"charts", "Chart3Function", ElementKind::Chart, 7}};
+    for (const auto& row : rows) {
+        const auto messages = Load(row.Page);
+        EXPECT_THAT(messages, ElementsAre(HasSubstr(std::string("test.ini [") + row.Page + "] " +
+                                                    row.Key + "\r\nmore than ")));
+        EXPECT_EQ(Count(row.Kind), row.Limit);
+        Refresh();
+    }
+}
+
+TEST_F(LoadPageTest, OverAndDownPicturesAndTabindexComeWithTheDeferredPass) {
+    Picture("over.png", 64, 64, Qt::green);
+    Start("[mainmenu]\nCommonObjects0=shared\n" + ButtonKeys({{"b", 100, 0}}) +
+          "Button0Tabindex=7x\nButton0Down=over.png\n[shared]\n" + ButtonKeys({{"a", 0, 0}}) +
+          "Button0Over=over.png\nButton0Tabindex=9\n[other]\n" + ButtonKeys({{"c", 0, 0}}));
+    Load("mainmenu");
+    EXPECT_TRUE(Button(0).HoverOff());
+    Move(30, 30);
+    Move(32, 32);
+    EXPECT_EQ(basGlobal.FocusedButton, kNoFocus) << "the pointer selects only what hovers";
+    Finish();
+    EXPECT_FALSE(Button(0).SkinOver().IsNull());
+    EXPECT_TRUE(Button(1).SkinOver().IsNull());
+    EXPECT_FALSE(Button(1).SkinDown().IsNull());
+    EXPECT_EQ(Screen().Elements(kButton)[0].Tabindex, 9);
+    EXPECT_EQ(Screen().Elements(kButton)[1].Tabindex, 7);
+    Move(30, 30);
+    Move(32, 32);
+    EXPECT_EQ(basGlobal.FocusedButton, 0);
+    EXPECT_EQ(Button(0).State(), ButtonState::kOver);
+    EXPECT_EQ(Pixel(32, 32), QColor(Qt::green));
+    Load("other");
+    Finish();
+    EXPECT_TRUE(Button(0).SkinOver().IsNull()) << "left over from another page";
+}
+
+TEST_F(LoadPageTest, DeferredPassLeavesTheBoxOfAFailedPageAlone) {
+    Picture("over.png", 64, 64, Qt::green);
+    Start(
+        "[mainmenu]\n[bad]\nButton0Function=a\nButton0Up=missing.png\nButton0Over=over.png\n"
+        "Button1Function=b\nButton1Over=over.png\n[box]\n" +
+        ButtonKeys({{"x", 0, 0}, {"y", 0, 0}}));
+    EXPECT_THAT(Load("bad"), ElementsAre(HasSubstr("[bad] Button0Up\r\nfile not found: ")));
+    Load("box", true);
+    ASSERT_EQ(Count(kButton), 2);
+    Finish();
+    EXPECT_TRUE(Button(0).SkinOver().IsNull());
+    EXPECT_TRUE(Button(1).SkinOver().IsNull());
+}
+
+TEST_F(LoadPageTest, PicturesThatCannotBeLoadedAreNamed) {
+    Picture("whole.png", 300, 300, Qt::red);
+    const std::string bytes = folder.Read(PictureName("whole.png"));
+    folder.Write(PictureName("half.png"), bytes.substr(0, bytes.size() / 2));
+    folder.Write(PictureName("empty.png"), "");
+    folder.Write(PictureName("text.png"), "this is no picture");
+    for (const char* key : {"Button0Up", "Button0Image", "Button0Over", "Button0Down",
+                            "Slider0Background", "Slider0Progress", "Slider0Bar", "Slider0BarOver",
+                            "Slider0BarDown", "Bargraph0Background", "Bargraph0Progress",
+                            "Bargraph0Bar", "Image0Picture", "Chart0Background"}) {
+        for (const char* file : {"missing.png", "half.png", "empty.png", "text.png", ".."}) {
+            const std::string kind(key, std::strchr(key, '0') + 1);
+            const std::string skin = "[mainmenu]\n" + kind + "Function=a\n" + kind +
+                                     "Direction=1\n" + key + "=" + file + "\n";
+            if (window == nullptr)
+                Start(skin);
+            else
+                WriteSkin(skin);
+            Answers answers;
+            LoadSkinPage("mainmenu", false);
+            FinishPage();
+            EXPECT_TRUE(Eventually([&] { return !answers.texts.empty(); })) << key << file;
+            EXPECT_THAT(answers.texts,
+                        ElementsAre(HasSubstr(std::string("test.ini [mainmenu] ") + key + "\r\n")))
+                << file;
+        }
+    }
+}
+
+TEST_F(LoadPageTest, PictureNamesMayBeWrittenAsOnWindows) {
+    Picture("sub/Red.png", 64, 64, Qt::red);
+    Start("[mainmenu]\nButton0Function=a\nButton0Up=SUB\\red.PNG\n");
+    EXPECT_THAT(errors, IsEmpty());
+    EXPECT_EQ(Pixel(32, 32), QColor(Qt::red));
+}
+
+TEST_F(LoadPageTest, FixedTextsTitleAndFlags) {
+    Start(
+        "[mainmenu]\nLabel0Function=text\nLabel0Caption=Rev / min\nLabel0Color=0\n"
+        "Label1Function=text\nLabel1Caption=APP_Title\nLabel1Color=0\nLabel2Function=APP_Title\n"
+        "Label2Color=0\nLabel3Function=text\nLabel3Color=0\nLabel4Function=id3artist\n"
+        "Label4Color=0\nButton0Function=DvdMenu\nButton0Up=b64.png\nButton0LabelFunction=text\n"
+        "Button0LabelCaption=Caf\xE9\n[plain]\n");
+    char title[32];
+    std::snprintf(title, sizeof title, "Dravik V%d.%02d.%02d", DRAVIK_VERSION_MAJOR,
+                  DRAVIK_VERSION_MINOR, DRAVIK_VERSION_PATCH);
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(LabelShown(0), "Rev / min");
+        EXPECT_EQ(LabelShown(1), title);
+        EXPECT_EQ(LabelShown(2), title);
+        EXPECT_EQ(LabelShown(3), "");
+        EXPECT_EQ(Button(0).LabelCaption(), "Caf\xE9");
+        Refresh();
+    }
+    EXPECT_TRUE(Screen().HasDvdButton);
+    EXPECT_TRUE(Screen().HasMediaTagLabel);
+    Load("plain");
+    EXPECT_FALSE(Screen().HasDvdButton);
+    EXPECT_FALSE(Screen().HasMediaTagLabel);
+}
+
+TEST_F(LoadPageTest, TextBoxesTakeTheFocusAndKeepTheirText) {
+    const std::string field = "X=10\n";
+    Start("[mainmenu]\n" + ButtonKeys({{"a", 300, 0}}) +
+          "[edit]\nTextbox0Function=PhoneNumber\nTextbox0Width=200\nTextbox0Height=30\n"
+          "Textbox1Function=smstext\nTextbox1Y=50\nTextbox1Width=200\nTextbox1Height=30\n"
+          "[box]\nTextbox0Function=searchstring\nTextbox0Width=90\nTextbox0Height=30\n"
+          "[empty]\n");
+    EXPECT_TRUE(Screen().Page()->hasFocus());
+    Load("edit");
+    EXPECT_TRUE(Screen().Textbox[0]->hasFocus());
+    for (const Qt::Key digit : {Qt::Key_0, Qt::Key_8, Qt::Key_1, Qt::Key_5}) Key(digit);
+    Load("box", true);
+    EXPECT_TRUE(Screen().Textbox[2]->hasFocus()) << "that of the box, not that of the page";
+    CloseBox();
+    Load("empty", true);
+    EXPECT_TRUE(Screen().PopUp()->hasFocus());
+    Load("mainmenu");
+    Load("edit");
+    EXPECT_EQ(Screen().Textbox[0]->Text(), "0815");
+    EXPECT_EQ(Screen().Textbox[1]->Text(), "");
+}
+
+TEST_F(LoadPageTest, MissingSkinFileIsToldOnThePageItself) {
+    Start("[mainmenu]\n");
+    const QImage empty = window->grab().toImage();
+    std::filesystem::remove(folder / "skins/test.ini");
+    EXPECT_THAT(Load("mainmenu"), IsEmpty());
+    const QImage notice = window->grab().toImage();
+    EXPECT_NE(notice, empty);
+    WriteSkin("[mainmenu]\n");
+    Load("mainmenu");
+    EXPECT_EQ(window->grab().toImage(), empty);
+}
+
+}  // namespace
+}  // namespace dravik
