@@ -18,13 +18,14 @@ import sensors
 FOLDER = pathlib.Path(__file__).resolve().parent.parent
 GUIDE = FOLDER.parent / "docs" / "languages.md"
 
-# Language file, column of the translation tables, sensor file, units, description file.
+# Language file, the system's locales that it suits, column of the translation tables, sensor file,
+# units, description file.
 LANGUAGES = [
-    ("English", 0, "english-metric.sensors", sensors.METRIC, "english.codes"),
-    ("English (miles)", 0, "english-imperial.sensors", sensors.IMPERIAL, "english.codes"),
-    ("German", 1, "german.sensors", sensors.METRIC, "german.codes"),
-    ("French", 2, "french.sensors", sensors.METRIC, "french.codes"),
-    ("Spanish", 3, "spanish.sensors", sensors.METRIC, "spanish.codes"),
+    ("English", "en", 0, "english-metric.sensors", sensors.METRIC, "english.codes"),
+    ("English (miles)", "en_US,en_GB", 0, "english-imperial.sensors", sensors.IMPERIAL, "english.codes"),
+    ("German", "de", 1, "german.sensors", sensors.METRIC, "german.codes"),
+    ("French", "fr", 2, "french.sensors", sensors.METRIC, "french.codes"),
+    ("Spanish", "es", 3, "spanish.sensors", sensors.METRIC, "spanish.codes"),
 ]
 
 # What the coverage counts: a heading and the codes that belong under it.
@@ -40,15 +41,16 @@ GROUPS = [
 ]
 
 
-def language_file(sensor_file, code_file):
-    return "[Sensors]\nFilename=%s\n\n[DTC]\nFilename=%s\n" % (sensor_file, code_file)
+def language_file(locales, sensor_file, code_file):
+    return "[General]\nLocales=%s\n\n[Sensors]\nFilename=%s\n\n[DTC]\nFilename=%s\n" % (
+        locales, sensor_file, code_file)
 
 
 def coverage(files):
     """The table of the guide, counted from the texts of the files themselves."""
     names = ["Language file", "Sensors"] + [heading for heading, _ in GROUPS]
     lines = ["| " + " | ".join(names) + " |", "|---" + "|---:" * (len(names) - 1) + "|"]
-    for name, _, sensor_file, _, code_file in LANGUAGES:
+    for name, _, _, sensor_file, _, code_file in LANGUAGES:
         sensor_count = len(re.findall(r"^Sensor\d+Source=", files[sensor_file], re.M))
         keys = re.findall(r"^([PBCU][0-9A-F]{4})=.", files[code_file], re.M)
         counts = [sum(1 for key in keys if re.fullmatch(form, key)) for _, form in GROUPS]
@@ -61,8 +63,8 @@ def outputs():
     """The text of every file made, by path."""
     descriptions = codes.Tables().descriptions()
     files = {}
-    for name, column, sensor_file, units, code_file in LANGUAGES:
-        files[name + ".ini"] = language_file(sensor_file, code_file)
+    for name, locales, column, sensor_file, units, code_file in LANGUAGES:
+        files[name + ".ini"] = language_file(locales, sensor_file, code_file)
         files[sensor_file] = sensors.sensor_file(column, name, units)
         files[code_file] = codes.code_file(descriptions, column)
     made = {FOLDER / name: text for name, text in files.items()}

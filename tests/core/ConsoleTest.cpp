@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <filesystem>
+#include <fstream>
 
 #include "core/TestSkin.h"
 #include "support/ConsoleProgram.h"
@@ -9,6 +10,7 @@
 namespace dravik {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -142,10 +144,17 @@ TEST(Program, FillsTheUsersFolderOnFirstUseAndNeverTheInstallation) {
     fs::copy(source.Folder.Path(), machine / "share/dravik", fs::copy_options::recursive);
     const std::string settings = "config/dravik/Dravik.ini";
 
-    ConsoleProgram dravik({}, machine / "bin/dravik", {{"XDG_CONFIG_HOME", machine / "config"}});
+    // The language of the system, where there is a file for it.
+    const std::string language = machine / "share/dravik/languages/Deutsch.ini";
+    fs::copy(machine / "share/dravik/languages/test.ini", language);
+    std::ofstream(language, std::ios::app) << "[General]\nLocales=nl,de\n";
+
+    ConsoleProgram dravik({}, machine / "bin/dravik",
+                          {{"XDG_CONFIG_HOME", machine / "config"}, {"LC_ALL", "de_AT.UTF-8"}});
     EXPECT_EQ(dravik.State("SensorCount"), "3");
     EXPECT_EQ(dravik.Finish(), 0);
-    EXPECT_THAT(machine.Read(settings), HasSubstr("[Resume]"));
+    EXPECT_THAT(machine.Read(settings),
+                AllOf(HasSubstr("Language=Deutsch\n"), HasSubstr("[Resume]")));
     EXPECT_EQ(machine.Read("share/dravik/Dravik.ini"), source.Folder.Read("Dravik.ini"));
 }
 
