@@ -128,6 +128,7 @@ struct GlobalState {
     std::array<bool, kPidCount> PidWanted{};
     std::int16_t PidCursor = 0;
     bool AwaitingReply = false;
+    bool StepOwed = false;  ///< a step found a reply outstanding and had to pass
     std::array<std::int32_t, kPidCount> LiveRaw{};
     std::array<std::int32_t, kPidCount> FreezeRaw{};
     std::string FreezeFrameNo;

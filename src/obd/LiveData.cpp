@@ -58,6 +58,7 @@ bool FreezeFrameMode() {
 
 void RequestNextPid() {
     GlobalState& g = basGlobal;
+    g.StepOwed = g.AwaitingReply;
     if (g.AwaitingReply) return;  // only one live request is ever outstanding
     if (FindWantedPid()) {
         g.comOBD.DiscardInput();
