@@ -133,6 +133,21 @@ TEST_F(LiveData, OneRequestIsOutstandingAndStaleInputIsDropped) {
     EXPECT_FALSE(basGlobal.AwaitingReply);
 }
 
+TEST_F(LiveData, AStepThatHadToPassIsMadeUpWhenTheReplyIsThere) {
+    OpenIn(kConnected);
+    basGlobal.PidCursor = 5;
+    basGlobal.PidWanted[5] = basGlobal.PidWanted[6] = true;
+    interface_->On("0106", {"41 06 01\r>"});
+    HardwareStep();
+    HardwareStep();  // passes: the reply is outstanding
+    EXPECT_EQ(interface_->Bytes.find("0106"), std::string::npos);
+    interface_->Say("41 05 11\r>");
+    EXPECT_TRUE(Until([] { return basGlobal.LiveRaw[6] == 1; })) << "asked without a further tick";
+    basGlobal.PidWanted.fill(false);
+    PumpEvents();
+    EXPECT_FALSE(basGlobal.AwaitingReply) << "one step was owed, and one was made up";
+}
+
 TEST_F(LiveData, FreezePagesAskForTheFrameOfTheSelectedCode) {
     struct Row {
         const char* Menu;
