@@ -10,6 +10,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "controls/WholePicture.h"
 #include "platform/Paths.h"
 
 namespace dravik {
@@ -135,8 +136,9 @@ void Decode(SkinPicture::Data& data, const QString& file, bool doubleSize) {
         data.Error = tooLarge;
         return;
     }
+    const QByteArray format = reader.format();
     QImage pixels = reader.read();
-    if (pixels.isNull()) {
+    if (pixels.isNull() || IsCutOff(file, format)) {
         data.Error = notAPicture;
         return;
     }

@@ -3,6 +3,7 @@
 #include <QImageReader>
 
 #include "controls/PictureCache.h"
+#include "controls/WholePicture.h"
 #include "platform/Paths.h"
 
 namespace dravik {
@@ -15,7 +16,9 @@ PictureFacts InspectPicture(const std::string& path) {
     if (stated.width() > kPictureLimit || stated.height() > kPictureLimit)
         return {0, 0,
                 "the picture has more than " + std::to_string(kPictureLimit) + " pixels a side"};
+    const QByteArray format = reader.format();
     const QImage image = reader.read();
+    if (IsCutOff(reader.fileName(), format)) return {0, 0, "the picture is cut off"};
     if (image.isNull()) return {0, 0, "not a picture (" + reader.errorString().toStdString() + ")"};
     return {image.width(), image.height(), {}};
 }

@@ -69,7 +69,15 @@ void Console::ReadInput() {
 
 void Console::Process() {
     const bool ready = MainWindow() != nullptr && (MainWindow()->Started() || MessageOpen());
-    if (waiting_.empty() || paused_ || !ready || basGlobal.Closing) return;
+    if (waiting_.empty() || paused_ || basGlobal.Closing) return;
+    if (!ready) {
+        // A message may open while the program is still starting; nothing else tells of it.
+        constexpr int kLookAgain = 50;  // milliseconds
+        QTimer::singleShot(kLookAgain, [] {
+            if (activeConsole != nullptr) activeConsole->Process();
+        });
+        return;
+    }
     // Inside a request only an open question lets the next one in.
     if (processing_ && !MessageOpen()) return;
 

@@ -62,6 +62,7 @@ void SettleLiveRequest() {
         if (g.comOBD.InputCount() == 0) WaitForEvents(left);
         reply += g.comOBD.ReadAll();
     }
+    if (reply.find('>') == std::string::npos) return;  // a reply without its end stays outstanding
     g.RxBuffer.clear();
     g.AwaitingReply = false;
 }

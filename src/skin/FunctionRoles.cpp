@@ -27,7 +27,9 @@ constexpr FunctionWord kCaptionWords[] = {
 
 constexpr FunctionWord kPictureWords[] = {
     {"picture", Nothing, "", "always shown, as with any other word without `_`"},
-    {"mouseover", Nothing, "", "the highlight: laid over the selected button or slider"},
+    {"mouseover", Nothing, "",
+     "the highlight: laid beneath the selected button or slider, so their pictures need to be "
+     "see-through somewhere"},
     {"listentry", Nothing, "", "the picture of the selected entry of a media list"},
 };
 

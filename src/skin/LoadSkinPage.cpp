@@ -27,10 +27,18 @@ bool MayBuild(const std::string& name) {
     return !freezePage || basGlobal.DtcCount > 0 || FreezeFrameMode();
 }
 
-void ReportError(const SkinError& error) {
-    const std::string text = "Skin Config Error " + error.Context() + "\r\n" + error.Description;
+/// A page that has reported a fault says nothing of a second one: its message would hide the first.
+bool faultReported = false;
+
+void PrintError(const SkinError& error) {
     std::fprintf(stderr, "Skin Config Error %s: %s\n", error.Context().c_str(),
                  error.Description.c_str());
+}
+
+void ReportError(const SkinError& error) {
+    const std::string text = "Skin Config Error " + error.Context() + "\r\n" + error.Description;
+    PrintError(error);
+    faultReported = true;
     ShowPlainMessage(text, kMessageCritical, "Dravik");
 }
 
@@ -75,7 +83,7 @@ void BeginPage(const std::string& name) {
     GlobalState& g = basGlobal;
     g.CurrentBox.clear();
     g.tiKeyrepeat.SetEnabled(false);  // a held button may be about to go
-    skinScreen->ShowBox(false);  // a box whose button opens a page goes with the page beneath
+    skinScreen->ShowBox(false);       // a box whose button opens a page goes with the page beneath
     skinScreen->BeginPage();
     if (name != g.CurrentMenu) {
         g.PreviousMenu = g.CurrentMenu;
@@ -112,6 +120,7 @@ void FillShownLists() {
 void BuildPage(const std::string& name, bool box) {
     PageCanvas* page = skinScreen->Page();
     page->setUpdatesEnabled(false);  // the page is not seen while it is being rebuilt
+    if (!box) faultReported = false;
     if (box)
         BeginBox(name);
     else
@@ -179,7 +188,11 @@ void FinishPage() {
         }
     }
     skinScreen->ApplyTabOrder();
-    if (error) ReportError(*error);
+    if (!error) return;
+    if (faultReported)
+        PrintError(*error);
+    else
+        ReportError(*error);
 }
 
 bool BoxOpen() {

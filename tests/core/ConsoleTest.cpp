@@ -68,6 +68,17 @@ TEST(Console, QuestionLetsLaterRequestsIn) {
     EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu") << "the function behind the colon has run";
 }
 
+TEST(Console, AnswersWhileAFaultOfTheFirstPageIsShown) {
+    const ProgramFolderWithSkin program;
+    program.Folder.Write("skins/test.ini", "[mainmenu]\nLabel0Function=time\n");
+    ConsoleProgram dravik({"--folder", program.Folder.Path()});
+    // Asked before the page is loaded, and nothing more is sent until the answer is there.
+    EXPECT_THAT(dravik.Ask("message"),
+                StartsWith("warning\tSkin Config Error test.ini [mainmenu] Label0Color"));
+    EXPECT_EQ(dravik.Ask("click ok"), "ok");
+    EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu");
+}
+
 TEST(Console, EndOfInputEndsAnOpenQuestion) {
     const ProgramFolderWithSkin program;
     ConsoleProgram dravik({"--folder", program.Folder.Path()});
@@ -118,6 +129,34 @@ TEST(Console, GrabsTheWindow) {
     const QImage picture(QString::fromStdString(file));
     EXPECT_EQ(picture.size(), QSize(640, 400));
     EXPECT_EQ(picture.pixelColor(110, 40), QColor(Qt::darkCyan));
+}
+
+TEST(Snapshot, WritesOnePictureForEachChartAndNeverOverAnother) {
+    const ProgramFolderWithSkin program;
+    program.Folder.Write("skins/test.ini",
+                         "[General]\nImagefolder=test\n[mainmenu]\n"
+                         "Chart0Function=sensor_rpm\nChart0Color=255\nChart0Background=up.png\n"
+                         "Chart1Function=sensor_speed\nChart1X=300\nChart1Background=up.png\n");
+    ConsoleProgram dravik({"--folder", program.Folder.Path()});
+    EXPECT_EQ(dravik.Ask("do snapshot_7"), "ok") << "there is no such chart, so nothing is said";
+    EXPECT_FALSE(std::filesystem::exists(program.Folder / "save"));
+    for (const char* which : {"all", "all", "1"}) {
+        dravik.Send(std::string("do snapshot_") + which + "\nmessage\nclick ok\n");
+        EXPECT_THAT(dravik.ReadLine(), AllOf(StartsWith("info\tChart "), HasSubstr(" saved.")));
+        EXPECT_EQ(dravik.ReadLine(), "ok");
+        EXPECT_EQ(dravik.ReadLine(), "ok");
+    }
+    int pictures = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(program.Folder / "save")) {
+        EXPECT_EQ(entry.path().extension(), ".bmp");
+        pictures += QImage(QString::fromStdString(entry.path())).size() == QSize(200, 60);
+    }
+    EXPECT_EQ(pictures, 5);
+
+    std::filesystem::remove_all(program.Folder / "save");
+    program.Folder.Write("save", "a file where the folder should be");
+    dravik.Send("do snapshot_all\nmessage\nclick ok\n");
+    EXPECT_THAT(dravik.ReadLine(), StartsWith("warning\tThe chart could not be saved in"));
 }
 
 TEST(Program, WithoutASkinSaysWhichFileItTried) {

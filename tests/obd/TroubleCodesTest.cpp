@@ -166,7 +166,12 @@ TEST_F(TroubleCodes, AFailedReadLeavesTheCodesAndTheLink) {
 
 TEST_F(TroubleCodes, AnOutstandingLiveReplyIsAwaitedSoThatPollingGoesOnAfterwards) {
     basGlobal.PidWanted[5] = true;
-    for (const char* reply : {"41 05|11\r|>", "41 05|~"}) {
+    const struct {
+        const char* Reply;
+        bool PollsAgain;
+    } rows[] = {{"41 05|11\r|>", true},
+                {"41 05|~", false}};  // without its end it stays outstanding
+    for (const auto& [reply, pollsAgain] : rows) {
         SCOPED_TRACE(reply);
         interface_ = std::make_unique<ScriptedInterface>();
         interface_->OnAllCommands();
@@ -180,8 +185,11 @@ TEST_F(TroubleCodes, AnOutstandingLiveReplyIsAwaitedSoThatPollingGoesOnAfterward
         EXPECT_EQ(basGlobal.ConnState, 3);
         EXPECT_EQ(basGlobal.DtcList[0], "P0133");
         HardwareStep();
-        EXPECT_TRUE(Until([this] { return interface_->Commands.size() == 4; }));
-        EXPECT_THAT(interface_->Commands, ElementsAre("0105", "0101", "03", "0105"));
+        std::vector<std::string> commands = {"0105", "0101", "03"};
+        if (pollsAgain) commands.push_back("0105");
+        EXPECT_TRUE(Until([&] { return interface_->Commands.size() >= commands.size(); }));
+        EXPECT_EQ(interface_->Commands, commands);
+        EXPECT_TRUE(basGlobal.AwaitingReply);
         basGlobal.AwaitingReply = false;
     }
 }

@@ -288,11 +288,19 @@ TEST_F(LoadPageTest, PicturesThatCannotBeLoadedAreNamed) {
     folder.Write(PictureName("half.png"), bytes.substr(0, bytes.size() / 2));
     folder.Write(PictureName("empty.png"), "");
     folder.Write(PictureName("text.png"), "this is no picture");
+    for (const char* format : {"jpg", "bmp"}) {
+        const std::string name = std::string("half.") + format;
+        Picture("whole." + name, 300, 300, Qt::red);
+        const std::string whole = folder.Read(PictureName("whole." + name));
+        ASSERT_GT(whole.size(), 1000U);
+        folder.Write(PictureName(name), whole.substr(0, whole.size() / 2));
+    }
     for (const char* key : {"Button0Up", "Button0Image", "Button0Over", "Button0Down",
                             "Slider0Background", "Slider0Progress", "Slider0Bar", "Slider0BarOver",
                             "Slider0BarDown", "Bargraph0Background", "Bargraph0Progress",
                             "Bargraph0Bar", "Image0Picture", "Chart0Background"}) {
-        for (const char* file : {"missing.png", "half.png", "empty.png", "text.png", ".."}) {
+        for (const char* file :
+             {"missing.png", "half.png", "half.jpg", "half.bmp", "empty.png", "text.png", ".."}) {
             const std::string kind(key, std::strchr(key, '0') + 1);
             const std::string skin = "[mainmenu]\n" + kind + "Function=a\n" + kind +
                                      "Direction=1\n" + key + "=" + file + "\n";
@@ -309,6 +317,17 @@ TEST_F(LoadPageTest, PicturesThatCannotBeLoadedAreNamed) {
                 << file;
         }
     }
+}
+
+TEST_F(LoadPageTest, TheFirstFaultOfAPageIsTheOneThatIsShown) {
+    Picture("up.png", 64, 64, Qt::red);
+    Start(
+        "[mainmenu]\n[two]\nButton0Function=a\nButton0Up=up.png\nButton0Over=none.png\n"
+        "Button1Function=b\nButton1Up=gone.png\n");
+    Answers answers;
+    LoadSkinPage("two", false);
+    FinishPage();
+    EXPECT_THAT(answers.texts, ElementsAre(HasSubstr("[two] Button1Up")));
 }
 
 TEST_F(LoadPageTest, PictureNamesMayBeWrittenAsOnWindows) {
