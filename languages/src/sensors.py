@@ -1,14 +1,17 @@
 """The sensors: what a data byte pattern means, and what each language calls it.
 
 A reply's data bytes are one unsigned number, so a sensor is a quantity that one factor and one
-offset over that whole number give exactly. Bit fields, signed values and replies that hold two
-quantities are not in this table.
+offset over that whole number give. Bit fields, signed values and the wide-range oxygen sensors,
+whose replies hold two words, are not in this table.
 """
 
 from fractions import Fraction as F
 
 PERCENT_OF_BYTE = F(100, 255)
 PERCENT_AROUND_MIDDLE = F(100, 128)
+# The voltage is A / 200 and a fuel trim follows in B. Over both bytes the trim adds a 256th of a
+# step to the voltage for each of its own: less than 0.005 V in all.
+VOLT_BEFORE_TRIM = F(1, 200 * 256)
 
 # Parameter, function name, data bytes, factor, offset, unit. Units are the names of UNITS below.
 SENSORS = [
@@ -29,6 +32,14 @@ SENSORS = [
     (0x0F, "temp.intake",                     1, F(1),                  -40,  "°C"),
     (0x10, "value.airflowrate",               2, F(1, 100),             0,    "g/s"),
     (0x11, "value.throttle",                  1, PERCENT_OF_BYTE,       0,    "%"),
+    (0x14, "volt.lambdabank1sensor1",        2, VOLT_BEFORE_TRIM,      0,    "V"),
+    (0x15, "volt.lambdabank1sensor2",        2, VOLT_BEFORE_TRIM,      0,    "V"),
+    (0x16, "volt.lambdabank1sensor3",        2, VOLT_BEFORE_TRIM,      0,    "V"),
+    (0x17, "volt.lambdabank1sensor4",        2, VOLT_BEFORE_TRIM,      0,    "V"),
+    (0x18, "volt.lambdabank2sensor1",        2, VOLT_BEFORE_TRIM,      0,    "V"),
+    (0x19, "volt.lambdabank2sensor2",        2, VOLT_BEFORE_TRIM,      0,    "V"),
+    (0x1A, "volt.lambdabank2sensor3",        2, VOLT_BEFORE_TRIM,      0,    "V"),
+    (0x1B, "volt.lambdabank2sensor4",        2, VOLT_BEFORE_TRIM,      0,    "V"),
     (0x1F, "time.enginestart",                2, F(1),                  0,    "s"),
     (0x21, "dist.milactivated",               2, F(1),                  0,    "km"),
     (0x22, "p.fuelrailtomanifold",            2, F(79, 1000),           0,    "kPa"),
@@ -93,6 +104,14 @@ CAPTIONS = {
     0x0F: ("Intake air", "Ansaugluft", "Air d'admission", "Aire de admisión"),
     0x10: ("Air flow", "Luftmasse", "Débit d'air", "Flujo de aire"),
     0x11: ("Throttle", "Drosselklappe", "Papillon", "Mariposa"),
+    0x14: ("O2 sensor B1 S1", "O2-Sonde B1 S1", "Sonde O2 B1 S1", "Sonda O2 B1 S1"),
+    0x15: ("O2 sensor B1 S2", "O2-Sonde B1 S2", "Sonde O2 B1 S2", "Sonda O2 B1 S2"),
+    0x16: ("O2 sensor B1 S3", "O2-Sonde B1 S3", "Sonde O2 B1 S3", "Sonda O2 B1 S3"),
+    0x17: ("O2 sensor B1 S4", "O2-Sonde B1 S4", "Sonde O2 B1 S4", "Sonda O2 B1 S4"),
+    0x18: ("O2 sensor B2 S1", "O2-Sonde B2 S1", "Sonde O2 B2 S1", "Sonda O2 B2 S1"),
+    0x19: ("O2 sensor B2 S2", "O2-Sonde B2 S2", "Sonde O2 B2 S2", "Sonda O2 B2 S2"),
+    0x1A: ("O2 sensor B2 S3", "O2-Sonde B2 S3", "Sonde O2 B2 S3", "Sonda O2 B2 S3"),
+    0x1B: ("O2 sensor B2 S4", "O2-Sonde B2 S4", "Sonde O2 B2 S4", "Sonda O2 B2 S4"),
     0x1F: ("Run time", "Laufzeit", "Durée de marche", "Tiempo de marcha"),
     0x21: ("Distance lamp on", "Strecke MIL an", "Distance voyant", "Distancia testigo"),
     0x22: ("Rail to manifold", "Rail zu Saugrohr", "Rampe/admission", "Rampa/colector"),

@@ -54,6 +54,10 @@ double RailVacuum(int a, int b) {
 double RailDirect(int a, int b) {
     return 10 * (256.0 * a + b);
 }
+/// A is the voltage; a fuel trim follows in B and adds less than one of A's steps of 0.005 V.
+double OxygenVolt(int a, int b) {
+    return a / 200.0 + b / 256.0 / 200;
+}
 double ModuleVolt(int a, int b) {
     return (256.0 * a + b) / 1000;
 }
@@ -92,6 +96,14 @@ constexpr Parameter kParameters[] = {
     {0x0F, "temp.intake",                      1, Celsius,         "°C",   "°F"},
     {0x10, "value.airflowrate",                2, AirFlow,         "g/s",  "lb/min"},
     {0x11, "value.throttle",                   1, Percent,         "%",    "%"},
+    {0x14, "volt.lambdabank1sensor1",          2, OxygenVolt,      "V",    "V"},
+    {0x15, "volt.lambdabank1sensor2",          2, OxygenVolt,      "V",    "V"},
+    {0x16, "volt.lambdabank1sensor3",          2, OxygenVolt,      "V",    "V"},
+    {0x17, "volt.lambdabank1sensor4",          2, OxygenVolt,      "V",    "V"},
+    {0x18, "volt.lambdabank2sensor1",          2, OxygenVolt,      "V",    "V"},
+    {0x19, "volt.lambdabank2sensor2",          2, OxygenVolt,      "V",    "V"},
+    {0x1A, "volt.lambdabank2sensor3",          2, OxygenVolt,      "V",    "V"},
+    {0x1B, "volt.lambdabank2sensor4",          2, OxygenVolt,      "V",    "V"},
     {0x1F, "time.enginestart",                 2, Word,            "s",    "s"},
     {0x21, "dist.milactivated",                2, Word,            "km",   "mi"},
     {0x22, "p.fuelrailtomanifold",             2, RailVacuum,      "kPa",  "psi"},
