@@ -9,7 +9,7 @@ from parts import COLUMNS, ON_BACK, ON_PANEL, ROWS, THIRD, THIRDS
 from skin import PLAIN, Section
 
 MENUS = ["mainmenu", "dashboard", "engine", "trims", "chart", "troublecodes", "sensors",
-         "sensors2", "sensors3", "mediaplayer", "system"]
+         "sensors2", "sensors3", "sensors4", "mediaplayer", "system"]
 
 
 def general(skin):
@@ -131,7 +131,7 @@ def engine(skin):
         parts.sensor_tile(page, name, COLUMNS[i % 4], ROWS[i // 4], i)
 
 
-TRIM = dict(range=(-100, 100), sweep=(40, 320), outer=78, major=13, minor=8, step=50,
+TRIM = dict(range=(-100, 100), sweep=(40, 320), outer=71, major=13, minor=8, step=50,
             between=10, numbers=(-100, -50, 50, 100), digits=13, thick=4,
             zones=[(-100, -25, "warn"), (-10, 10, "normal"), (25, 100, "warn")])
 
@@ -141,23 +141,28 @@ def trims(skin):
     page = parts.page(skin, "trims", "Mixture")
     names = ["value.shorttermfueltrimbank1", "value.longtermfueltrimbank1",
              "value.shorttermfueltrimbank2", "value.longtermfueltrimbank2"]
-    radius = 84
+    radius = 76
     dial = (draw.face(radius, radius, radius, c, 4) + draw.scale(radius, radius, TRIM, c)
-            + draw.hub(radius, radius, 12, c))
+            + draw.hub(radius, radius, 11, c))
     skin.picture("dial-trim", 2 * radius, 2 * radius, dial)
     for x, name in zip(COLUMNS, names):
-        page.image(parts.panel(skin, 195, 235), x, 4)
-        page.image("dial-trim", x + 13, 10)
-        parts.needle(page, "sensor_" + name, x + 97, 94, -100, 100, *TRIM["sweep"], 17, 72, 5, 2)
-        page.label("sensorcaption_" + name, x + 8, 201, 179, 13, "muted", ON_PANEL, 2)
-        page.label("sensor_" + name, x + 4, 231, 142, 20, "text", ON_PANEL, 1)
-        page.label("sensorunit_" + name, x + 152, 231, 40, 13, "muted", ON_PANEL)
+        page.image(parts.panel(skin, 195, 210), x, 4)
+        page.image("dial-trim", x + 21, 9)
+        parts.needle(page, "sensor_" + name, x + 97, 85, -100, 100, *TRIM["sweep"], 16, 65, 5, 2)
+        page.label("sensorcaption_" + name, x + 8, 177, 179, 13, "muted", ON_PANEL, 2)
+        page.label("sensor_" + name, x + 4, 204, 142, 20, "text", ON_PANEL, 1)
+        page.label("sensorunit_" + name, x + 152, 204, 40, 13, "muted", ON_PANEL)
+    oxygen = [("volt.lambdabank1sensor1", "obd_14"), ("volt.lambdabank1sensor2", "obd_15"),
+              ("volt.lambdabank2sensor1", "obd_18"), ("volt.lambdabank2sensor2", "obd_19")]
+    for i, (name, source) in enumerate(oxygen):
+        x, y = COLUMNS[i], 219
+        parts.sensor_tile(page, name, x, y, i, 100)
+        # A bar counts in whole numbers, so it reads the raw value: 51200 is one volt.
+        parts.bar(page, source, x + 10, y + 74, "bar-oxygen", 175, 14, 0, 1, [], (0, 51200))
     tiles = ["value.commandedequivalence", "temp.catalystbank1sensor1",
-             "temp.catalystbank1sensor2", "value.commandedevaporativepurge",
-             "value.commandedegr", "temp.catalystbank2sensor1", "temp.catalystbank2sensor2",
-             "value.egrerror"]
+             "temp.catalystbank2sensor1", "value.commandedevaporativepurge"]
     for i, name in enumerate(tiles):
-        parts.sensor_tile(page, name, COLUMNS[i % 4], ROWS[3 + i // 4], i)
+        parts.sensor_tile(page, name, COLUMNS[i], ROWS[4], len(oxygen) + i)
 
 
 def chart(skin):
@@ -232,18 +237,18 @@ def freezeframe(skin):
 
 
 def sensor_pages(skin):
-    """All sensors, fourteen to a page, and a cell with all on and all off."""
+    """All sensors, thirteen to a page, and the keys for all on and all off."""
     c = skin.colors
     lit = skin.picture("switch-on", 66, 36, draw.box(0, 0, 66, 36, c["accent"], c["accent"], 18, 2)
                        + f'<circle cx="48" cy="18" r="11" fill="{c["panel"]}"/>')
     names = [row[1] for row in sensors.SENSORS]
-    if len(names) > 42:
-        skin.fault("the sensor pages show 42 sensors")
-    for number_ in range(3):
+    if len(names) > 4 * 13:
+        skin.fault("the sensor pages have no room for all sensors")
+    for number_ in range(4):
         name = "sensors" + (str(number_ + 1) if number_ else "")
-        page = parts.page(skin, name, f"Sensors {number_ + 1} of 3")
+        page = parts.page(skin, name, f"Sensors {number_ + 1} of 4")
         width, height = THIRD, 75
-        for i, sensor in enumerate(names[14 * number_:14 * number_ + 14]):
+        for i, sensor in enumerate(names[13 * number_:13 * number_ + 13]):
             page.button("sensortoggle_" + sensor, THIRDS[i % 3], ROWS[i // 3],
                         parts.key(skin, width, height, "switch"), i,
                         image=(lit, width - 78, (height - 36) // 2), state="sensoron_" + sensor,
@@ -251,8 +256,8 @@ def sensor_pages(skin):
                                0))
         for i, (function, caption) in enumerate((("sensoron_all", "All on"),
                                                  ("sensoroff_all", "All off"))):
-            page.button(function, THIRDS[2] + 132 * i, ROWS[4], parts.key(skin, 128, height),
-                        14 + i, label=(caption, 4, 45, 120, 16, "text", parts.ON_KEY, 2))
+            page.button(function, THIRDS[1 + i], ROWS[4], parts.key(skin, width, height), 13 + i,
+                        label=(caption, 4, 45, width - 8, 16, "text", parts.ON_KEY, 2))
 
 
 def mediaplayer(skin):

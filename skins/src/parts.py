@@ -107,13 +107,14 @@ def tall_key(page, function, x, y, width, height, symbol, caption, tab, points=1
                 label=(caption, 3, top + size + 24, width - 6, points, "text", ON_KEY, 2))
 
 
-def sensor_tile(page, name, x, y, tab):
+def sensor_tile(page, name, x, y, tab, height=TILE[1]):
     """Caption, figure and unit of a sensor; a touch switches it off and on."""
     skin = page.skin
     c = skin.colors
-    width, height = TILE
+    width = TILE[0]
     page.image(panel(skin, width, height), x, y)
-    off = skin.picture("tile-off", 185, 40, draw.box(0, 0, 185, 40, c["panel"])
+    off = skin.picture(f"tile-off{height}", 185, height - 35,
+                       draw.box(0, 0, 185, height - 35, c["panel"])
                        + draw.text(136, 31, "Off", 22, c["muted"], "end", bold=False))
     page.button("sensortoggle_" + name, x, y, glass(skin, width, height), tab,
                 image=(off, 5, 29), state="sensoroff_" + name,
