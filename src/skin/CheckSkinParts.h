@@ -61,6 +61,9 @@ class SkinFindings {
     void CheckMessage(const std::string& section);
 
  private:
+    using PicturePair = std::pair<PictureFacts, PictureFacts>;  ///< plain, and of double size
+
+    const PicturePair& FactsOfPicture(const std::string& name);
     void CheckValue(const std::string& section, const std::string& key, Read how);
     void CheckNumber(const std::string& section, const std::string& key, Read how);
     void CheckPicture(const std::string& section, const std::string& key);
@@ -70,11 +73,12 @@ class SkinFindings {
     void CheckSectionKeys(const std::string& section, std::span<const SectionKey> keys);
     void CheckElement(const SkinElement& element, SectionFacts& facts);
     void CheckSense(const SkinElement& element);
+    void CheckPlace(const SkinElement& element);
     void CheckUnknownKeys(const std::string& section, const SectionFacts& facts);
     static void Note(SectionFacts& facts, const FunctionVerdict& verdict, const std::string& key);
 
     std::vector<SkinError> findings_;
-    std::map<std::string, std::pair<PictureFacts, PictureFacts>> pictures_;  ///< by path
+    std::map<std::string, PicturePair> pictures_;  ///< by path
 };
 
 /// The number that stands for "#" in a key's name ("Menu#", "Button#X"); nothing when the name is

@@ -155,14 +155,18 @@ void SkinFindings::CheckNumber(const string& section, const string& key, Read ho
     }
 }
 
+const SkinFindings::PicturePair& SkinFindings::FactsOfPicture(const string& name) {
+    const string path = PicturePath(name);
+    auto [known, added] = pictures_.try_emplace(path);
+    if (added) known->second = {InspectPicture(path), InspectDoublePicture(path)};
+    return known->second;
+}
+
 void SkinFindings::CheckPicture(const string& section, const string& key) {
     const string name = ReadSkinValue(section, key);
     // A missing folder is one mistake, not one per picture.
     if (name.empty() || !FolderExists(basGlobal.ImageFolder)) return;
-    const string path = PicturePath(name);
-    auto [known, added] = pictures_.try_emplace(path);
-    if (added) known->second = {InspectPicture(path), InspectDoublePicture(path)};
-    const auto& [plain, twice] = known->second;
+    const auto& [plain, twice] = FactsOfPicture(name);
     if (!plain.Fault.empty())
         Add(section, key, name + ": " + plain.Fault);
     else if (!twice.Fault.empty())
@@ -247,58 +251,9 @@ void SkinFindings::CheckElement(const SkinElement& element, SectionFacts& facts)
         if (key.Role != nullptr) CheckRole(section, name, *key.Role);
     }
     SkinElement read = element;
-    if (!ReadElement(read, KeySet::All)) CheckSense(read);
-}
-
-/// Values that are well written but show nothing.
-void SkinFindings::CheckSense(const SkinElement& element) {
-    const SkinKind& kind = KindOf(element.Kind);
-    const auto add = [&](const char* key, const string& text) {
-        Add(element.Section, ElementKey(kind, element.Number, key), text);
-    };
-    const auto isText = [](const string& function) { return EqualsNoCase(function, "text"); };
-    switch (element.Kind) {
-        case ElementKind::Button:
-            if (element.Up.empty()) add("Up", "without this picture the button has no size");
-            if (!element.LabelCaption.empty() && !isText(element.LabelFunction))
-                add("LabelCaption", "is shown with LabelFunction=text only");
-            break;
-        case ElementKind::Slider:
-            if (element.Background.empty())
-                add("Background", "without this picture the slider has no size");
-            break;
-        case ElementKind::Bargraph:
-            if (element.Background.empty())
-                add("Background", "without this picture the bar has no size");
-            if (element.Min == element.Max) add("Max", "equal to Min, so the bar never moves");
-            break;
-        case ElementKind::Gauge:
-            if (element.Min == element.Max) add("Max", "equal to Min, so the needle never moves");
-            if (element.RadiusStart == element.RadiusEnd)
-                add("RadiusEnd", "equal to RadiusStart, so the needle has no length");
-            if (element.StretchY == 0) add("StretchY", "0 is a flat dial; 100 is a round one");
-            break;
-        case ElementKind::Label:
-            if (!element.Caption.empty() && !isText(element.Function))
-                add("Caption", "is shown with Function=text only");
-            break;
-        case ElementKind::List:
-            for (const char* style : {"Bold", "Italic", "BoldItalic"}) {
-                if (EqualsNoCase(element.FontStyle, style) && element.FontStyle != style)
-                    add("FontStyle", string("counts as ") + style + " in this spelling only");
-            }
-            [[fallthrough]];
-        case ElementKind::Textbox:
-            if (element.Width <= 0) add("Width", "without a width nothing is seen");
-            if (element.Height <= 0) add("Height", "without a height nothing is seen");
-            break;
-        case ElementKind::Image:
-            if (element.Picture.empty() && !EqualsNoCase(element.Function, "listentry"))
-                add("Picture", "without this picture nothing is seen");
-            break;
-        case ElementKind::Chart:
-            break;
-    }
+    if (ReadElement(read, KeySet::All)) return;
+    CheckSense(read);
+    CheckPlace(read);
 }
 
 void SkinFindings::CheckSectionKeys(const string& section, std::span<const SectionKey> keys) {

@@ -62,6 +62,11 @@ const Mistake kMistakes[] = {
     {"[keys]", "[keys]\nButton1Function=exit", "keys", "Button1Up", "no size"},
     {"Slider0Background=key.png", "", "engine", "Slider0Background", "no size"},
     {"List0Width=100", "", "engine", "List0Width", "nothing is seen"},
+    {"Button0X= 10", "Button0X=800", "mainmenu", "Button0X", "off the page of 800 by 480"},
+    {"Button0X= 10", "Button0X=10\nButton0Y=-40", "mainmenu", "Button0Y", "off the page"},
+    {"List0Width=100", "List0Width=100\nList0X=-100", "engine", "List0X", "off the page"},
+    {"Gauge0RadiusEnd=100", "Gauge0RadiusEnd=100\nGauge0Y=580", "mainmenu", "Gauge0Y", "off the"},
+    {"Label0Color=&HFFFFFF", "Label0Color=1\nLabel0Y=480", "status", "Label0Y", "off the page"},
     // Numbers, each by its reading rule.
     {"Button0X= 10", "Button0X=ten", "mainmenu", "Button0X", "read as 0"},
     {"Button0X= 10", "Button0X=10px", "mainmenu", "Button0X", "read as 10"},
