@@ -108,9 +108,3 @@ BENCHMARK(MemoryOverAMillionRequests)
 
 }  // namespace
 }  // namespace dravik
-
-int main(int argc, char** argv) {
-    QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-}

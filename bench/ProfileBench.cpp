@@ -58,5 +58,3 @@ void Write(benchmark::State& state) {
 BENCHMARK(Write)->UseRealTime();
 
 }  // namespace
-
-BENCHMARK_MAIN();

@@ -31,9 +31,3 @@ BENCHMARK(SaveAndReload)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace dravik
-
-int main(int argc, char** argv) {
-    QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-}
