@@ -1,29 +1,19 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <pwd.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 
+#include "platform/FileInfoPosix.h"
 #include "platform/PathNames.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 
 namespace dravik {
 namespace {
-
-using FileInfo = struct stat;
-
-std::optional<FileInfo> InfoOf(const std::string& path) {
-    FileInfo info;
-    if (path.find('\0') != std::string::npos || ::stat(path.c_str(), &info) != 0) {
-        return std::nullopt;
-    }
-    return info;
-}
 
 std::vector<std::string> NamesIn(const std::string& folder) {
     std::vector<std::string> names;

@@ -1,6 +1,5 @@
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -12,6 +11,7 @@
 #include <tuple>
 #include <utility>
 
+#include "platform/FileInfoPosix.h"
 #include "platform/MountTable.h"
 #include "platform/Paths.h"
 #include "platform/ShellFolder.h"
@@ -21,16 +21,6 @@ namespace dravik {
 namespace {
 
 constexpr const char* kFolderType = "folder";
-
-using FileInfo = struct stat;
-
-std::optional<FileInfo> InfoOf(const std::string& path) {
-    FileInfo info;
-    if (path.find('\0') != std::string::npos || ::stat(path.c_str(), &info) != 0) {
-        return std::nullopt;
-    }
-    return info;
-}
 
 std::string WithoutSlashAtEnd(std::string path) {
     while (path.size() > 1 && path.ends_with('/')) path.pop_back();
