@@ -7,6 +7,7 @@
 #include "core/frMain.h"
 #include "platform/Text.h"
 #include "skin/ShowMessage.h"
+#include "skin/SkinVocabulary.h"
 #include "skin/frWarning.h"
 #include "skinfunc/basValueProc.h"
 
@@ -39,10 +40,10 @@ std::string TellSource(std::string_view argument) {
 }
 
 std::string TellMessage(std::string_view) {
-    constexpr const char* kKinds[] = {"warning", "info", "query"};
     const frWarning* dialog = MessageDialog();
     if (dialog == nullptr || !dialog->IsOpen()) return "none";
-    return std::string(kKinds[dialog->Kind()]) + "\t" + OneLine(ToUtf8(dialog->Message()));
+    const auto kind = static_cast<std::size_t>(dialog->Kind());
+    return std::string(MessageSections()[kind]) + "\t" + OneLine(ToUtf8(dialog->Message()));
 }
 
 std::string Grab(std::string_view file) {

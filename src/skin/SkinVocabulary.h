@@ -131,7 +131,7 @@ std::span<const SectionKey> GeneralKeys();  ///< of the section General
 std::span<const SectionKey> PageKeys();     ///< of the section of a page or a box
 std::span<const SectionKey> MessageKeys();  ///< of the sections of the message box
 
-/// The sections of the message box: "warning", "info" and "query".
+/// The sections of the message box, by its kind: "warning", "info" and "query".
 std::span<const char* const> MessageSections();
 
 }  // namespace dravik

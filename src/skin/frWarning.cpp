@@ -12,6 +12,7 @@
 #include "skin/ShowMessage.h"
 #include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"
+#include "skin/SkinVocabulary.h"
 #include "skin/basSkin.h"
 
 namespace dravik {
@@ -19,7 +20,6 @@ namespace dravik {
 namespace {
 
 constexpr int kCloseAfter = 30000;  // milliseconds until an unanswered question counts as no
-constexpr const char* kSections[] = {"warning", "info", "query"};  // by kind
 constexpr int kAnswerEntries = 3;
 
 // The plain look, in design pixels.
@@ -81,7 +81,7 @@ void frWarning::Open(const std::string& message, int kind, double scale) {
         entry.Button->SetScale(scale);
         entry.Button->SetLabelCaption({});
     }
-    const std::string section = kSections[kind_];
+    const std::string section = MessageSections()[static_cast<std::size_t>(kind_)];
     plain_ = !HasSection(section);
     if (plain_)
         ApplyPlainLook();
