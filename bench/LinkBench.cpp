@@ -3,7 +3,6 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
-#include <QCoreApplication>
 #include <ctime>
 #include <fstream>
 #include <string>

@@ -1,6 +1,5 @@
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
 #include <fstream>
 
 #include "controls/SkinList.h"

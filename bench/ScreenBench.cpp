@@ -1,6 +1,6 @@
 #include <benchmark/benchmark.h>
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QImage>
 #include <ctime>
 #include <memory>

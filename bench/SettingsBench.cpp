@@ -1,7 +1,5 @@
 #include <benchmark/benchmark.h>
 
-#include <QCoreApplication>
-
 #include "core/basGlobal.h"
 #include "settings/SettingsWriter.h"
 #include "settings/basSettings.h"
