@@ -252,7 +252,7 @@ def sensor_pages(skin):
             page.button("sensortoggle_" + sensor, THIRDS[i % 3], ROWS[i // 3],
                         parts.key(skin, width, height, "switch"), i,
                         image=(lit, width - 78, (height - 36) // 2), state="sensoron_" + sensor,
-                        label=("=sensorcaption_" + sensor, 12, 44, 168, 14, "text", parts.ON_KEY,
+                        label=("=sensorcaption_" + sensor, 12, 44, 168, 13, "text", parts.ON_KEY,
                                0))
         for i, (function, caption) in enumerate((("sensoron_all", "All on"),
                                                  ("sensoroff_all", "All off"))):

@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <cstdio>
-#include <map>
+#include <filesystem>
 #include <set>
 
 #include "languages/LanguageFolder.h"
@@ -29,16 +29,29 @@ std::string Code(char letter, int number) {
     return text;
 }
 
-TEST(CodeFiles, EveryLanguageNamesItsOwnFile) {
-    const std::map<std::string, std::string> expected = {{"English", "english.codes"},
-                                                         {"English (miles)", "english.codes"},
-                                                         {"German", "german.codes"},
-                                                         {"French", "french.codes"},
-                                                         {"Spanish", "spanish.codes"}};
-    for (const auto& [language, file] : expected) {
-        LoadLanguage(language);
-        EXPECT_EQ(basGlobal.DescriptionFile, kLanguageFolder + file);
+TEST(CodeFiles, AreNamedByTheFiveLanguagesOfTheFolderAndNothingElseLiesThere) {
+    struct Language {
+        const char* Name;
+        const char* Codes;
+        const char* Locales;
+    };
+    constexpr Language kExpected[] = {{"English", "english.codes", "en"},
+                                      {"English (miles)", "english.codes", "en_US,en_GB"},
+                                      {"German", "german.codes", "de"},
+                                      {"French", "french.codes", "fr"},
+                                      {"Spanish", "spanish.codes", "es"}};
+    std::set<std::string> named;
+    for (const Language& language : kExpected) {
+        LoadLanguage(language.Name);
+        EXPECT_EQ(basGlobal.DescriptionFile, kLanguageFolder + language.Codes);
+        EXPECT_EQ(ReadIniString(basGlobal.LanguageFile, "General", "Locales"), language.Locales);
+        named.insert({basGlobal.LanguageFile, basGlobal.SensorFile, basGlobal.DescriptionFile});
     }
+    std::set<std::string> found;
+    for (const auto& entry : std::filesystem::directory_iterator(kLanguageFolder)) {
+        if (entry.is_regular_file()) found.insert(entry.path());
+    }
+    EXPECT_EQ(found, named);
 }
 
 TEST(CodeFiles, EveryLanguageKnowsTheSameCodes) {
@@ -56,6 +69,26 @@ TEST(CodeFiles, KnowEveryDefinedCodeFromP0000ToP0999) {
             EXPECT_EQ(Description(file, Code('P', number)) == "0", reserved.contains(number))
                 << file << ' ' << Code('P', number);
         }
+    }
+}
+
+TEST(CodeFiles, KnowTheRunsOfTheOtherSystems) {
+    struct Run {
+        char Letter;
+        int First;
+        int Last;
+    };
+    constexpr Run kRuns[] = {
+        {'P', 2000, 2079}, {'P', 2100, 2299}, {'P', 2300, 2347}, {'P', 2400, 2463},
+        {'P', 2500, 2582}, {'P', 2600, 2671}, {'P', 2700, 2795}, {'P', 2800, 2824},
+        {'P', 3400, 3497}, {'B', 1, 5},       {'B', 10, 13},     {'B', 20, 22},
+        {'C', 30, 39},     {'C', 61, 64},     {'U', 1, 75},      {'U', 100, 115},
+        {'U', 121, 133},   {'U', 140, 236},   {'U', 300, 331},   {'U', 400, 432},
+    };
+    for (const Run& run : kRuns) {
+        for (int number = run.First; number <= run.Last; ++number)
+            EXPECT_NE(Description(kCodeFiles[0], Code(run.Letter, number)), "0")
+                << Code(run.Letter, number);
     }
 }
 
@@ -97,14 +130,17 @@ constexpr Meaning kMeanings[] = {
     {"P0074", {"Outside temperature sensor, intermittent", "Außentemperatursensor, Signal setzt aus", "extérieure, signal intermittent", "exterior, señal intermitente"}},
     {"P0086", {"Exhaust valve solenoid bank 2, voltage too high", "Auslass Bank 2, Spannung zu hoch", "échappement banc 2", "escape banco 2"}},
     {"P0113", {"Intake air temperature sensor 1, signal too high", "Ansauglufttemperatursensor 1, Signal zu hoch", "d'admission 1, signal trop élevé", "admisión 1, señal demasiado alta"}},
-    {"P0118", {"Coolant temperature sensor 1, signal too high", "Kühlmitteltemperatursensor 1, Signal zu hoch", "liquide 1, signal trop élevé", "refrigerante 1, señal demasiado alta"}},
+    {"P0118", {"Coolant temperature sensor 1, signal too high", "Kühlmitteltemperatursensor 1, Signal zu hoch", "refroidissement 1, signal trop élevé", "refrigerante 1, señal demasiado alta"}},
+    {"P0138", {"Oxygen sensor 2 bank 1, signal too high", "Lambdasonde 2 Bank 1, Signal zu hoch", "Sonde lambda 2 banc 1, signal trop élevé", "Sonda lambda 2 banco 1, señal demasiado alta"}},
+    {"P0151", {"Oxygen sensor 1 bank 2, signal too low", "Lambdasonde 1 Bank 2, Signal zu niedrig", "Sonde lambda 1 banc 2, signal trop faible", "Sonda lambda 1 banco 2, señal demasiado baja"}},
     {"P0160", {"Oxygen sensor 2 bank 2, no activity", "Lambdasonde 2 Bank 2, keine Aktivität", "Sonde lambda 2 banc 2, aucune activité", "Sonda lambda 2 banco 2, sin actividad"}},
     {"P0171", {"bank 1 too lean", "Bank 1 zu mager", "banc 1 trop pauvre", "banco 1 demasiado pobre"}},
     {"P0175", {"bank 2 too rich", "Bank 2 zu fett", "banc 2 trop riche", "banco 2 demasiado rica"}},
     {"P0212", {"Injector cylinder 12", "Einspritzventil Zylinder 12", "Injecteur cylindre 12", "Inyector cilindro 12"}},
     {"P0229", {"pedal sensor C, intermittent", "Pedalgeber C, Signal setzt aus", "pédale C, signal intermittent", "pedal C, señal intermitente"}},
     {"P0264", {"Injector cylinder 2, voltage too low", "Zylinder 2, Spannung zu niedrig", "cylindre 2, tension trop basse", "cilindro 2, tensión demasiado baja"}},
-    {"P0296", {"cylinder 12, uneven", "Zylinder 12, ungleicher", "cylindre 12, contribution", "cilindro 12, aportación"}},
+    {"P0296", {"Cylinder 12, uneven", "Zylinder 12, ungleicher", "Cylindre 12, contribution", "Cilindro 12, aportación"}},
+    {"P02B9", {"Cylinder 8, injector leaking", "Zylinder 8, Einspritzventil undicht", "Cylindre 8, injecteur non étanche", "Cilindro 8, inyector con fuga"}},
     {"P0304", {"cylinder 4", "Zylinder 4", "cylindre 4", "cilindro 4"}},
     {"P0362", {"Ignition coil L", "Zündspule L", "Bobine d'allumage L", "Bobina de encendido L"}},
     {"P0394", {"Camshaft sensor B bank 2, intermittent", "Nockenwellensensor B Bank 2", "cames B banc 2", "levas B banco 2"}},
@@ -128,8 +164,10 @@ constexpr Meaning kMeanings[] = {
     {"P2023", {"Intake runner sensor bank 2, intermittent", "Saugrohrklappengeber Bank 2", "admission banc 2", "admisión banco 2"}},
     {"P203E", {"Urea level sensor, intermittent", "Füllstandssensor, Signal setzt aus", "urée, signal intermittent", "urea, señal intermitente"}},
     {"P2087", {"Exhaust temperature sensor 2 bank 2, intermittent", "Abgastemperatursensor 2 Bank 2", "échappement 2 banc 2", "escape 2 banco 2"}},
+    {"P2122", {"pedal sensor D, signal too low", "Pedalgeber D, Signal zu niedrig", "pédale D, signal trop faible", "pedal D, señal demasiado baja"}},
     {"P2140", {"sensors E and F", "E und F", "E et F", "E y F"}},
     {"P2225", {"NOx heater monitor bank 2, intermittent", "NOx-Heizung Bank 2, sporadischer", "NOx banc 2, défaut intermittent", "NOx banco 2, fallo intermitente"}},
+    {"P2239", {"O2 sensor 1 bank 1 pump current, voltage too high", "Pumpstrom Lambdasonde 1 Bank 1", "Courant sonde lambda 1 banc 1", "Corriente sonda lambda 1 banco 1"}},
     {"P2256", {"current return, voltage too high", "Masse Lambdasonde 1 Bank 2", "Retour sonde lambda 1 banc 2", "Retorno sonda lambda 1 banco 2"}},
     {"P2335", {"Ignition coil L secondary", "Zündspule L sekundär", "L secondaire", "L secundario"}},
     {"P2347", {"Cylinder 12 knocks", "Zylinder 12 klopft", "Cylindre 12, cliquetis", "Cilindro 12, picado"}},
@@ -137,6 +175,8 @@ constexpr Meaning kMeanings[] = {
     {"P2590", {"actuator sensor B, intermittent", "Ladedrucksteller B, Signal setzt aus", "suralimentation B", "sobrealimentación B"}},
     {"P2664", {"Valve lift actuator B bank 2, voltage too high", "Ventilhubsteller B Bank 2", "culbuteur B banc 2", "balancín B banco 2"}},
     {"P2739", {"Pressure control solenoid F, voltage too high", "Druckregelventil F, Spannung zu hoch", "pression F, tension", "presión F, tensión"}},
+    {"P2763", {"Converter clutch pressure solenoid, voltage too high", "Wandlerkupplung, Spannung zu hoch", "convertisseur, tension trop élevée", "convertidor, tensión demasiado alta"}},
+    {"P2764", {"Converter clutch pressure solenoid, voltage too low", "Wandlerkupplung, Spannung zu niedrig", "convertisseur, tension trop basse", "convertidor, tensión demasiado baja"}},
     {"P2782", {"Downshift switch, intermittent", "Rückschalttaster, sporadischer", "descente de rapport, défaut", "bajar marcha, fallo"}},
     {"P2824", {"Pressure control solenoid H, voltage too high", "Druckregelventil H, Spannung zu hoch", "pression H, tension", "presión H, tensión"}},
     {"P3488", {"Exhaust valve shut-off cylinder 11, voltage too high", "Auslassabschaltung Zylinder 11", "échappement cylindre 11", "escape cilindro 11"}},
@@ -148,8 +188,9 @@ constexpr Meaning kMeanings[] = {
     {"U0153", {"Side airbag control unit, right", "Seitenairbag-Steuergerät rechts", "latéral droit,", "lateral derecho,"}},
     {"U0179", {"Restraint system sensor J", "Sensor J", "retenue J", "retención J"}},
     {"U0205", {"Door control unit G", "Türsteuergerät G", "porte G", "puerta G"}},
-    {"U0331", {"Body control unit A, software", "Karosseriesteuergerät A, Software", "carrosserie A, logiciel", "carrocería A, software"}},
-    {"U0431", {"Body control unit A, invalid data", "Karosseriesteuergerät A, ungültige", "carrosserie A, données", "carrocería A, datos"}},
+    {"U0331", {"Body control unit A, incompatible", "Karosseriesteuergerät A, Software", "carrosserie A, logiciel", "carrocería A, software"}},
+    {"U0410", {"Fuel pump control unit sends", "Kraftstoffpumpensteuergerät sendet", "pompe à carburant, données", "bomba de combustible, envía"}},
+    {"U0431", {"Body control unit A sends invalid", "Karosseriesteuergerät A sendet", "carrosserie A, données", "carrocería A, envía"}},
 };
 // clang-format on
 
