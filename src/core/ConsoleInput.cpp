@@ -56,15 +56,25 @@ std::optional<std::vector<int>> Numbers(std::string_view text, std::size_t count
     return numbers;
 }
 
+/// A mouse event that can be the press of a double click. The window takes such a press as the
+/// start of its grab without telling the widget, which is told of the double click itself.
+class PointerEvent : public QMouseEvent {
+ public:
+    using QMouseEvent::QMouseEvent;
+    void SetOfDoubleClick() { m_doubleClick = true; }
+};
+
 /// Hands an event to the window as the system would: the window finds the widget beneath the
 /// pointer, keeps the grab of a held button and tells entering and leaving.
-void SendMouse(QEvent::Type type, QPoint position, Qt::MouseButton button) {
+void SendMouse(QEvent::Type type, QPoint position, Qt::MouseButton button,
+               bool ofDoubleClick = false) {
     QWidget* window = TargetWindow();
     const QPoint global = WindowOnTop()->mapToGlobal(position);
     OverridePointer(global.x(), global.y());
     pointer.Position = position;
-    QMouseEvent event(type, QPointF(window->mapFromGlobal(global)), QPointF(global), button,
-                      pointer.Held ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+    PointerEvent event(type, QPointF(window->mapFromGlobal(global)), QPointF(global), button,
+                       pointer.Held ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+    if (ofDoubleClick) event.SetOfDoubleClick();
     QCoreApplication::sendEvent(window->windowHandle(), &event);
 }
 
@@ -87,8 +97,8 @@ void Press(QPoint position) {
     pointer.LastPress = position;
     pointer.LastWasDouble = second;
     pointer.SincePress.start();
-    SendMouse(second ? QEvent::MouseButtonDblClick : QEvent::MouseButtonPress, position,
-              Qt::LeftButton);
+    SendMouse(QEvent::MouseButtonPress, position, Qt::LeftButton, second);
+    if (second) SendMouse(QEvent::MouseButtonDblClick, position, Qt::LeftButton);
 }
 
 void Release(QPoint position) {

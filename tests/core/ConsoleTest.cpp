@@ -105,6 +105,11 @@ TEST(Console, ClicksPressTheRealButton) {
     EXPECT_EQ(dravik.State("FocusedButton"), "0");
     EXPECT_EQ(dravik.Ask("key Return"), "ok");
     EXPECT_EQ(dravik.State("CurrentMenu"), "codes");
+    // Two quick clicks are a double click; its release ends the repeat of a held "value_-".
+    dravik.Send(program.ClickOn(2) + "\n" + program.ClickOn(2) + "\nwait 600\ntext function\n");
+    for (int i = 0; i < 4; ++i) dravik.ReadLine();
+    EXPECT_EQ(dravik.Ask("wait 300"), "ok");
+    EXPECT_EQ(dravik.Ask("text function"), "");
     EXPECT_EQ(dravik.Ask("click 600 460"), "ok");
     EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu") << "the bare background leads home";
 }
