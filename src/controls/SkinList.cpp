@@ -5,6 +5,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QTextLayout>
 #include <algorithm>
 #include <cmath>
 
@@ -16,11 +17,25 @@ namespace dravik {
 namespace {
 
 constexpr int kRowPadding = 3;     ///< design pixels above and below a row's text
+constexpr int kHighestRow = 500;   ///< design pixels that a skin can ask for
 constexpr int kSidePadding = 4;    ///< design pixels left of, between and right of a row's parts
 constexpr int kDragThreshold = 8;  ///< design pixels a finger may move and still tap
 constexpr int kScrollMarkWidth = 3;
 constexpr int kScrollMarkOpacity = 120;
 constexpr std::size_t kPictureKeys = 256;
+constexpr double kSelectionShare = 0.25;  ///< of the text's colour in the selected row's ground
+
+/// Between words where there are any, else anywhere: names of files need not have blanks.
+QTextOption WrapAnywhere() {
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    return option;
+}
+
+QColor Between(const QColor& from, const QColor& to, double share) {
+    const auto mix = [share](int a, int b) { return qRound(a + (b - a) * share); };
+    return {mix(from.red(), to.red()), mix(from.green(), to.green()), mix(from.blue(), to.blue())};
+}
 
 }  // namespace
 
@@ -70,8 +85,17 @@ void SkinList::SetPictureFolder(const std::string& folder) {
     update();
 }
 
+void SkinList::SetLeastRowHeight(int height) {
+    if (height == leastRowHeight_) return;
+    leastRowHeight_ = height;
+    pictures_.clear();
+    ScrollTo(offset_);
+    update();
+}
+
 int SkinList::RowHeight() const {
-    return QFontMetrics(SkinFont(look_, 1)).height() + 2 * kRowPadding;
+    const int ofText = QFontMetrics(SkinFont(look_, 1)).height() + 2 * kRowPadding;
+    return std::clamp(leastRowHeight_, ofText, std::max(ofText, kHighestRow));
 }
 
 int SkinList::RowPixels() const {
@@ -235,8 +259,8 @@ void SkinList::PaintRow(QPainter& painter, int index, int indent) {
     const ListEntry& entry = slot_->Entries[static_cast<std::size_t>(index - 1)];
     const QRect row = RowRect(index);
     const QColor textColor = SkinColor(look_.Color);
-    const bool selected = index == slot_->Selected;
-    if (selected) painter.fillRect(row, textColor);
+    if (index == slot_->Selected)
+        painter.fillRect(row, Between(backColor_, textColor, kSelectionShare));
 
     const int side = qRound(kSidePadding * box_.Scale);
     const SkinPicture& picture = RowPicture(entry.Picture);
@@ -248,13 +272,36 @@ void SkinList::PaintRow(QPainter& painter, int index, int indent) {
         PaintPicture(painter, QRect(corner, size), picture);
     }
 
-    const QRect textRect = row.adjusted(indent, 0, -side, 0);
-    const QFont font = SkinFont(look_, box_.Scale);
-    painter.setFont(font);
-    painter.setPen(selected ? backColor_ : textColor);
-    painter.drawText(
-        textRect, int(SkinAlignment(look_.Alignment) | Qt::AlignVCenter | Qt::TextSingleLine),
-        QFontMetrics(font).elidedText(ShownText(entry.Text), Qt::ElideRight, textRect.width()));
+    painter.setFont(SkinFont(look_, box_.Scale));
+    painter.setPen(textColor);
+    PaintText(painter, row.adjusted(indent, 0, -side, 0), ShownText(entry.Text));
+}
+
+/// As many lines as there is room for, the last one cut with "...".
+void SkinList::PaintText(QPainter& painter, const QRect& room, const QString& text) const {
+    const QFontMetrics metrics(painter.font());
+    const int most = std::max(1, room.height() / metrics.height());
+    QTextLayout layout(text, painter.font());
+    layout.setTextOption(WrapAnywhere());
+    QStringList lines;
+    layout.beginLayout();
+    while (lines.size() < most) {
+        QTextLine line = layout.createLine();
+        if (!line.isValid()) break;
+        line.setLineWidth(room.width());
+        const bool last = lines.size() + 1 == most;
+        lines.append(
+            last ? metrics.elidedText(text.mid(line.textStart()), Qt::ElideRight, room.width())
+                 : text.mid(line.textStart(), line.textLength()).trimmed());
+    }
+    layout.endLayout();
+    const auto height = static_cast<int>(lines.size()) * metrics.height();
+    QRect place(room.left(), room.top() + (room.height() - height) / 2, room.width(),
+                metrics.height());
+    for (const QString& line : lines) {
+        painter.drawText(place, int(SkinAlignment(look_.Alignment) | Qt::TextSingleLine), line);
+        place.translate(0, metrics.height());
+    }
 }
 
 /// A thin bar at the right edge tells how much of the list is seen, and where.

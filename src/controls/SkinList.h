@@ -25,6 +25,8 @@ class SkinList : public QWidget {
     void SetScale(double scale);
     const DesignBox& Box() const { return box_; }
     void SetLook(const TextLook& look, std::int32_t backColor);
+    /// @param height  design pixels; a row is higher where its font needs it
+    void SetLeastRowHeight(int height);
     /// Where the pictures of entries are looked for, see ListPictureFile.
     void SetPictureFolder(const std::string& folder);
 
@@ -68,11 +70,13 @@ class SkinList : public QWidget {
     QRect RowRect(int index) const;
     const SkinPicture& RowPicture(const std::string& key);
     void PaintRow(QPainter& painter, int index, int indent);
+    void PaintText(QPainter& painter, const QRect& room, const QString& text) const;
     void PaintScrollMark(QPainter& painter) const;
 
     DesignBox box_;
     TextLook look_;
     QColor backColor_;
+    int leastRowHeight_ = 0;
     std::string folder_;
     std::map<std::string, SkinPicture> pictures_;  ///< by key; null where there is no file
 

@@ -34,7 +34,7 @@ void RefreshButton(SkinScreen& screen, ScreenElement& element, int index) {
 
 void RefreshLabel(SkinScreen& screen, ScreenElement& element, int index) {
     if (element.FixedText) return;
-    if (Changed(element, LabelText(element.Evaluated)))
+    if (Changed(element, LabelText(element.Evaluated, element.Places)))
         screen.ContainerOf(element)->SetLabelText(index, element.Shown);
 }
 

@@ -194,4 +194,16 @@ std::string GeneralNumber(float value) {
     return std::isnan(value) ? "NAN" : text;
 }
 
+std::string FixedNumber(float value, int decimals) {
+    constexpr float kGeneralFrom = 1e7F;
+    if (!(std::abs(value) < kGeneralFrom)) return GeneralNumber(value);
+    char digits[32];
+    const auto [end, error] =
+        std::to_chars(digits, digits + sizeof digits, static_cast<double>(value),
+                      std::chars_format::fixed, std::clamp(decimals, 0, kMostDecimals));
+    const std::string_view text(digits, static_cast<std::size_t>(end - digits));
+    const bool minusZero = text.find_first_not_of("-0.") == std::string_view::npos;
+    return std::string(minusZero && text.front() == '-' ? text.substr(1) : text);
+}
+
 }  // namespace dravik

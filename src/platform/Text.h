@@ -40,4 +40,12 @@ double LeadingNumber(std::string_view text);
 /// trailing zeros, "." as decimal point, exponent form ("1.5E+08") from 1E+07 up and below 1E-04.
 std::string GeneralNumber(float value);
 
+/// The value rounded to so many decimals, "." as decimal point and without a sign on a zero. A
+/// value that the general number format writes with an exponent, or that is not finite, stays in
+/// it.
+/// @param decimals  0 to kMostDecimals, other numbers count as the nearer of these
+std::string FixedNumber(float value, int decimals);
+
+constexpr int kMostDecimals = 6;
+
 }  // namespace dravik

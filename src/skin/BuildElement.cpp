@@ -93,6 +93,9 @@ void Prepare(ScreenElement& element) {
     if (element.Kind == ElementKind::Label) {
         element.Shown = FixedText(element);
         element.FixedText = !element.Shown.empty() || EqualsNoCase(element.Function, kTextFunction);
+        if (!element.Decimals.empty())
+            element.Places = static_cast<int>(std::clamp(LeadingNumber(element.Decimals), 0.0,
+                                                         static_cast<double>(kMostDecimals)));
     } else if (element.Kind == ElementKind::Button) {
         element.FixedText = EqualsNoCase(element.LabelFunction, kTextFunction);
     }
@@ -271,6 +274,7 @@ std::optional<SkinError> SkinScreen::BuildList(const SkinElement& element, int i
     SkinList* list = Member(List, index, element);
     list->SetBox(element.X, element.Y, element.Width, element.Height);
     list->SetLook(ListLook(element), element.BackColor);
+    list->SetLeastRowHeight(element.RowHeight);
     list->SetPictureFolder(basGlobal.ImageFolder);
     const int slot = ListSlotByName(LowerCased(element.Function));
     list->SetListSlot(FindList(slot));

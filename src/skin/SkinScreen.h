@@ -32,6 +32,7 @@ struct ScreenElement : SkinElement {
     bool ShowsEntry = false;     ///< an image that shows the picture of the selected list entry
     std::optional<std::string> EntryPicture;  ///< picture key of the entry that it shows
     bool FixedText = false;                   ///< a label or a caption that no refresh changes
+    std::optional<int> Places;                ///< decimals of a label's number, where stated
     std::string Shown;  ///< what the last refresh made it show: text or number
 };
 

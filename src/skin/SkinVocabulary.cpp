@@ -89,6 +89,8 @@ constexpr SkinKey kListKeys[] = {
     {"Tabindex", Lenient, &E::Tabindex, "3", "place in the navigation order"},
     {"Font", Text, &E::Font, "DejaVu Sans", "font"},
     {"FontStyle", Text, &E::FontStyle, "Bold", "Bold, Italic or BoldItalic"},
+    {"RowHeight", Integer, &E::RowHeight, "64",
+     "least height of a row, for fingers; a text wraps where a row has room for more lines"},
 };
 
 constexpr SkinKey kLabelKeys[] = {
@@ -101,6 +103,8 @@ constexpr SkinKey kLabelKeys[] = {
     {"Color", Strict, &E::Color, "&HFFFFFF", "text colour"},
     {"Caption", Text, &E::Caption, "Engine speed", "fixed text, with `Function=text`"},
     {"Font", Text, &E::Font, "DejaVu Sans", "font"},
+    {"Decimals", Text, &E::Decimals, "1",
+     "0 to 6: what a number is rounded to; without it, up to seven digits: `38.03922`"},
 };
 
 constexpr SkinKey kTextboxKeys[] = {

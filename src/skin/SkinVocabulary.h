@@ -31,7 +31,7 @@ struct SkinElement {
 
     std::string Function;
     int X = 0, Y = 0, Width = 0, Height = 0;
-    int Tabindex = 0;
+    int Tabindex = 0, RowHeight = 0;
 
     // Pictures, by file name.
     std::string Up, Over, Down;
@@ -47,7 +47,7 @@ struct SkinElement {
     int LabelAlignment = 0, LabelFontSize = 0, LabelColor = 0;
 
     // Text of labels, lists and text boxes.
-    std::string Caption, Font, FontStyle;
+    std::string Caption, Font, FontStyle, Decimals;
     int FontSize = 0, Alignment = 0;
     int Color = 0, FontColor = 0, BackColor = 0;
 

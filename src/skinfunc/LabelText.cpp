@@ -138,11 +138,12 @@ std::string LabelTextFunction(std::string& function) {
     return kNoText;
 }
 
-std::string LabelText(std::string& function) {
+std::string LabelText(std::string& function, std::optional<int> decimals) {
     std::string text = LabelTextFunction(function);
     if (text != kNoText) return text;
     const float number = LabelNumber(function);
-    if (number != kNoNumber) return GeneralNumber(number);
+    if (number != kNoNumber)
+        return decimals ? FixedNumber(number, *decimals) : GeneralNumber(number);
     return ImageState(function) ? "On" : "Off";
 }
 

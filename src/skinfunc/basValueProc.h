@@ -31,7 +31,8 @@ float SensorValue(int index);
 
 /// The text of a label function. Tried in turn: text function, number function, image function
 /// ("On" or "Off"). The text is replaced by its lower-cased form.
-std::string LabelText(std::string& function);
+/// @param decimals  how many a number is rounded to; nothing: the general number format
+std::string LabelText(std::string& function, std::optional<int> decimals = std::nullopt);
 
 /// The text of a text function; "error" when it is none. The text is lower-cased in place.
 std::string LabelTextFunction(std::string& function);

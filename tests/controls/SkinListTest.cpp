@@ -128,8 +128,34 @@ TEST_F(SkinListTest, ShowsThePictureOfAKeyAndTheSelection) {
         const int x = 12 * scale;
         EXPECT_EQ(shown.pixelColor(x, Middle(2) * scale), QColor(Qt::red));
         EXPECT_EQ(shown.pixelColor(x, Middle(1) * scale), QColor(0, 255, 255)) << "back colour";
-        EXPECT_EQ(shown.pixelColor(x, Middle(3) * scale), QColor(Qt::black)) << "selected row";
+        EXPECT_EQ(shown.pixelColor(x, Middle(3) * scale), QColor(0, 191, 191)) << "selected row";
     }
+}
+
+TEST_F(SkinListTest, HighRowsShowTheWholeTextInSeveralLines) {
+    list.SetLeastRowHeight(64);
+    EXPECT_EQ(list.RowHeight(), 64);
+    EXPECT_EQ(list.PageSize(), (10 * row + row / 2) / 64);
+    window.Click(50, 64 + 60);
+    EXPECT_EQ(slot.Selected, 2);
+
+    // Ink in the lower half of a row tells of a second line.
+    const auto inkBelow = [&](const std::string& text) {
+        slot.Entries[0].Text = text;
+        ++slot.Changes;
+        list.Refresh();
+        const QImage shown = window.grab().toImage();
+        int ink = 0;
+        for (int x = 0; x < 200; ++x) {
+            for (int y = 40; y < 62; ++y) ink += shown.pixelColor(x, y) != QColor(0, 255, 255);
+        }
+        return ink;
+    };
+    EXPECT_EQ(inkBelow("short"), 0);
+    EXPECT_GT(inkBelow("a text of so many words that no row of this width holds it"), 50);
+    EXPECT_GT(inkBelow(std::string(60, 'x')), 50) << "a name without blanks";
+    list.SetLeastRowHeight(1);
+    EXPECT_EQ(list.RowHeight(), row) << "never less than the text needs";
 }
 
 TEST(SkinTextboxTest, ShowsItsColoursAndScales) {

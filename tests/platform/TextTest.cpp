@@ -104,5 +104,19 @@ TEST(Text, GeneralNumberHasSevenDigitsAndNoTrailingZeros) {
     for (const auto& row : rows) EXPECT_EQ(GeneralNumber(row.Value), row.Text);
 }
 
+TEST(Text, FixedNumberRoundsAndHasNoMinusZero) {
+    struct Row {
+        float Value;
+        int Decimals;
+        const char* Text;
+    };
+    const Row rows[] = {
+        {38.03922F, 1, "38.0"}, {38.96F, 0, "39"},     {-0.04F, 1, "0.0"},
+        {-0.05F, 1, "-0.1"},    {-0.4F, 0, "0"},       {1726.25F, -3, "1726"},
+        {0.5F, 99, "0.500000"}, {1e7F, 2, "1E+07"},    {9999999, 6, "9999999.000000"},
+        {NAN, 1, "NAN"},        {-INFINITY, 1, "-INF"}};
+    for (const Row& row : rows) EXPECT_EQ(FixedNumber(row.Value, row.Decimals), row.Text);
+}
+
 }  // namespace
 }  // namespace dravik

@@ -133,6 +133,7 @@ TEST_F(RefreshTest, ValuesReachTheirElementsAndMarkTheirPids) {
         "Bargraph0Direction=1\nBargraph0Max=8000\nGauge0Function=sensor_rpm\nGauge0Max=8000\n"
         "Gauge0AngleStart=45\nGauge0AngleEnd=315\nGauge0RadiusEnd=100\nGauge0StretchY=100\n"
         "Gauge0X=300\nGauge0Y=300\nGauge0Color=255\nLabel0Function=Sensor_RPM\nLabel0Color=0\n"
+        "Label1Function=sensor_rpm\nLabel1Color=0\nLabel1Decimals=1\n"
         "Gauge1Function=nonsense\nGauge1Color=0\nGauge1Max=9\nGauge2Function=sensor_rpm\n"
         "Gauge2Color=0\nGauge2Min=5\nGauge2Max=5\nBargraph1Function=sensor_rpm\n"
         "Bargraph1Background=track.png\nBargraph1Direction=0\nBargraph1Min=5\nBargraph1Max=5\n"
@@ -145,6 +146,7 @@ TEST_F(RefreshTest, ValuesReachTheirElementsAndMarkTheirPids) {
     for (std::size_t pid = 0; pid < kPidCount; ++pid)
         EXPECT_EQ(basGlobal.PidWanted[pid], pid == 5 || pid == 12) << pid;
     EXPECT_EQ(LabelShown(0), "4000");
+    EXPECT_EQ(LabelShown(1), "4000.0");
     EXPECT_EQ(Screen().SliderArray[0]->Position(), 40);
     EXPECT_EQ(Screen().Bargraph[0]->Position(), 50);
     const auto needle = Screen().Page()->Gauge(0)->Line;
