@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Makes the skins: the ini files, the pictures at both sizes, and the start-up picture.
 
-Needs rsvg-convert (librsvg2-bin), optipng and the DejaVu fonts; see skins/README.md."""
+    build.py            writes them; needs rsvg-convert (librsvg2-bin), optipng and the DejaVu fonts
+    build.py --check    changes nothing; says what is out of date, as far as that can be told without
+                        drawing, and ends with status 1 if anything is; needs the fonts only"""
 
 import ctypes
 import os
@@ -28,13 +30,28 @@ def render(svg, path, zoom):
     subprocess.run(["optipng", "-quiet", "-strip", "all", "-o1", path], check=True)
 
 
+def picture_files(skin):
+    """What each picture file is drawn from, and how large."""
+    return {name + ending: (svg, zoom) for name, (_, _, svg) in skin.pictures.items()
+            for ending, zoom in ((".png", 1), ("@2x.png", 2))}
+
+
+def ini_path(skin):
+    return os.path.join(SKINS, skin.name + ".ini")
+
+
+def out_of_date(skin):
+    with open(ini_path(skin), newline="") as file:
+        if file.read() != skin.ini():
+            yield skin.name + ".ini"
+    for name in picture_files(skin).keys() ^ set(os.listdir(os.path.join(SKINS, skin.name))):
+        yield skin.name + "/" + name
+
+
 def write_pictures(skin, pool):
     folder = os.path.join(SKINS, skin.name)
     os.makedirs(folder, exist_ok=True)
-    wanted = {}
-    for name, (_, _, svg) in skin.pictures.items():
-        wanted[name + ".png"] = (svg, 1)
-        wanted[name + "@2x.png"] = (svg, 2)
+    wanted = picture_files(skin)
     for file in os.listdir(folder):
         if file not in wanted:
             os.remove(os.path.join(folder, file))
@@ -65,13 +82,17 @@ def main():
         skin.check()
         faults += skin.faults + list(check_shapes(name))
         skins.append(skin)
+    if "--check" in sys.argv[1:]:
+        faults += [f"out of date: {name}" for skin in skins for name in out_of_date(skin)]
     if faults:
         print("\n".join(dict.fromkeys(faults)), file=sys.stderr)
         return 1
+    if "--check" in sys.argv[1:]:
+        return 0
     with ThreadPoolExecutor(2) as pool:
         jobs = []
         for skin in skins:
-            with open(os.path.join(SKINS, skin.name + ".ini"), "w", newline="\n") as file:
+            with open(ini_path(skin), "w", newline="\n") as file:
                 file.write(skin.ini())
             jobs += write_pictures(skin, pool)
         for job in jobs:

@@ -96,14 +96,18 @@ def bar(width, height, low, high, zones, c, full):
     """The picture of a bar, full or empty.
 
     A zone at the high end lights up as the bar reaches it. One at the low end would be lit by
-    every value above it, so it is only marked at the lower edge, like all zones of an empty bar."""
-    parts = [f'<clipPath id="bar"><rect width="{width}" height="{height}" rx="3"/></clipPath>'
-             f'<g clip-path="url(#bar)"><rect width="{width}" height="{height}"'
+    every value above it, so it is only marked by a strip below the bar, like all zones."""
+    strip = 4
+    room = height - strip - 2
+    parts = [f'<clipPath id="bar"><rect width="{width}" height="{room}" rx="3"/></clipPath>'
+             f'<g clip-path="url(#bar)"><rect width="{width}" height="{room}"'
              f' fill="{c["normal" if full else "empty"]}"/>']
+    marks = []
     for start, end, color in zones:
         x1 = width * (start - low) / (high - low)
         x2 = width * (end - low) / (high - low)
-        thick = height if full and start > low else 4
-        parts.append(f'<rect x="{x1:.2f}" y="{height - thick}" width="{x2 - x1:.2f}"'
-                     f' height="{thick}" fill="{c[color]}"/>')
-    return "".join(parts) + "</g>"
+        zone = f'<rect x="{x1:.2f}" y="{{}}" width="{x2 - x1:.2f}" height="{{}}" fill="{c[color]}"/>'
+        marks.append(zone.format(height - strip, strip))
+        if full and start > low:
+            parts.append(zone.format(0, room))
+    return "".join(parts) + "</g>" + "".join(marks)

@@ -6,7 +6,7 @@ import sensors
 from icons import icon
 from palette import number
 from parts import COLUMNS, ON_BACK, ON_PANEL, ROWS, THIRD, THIRDS
-from skin import PLAIN, Section
+from skin import NARROW, PLAIN, TOUCH, Section
 
 MENUS = ["mainmenu", "dashboard", "engine", "trims", "chart", "troublecodes", "sensors",
          "sensors2", "sensors3", "sensors4", "mediaplayer", "system"]
@@ -34,15 +34,15 @@ def mainmenu(skin):
     head = (draw.box(0, 0, 792, 58, c["panel"], c["edge"], 8, 1.5) + mark(14, 8, 42, c)
             + draw.text(70, 38, "Dravik", 26, c["text"]))
     page.image(skin.picture("head", 792, 58, head), 4, 4)
-    hint = (draw.box(0, 0, 470, 50, c["panel"])
-            + draw.text(466, 21, "No connection: plug in the interface, switch on", 15, c["text"],
-                        "end", False, True)
-            + draw.text(466, 42, "the ignition, then touch Connect.", 15, c["text"], "end", False,
-                        True))
-    page.image(skin.picture("hint-connect", 470, 50, hint), 314, 8)
-    ready = (draw.box(0, 0, 470, 50, c["panel"])
-             + draw.text(466, 31, "Connected to the vehicle", 15, c["text"], "end", False, True))
-    page.image(skin.picture("hint-ready", 470, 50, ready), 314, 8, "obd_connected")
+    for name, state, lines in (
+            ("hint-connect", "picture", ("To connect: plug in the interface, switch on the ignition,",
+                                         "touch Connect. System, Settings has the port.")),
+            ("hint-ready", "obd_connected", ("Connected to the vehicle",))):
+        hint = draw.box(0, 0, 604, 52, c["panel"])
+        for i, line in enumerate(lines):
+            hint += draw.text(600, (34, 22)[len(lines) - 1] + 25 * i, line, 20, c["text"], "end",
+                              False, True)
+        page.image(skin.picture(name, 604, 52, hint), 184, 7, state)
     tiles = [("openmenu_dashboard", "dashboard", "Dashboard"),
              ("openmenu_engine", "engine", "Engine"),
              ("openmenu_trims", "trims", "Mixture"),
@@ -68,17 +68,14 @@ def big_dial(page, name, x, y, dial, remark):
     skin = page.skin
     c = skin.colors
     middle = RADIUS
-    shapes = (draw.face(middle, middle, RADIUS, c) + draw.scale(middle, middle, dial, c)
-              + draw.hub(middle, middle, 20, c))
-    if remark:
-        shapes += draw.text(middle, middle + 50, remark, 14, c["muted"], "middle", False)
-    page.image(skin.picture("dial-" + name.split(".")[0], 2 * RADIUS, 2 * RADIUS, shapes),
-               x - RADIUS, y - RADIUS)
-    parts.needle(page, "sensor_" + name, x, y, *dial["range"], *dial["sweep"], 26, 130)
+    parts.dial(page, "dial-" + name.split(".")[0], x, y, RADIUS, 20, dial,
+               draw.text(middle, middle + 45, remark, 13, c["muted"], "middle", False))
+    # The needle ends where the numbers begin.
+    parts.needle(page, "sensor_" + name, x, y, *dial["range"], *dial["sweep"], 26, 92)
     on = ("face0", "face1")
-    page.label("sensorcaption_" + name, x - 71, y - 48, 142, 12, "muted", on, 2)
-    page.label("sensor_" + name, x - 97, y + 101, 194, 29, "text", on, 2)
-    page.label("sensorunit_" + name, x - 40, y + 126, 80, 13, "muted", on, 2)
+    page.label("sensorcaption_" + name, x - 71, y + 64, 142, 12, "muted", on, 2)
+    page.label("sensor_" + name, x - 97, y + 103, 194, 29, "text", on, 2)
+    page.label("sensorunit_" + name, x - 40, y + 127, 80, 13, "muted", on, 2)
 
 
 def dashboard(skin):
@@ -88,10 +85,9 @@ def dashboard(skin):
     big_dial(page, "speed", 649, 151, SPEED, "")
 
     for y, name in ((4, "temp.ambient"), (98, "volt.obdcontrolmodule")):
-        page.image(parts.panel(skin, 192, 88), 304, y)
-        page.label("sensorcaption_" + name, 314, y + 26, 172, 13, "muted", ON_PANEL)
-        page.label("sensor_" + name, 308, y + 70, 155, 23, "text", ON_PANEL, 1)
-        page.label("sensorunit_" + name, 467, y + 70, 28, 14, "muted", ON_PANEL)
+        parts.switch_tile(page, name, 304, y, 192, 88, 1 + (y > 4))
+        page.label("sensor_" + name, 308, y + 74, 151, 29, "text", ON_PANEL, 1)
+        page.label("sensorunit_" + name, 465, y + 74, 28, 14, "muted", ON_PANEL)
 
     # The lamp: dark in the tile, lit as a picture of its own, and a touch opens the codes.
     dark = (draw.box(0, 0, 192, 106, c["panel"], c["edge"], 8, 1.5)
@@ -108,14 +104,13 @@ def dashboard(skin):
             ("value.loadcalculated", "bar-load", 0, 100, None, None, []),
             ("value.fuellevel", "bar-fuel", 0, 100, None, None,
              [(0, 12, "warn")])]
-    for x, (name, picture, low, high, source, shown, zones) in zip(THIRDS, bars):
+    for i, (x, (name, picture, low, high, source, shown, zones)) in enumerate(zip(THIRDS, bars)):
         y = 304
-        page.image(parts.panel(skin, THIRD, 96), x, y)
-        page.label("sensorcaption_" + name, x + 12, y + 24, 160, 13, "muted", ON_PANEL)
-        page.label("sensor_" + name, x + 12, y + 62, 198, 26, "text", ON_PANEL, 1)
+        parts.switch_tile(page, name, x, y, THIRD, 96, 3 + i)
+        page.label("sensor_" + name, x + 12, y + 62, 198, 29, "text", ON_PANEL, 1)
         page.label("sensorunit_" + name, x + 218, y + 62, 36, 14, "muted", ON_PANEL)
         # The temperature's bar reads the raw value, which is the same in every unit.
-        parts.bar(page, source or "sensor_" + name, x + 12, y + 72, picture, THIRD - 24, 14, low,
+        parts.bar(page, source or "sensor_" + name, x + 12, y + 70, picture, THIRD - 24, 18, low,
                   high, zones, shown)
 
 
@@ -131,7 +126,7 @@ def engine(skin):
         parts.sensor_tile(page, name, COLUMNS[i % 4], ROWS[i // 4], i)
 
 
-TRIM = dict(range=(-100, 100), sweep=(40, 320), outer=71, major=13, minor=8, step=50,
+TRIM = dict(range=(-100, 100), sweep=(40, 320), outer=67, major=13, minor=8, step=50,
             between=10, numbers=(-100, -50, 50, 100), digits=13, thick=4,
             zones=[(-100, -25, "warn"), (-10, 10, "normal"), (25, 100, "warn")])
 
@@ -141,28 +136,23 @@ def trims(skin):
     page = parts.page(skin, "trims", "Mixture")
     names = ["value.shorttermfueltrimbank1", "value.longtermfueltrimbank1",
              "value.shorttermfueltrimbank2", "value.longtermfueltrimbank2"]
-    radius = 76
-    dial = (draw.face(radius, radius, radius, c, 4) + draw.scale(radius, radius, TRIM, c)
-            + draw.hub(radius, radius, 11, c))
-    skin.picture("dial-trim", 2 * radius, 2 * radius, dial)
-    for x, name in zip(COLUMNS, names):
-        page.image(parts.panel(skin, 195, 210), x, 4)
-        page.image("dial-trim", x + 21, 9)
-        parts.needle(page, "sensor_" + name, x + 97, 85, -100, 100, *TRIM["sweep"], 16, 65, 5, 2)
-        page.label("sensorcaption_" + name, x + 8, 177, 179, 13, "muted", ON_PANEL, 2)
-        page.label("sensor_" + name, x + 4, 204, 142, 20, "text", ON_PANEL, 1)
-        page.label("sensorunit_" + name, x + 152, 204, 40, 13, "muted", ON_PANEL)
+    for i, (x, name) in enumerate(zip(COLUMNS, names)):
+        parts.switch_tile(page, name, x, 4, 195, 210, i)
+        parts.dial(page, "dial-trim", x + 97, 107, 72, 11, TRIM)
+        parts.needle(page, "sensor_" + name, x + 97, 107, -100, 100, *TRIM["sweep"], 16, 61, 5, 2)
+        page.label("sensor_" + name, x + 4, 205, 112, 23, "text", ON_PANEL, 1)
+        page.label("sensorunit_" + name, x + 120, 205, 40, 13, "muted", ON_PANEL)
     oxygen = [("volt.lambdabank1sensor1", "obd_14"), ("volt.lambdabank1sensor2", "obd_15"),
               ("volt.lambdabank2sensor1", "obd_18"), ("volt.lambdabank2sensor2", "obd_19")]
     for i, (name, source) in enumerate(oxygen):
         x, y = COLUMNS[i], 219
-        parts.sensor_tile(page, name, x, y, i, 100)
+        parts.sensor_tile(page, name, x, y, 4 + i, 100)
         # A bar counts in whole numbers, so it reads the raw value: 51200 is one volt.
-        parts.bar(page, source, x + 10, y + 74, "bar-oxygen", 175, 14, 0, 1, [], (0, 51200))
+        parts.bar(page, source, x + 10, y + 76, "bar-oxygen", 175, 16, 0, 1, [], (0, 51200))
     tiles = ["value.commandedequivalence", "temp.catalystbank1sensor1",
              "temp.catalystbank2sensor1", "value.commandedevaporativepurge"]
     for i, name in enumerate(tiles):
-        parts.sensor_tile(page, name, COLUMNS[i], ROWS[4], len(oxygen) + i)
+        parts.sensor_tile(page, name, COLUMNS[i], ROWS[4], 8 + i)
 
 
 def chart(skin):
@@ -190,8 +180,8 @@ def list_page(page, function, top, points, tab):
     page.image(parts.panel(skin, 586, 315), 4, 4)
     page.image(parts.frame(skin, 586, 315), 4, 4, "mouseover_list")
     height = 305 - top
-    page.add("List", function, X=10, Y=9 + top, Width=574, Height=height, Font=PLAIN,
-             FontSize=points, FontStyle="Regular", FontColor=number(c["text"]),
+    page.add("List", function, X=10, Y=9 + top, Width=574, Height=height, Font=NARROW,
+             FontSize=points, FontStyle="Regular", RowHeight=TOUCH, FontColor=number(c["text"]),
              BackColor=number(c["panel"]), Tabindex=tab)
 
 
@@ -207,7 +197,7 @@ def step_keys(page, top, height, tab):
 def troublecodes(skin):
     c = skin.colors
     page = parts.page(skin, "troublecodes", "Trouble codes", command="obd_gettroublecodes")
-    list_page(page, "troublecodes", 0, 18, 0)
+    list_page(page, "troublecodes", 0, 17, 0)
     dark = (draw.box(0, 0, 202, 101, c["panel"], c["edge"], 8, 1.5)
             + icon("engine", 14, 18, 68, c["off"]))
     page.image(skin.picture("lamp-wide", 202, 101, dark), 594, 4)
@@ -232,8 +222,8 @@ def freezeframe(skin):
         x, y = THIRDS[i % 3], 4 + 99 * (i // 3)
         page.image(parts.panel(skin, THIRD, 95), x, y)
         page.label("sensorcaption_" + name, x + 12, y + 28, 230, 14, "muted", ON_PANEL)
-        page.label("sensor_" + name, x + 8, y + 76, 186, 26, "text", ON_PANEL, 1)
-        page.label("sensorunit_" + name, x + 200, y + 76, 56, 14, "muted", ON_PANEL)
+        page.label("sensor_" + name, x + 8, y + 80, 186, 32, "text", ON_PANEL, 1)
+        page.label("sensorunit_" + name, x + 200, y + 80, 56, 14, "muted", ON_PANEL)
 
 
 def sensor_pages(skin):
@@ -263,7 +253,7 @@ def sensor_pages(skin):
 def mediaplayer(skin):
     c = skin.colors
     page = parts.page(skin, "mediaplayer", "Media")
-    list_page(page, "media", 34, 18, 0)
+    list_page(page, "media", 34, 17, 0)
     page.label("currentfolder", 16, 32, 420, 14, "muted", ON_PANEL)
     page.label("indexlabel", 440, 32, 138, 14, "muted", ON_PANEL, 1)
     size = 44

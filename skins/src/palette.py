@@ -19,12 +19,12 @@ DAY = {
     "panel": "#FBFCFD", "edge": "#B4BFCA",
     "key": "#F3F6F8", "keyedge": "#8D9BA9", "focus": "#E2F0FA", "down": "#B5D9F0",
     "text": "#0B1016", "muted": "#3C4854",
-    "accent": "#00599A", "warn": "#A65700", "danger": "#BC0F1E",
+    "accent": "#005290", "warn": "#A65700", "danger": "#BC0F1E",
     "face0": "#FFFFFF", "face1": "#F1F4F7", "ring0": "#8B98A5", "ring1": "#C4CDD6",
     "tick": "#0B1016", "minor": "#6A7784", "hub0": "#8B98A5", "hub1": "#5A6773",
-    "needle": "#00599A", "needleedge": "#00599A",
-    "empty": "#D5DCE3", "normal": "#00599A", "grid": "#CBD3DB", "off": "#B4BFCA",
-    "veil": "#20262C", "lamp": "#00599A",
+    "needle": "#005290", "needleedge": "#005290",
+    "empty": "#D5DCE3", "normal": "#005290", "grid": "#CBD3DB", "off": "#B4BFCA",
+    "veil": "#20262C", "lamp": "#005290",
 }
 
 PALETTES = {"night": NIGHT, "day": DAY}
@@ -33,7 +33,8 @@ FIGURES = 7.0   # contrast of numbers against what they stand on
 TEXT = 4.5      # of all other text
 SHAPES = 3.0    # of needles, ticks, zones and lamps
 
-# What shows what, on what, and the least contrast between the two.
+# What shows what, on what.
+FIGURE_PAIRS = [("accent", "face1")]  # the scale of a chart has the colour of its trace
 SHAPE_PAIRS = [
     ("tick", "face0"), ("tick", "face1"), ("minor", "face0"), ("minor", "face1"),
     ("needle", "face0"), ("needle", "face1"), ("danger", "face0"), ("danger", "face1"),
@@ -62,7 +63,8 @@ def number(color):
 
 def check_shapes(name):
     colors = PALETTES[name]
-    for one, other in SHAPE_PAIRS:
-        found = contrast(colors[one], colors[other])
-        if found < SHAPES:
-            yield f"{name}: {one} on {other} has a contrast of {found:.2f}, not {SHAPES}"
+    for least, pairs in ((FIGURES, FIGURE_PAIRS), (SHAPES, SHAPE_PAIRS)):
+        for one, other in pairs:
+            found = contrast(colors[one], colors[other])
+            if found < least:
+                yield f"{name}: {one} on {other} has a contrast of {found:.2f}, not {least}"

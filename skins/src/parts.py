@@ -1,6 +1,7 @@
 """The parts that pages are put together from: keys, tiles, dials, bars, the status line."""
 
 import draw
+import fonts
 from icons import icon
 from palette import number
 from skin import Section
@@ -61,8 +62,9 @@ def _lamp_off(c, width, height):
 
 def _answer(name, caption):
     def front(c, width, height):
-        return (icon(name, width / 2 - 54, height / 2 - 16, 32, c["accent"], stroke=5)
-                + draw.text(width / 2 - 10, height / 2 + 8, caption, 22, c["text"]))
+        left = (width - 32 - 12 - fonts.width(caption, "DejaVu Sans Bold", 22)) / 2
+        return (icon(name, left, height / 2 - 16, 32, c["accent"], stroke=5)
+                + draw.text(left + 44, height / 2 + 8, caption, 22, c["text"]))
     return front
 
 
@@ -107,20 +109,41 @@ def tall_key(page, function, x, y, width, height, symbol, caption, tab, points=1
                 label=(caption, 3, top + size + 24, width - 6, points, "text", ON_KEY, 2))
 
 
-def sensor_tile(page, name, x, y, tab, height=TILE[1]):
-    """Caption, figure and unit of a sensor; a touch switches it off and on."""
+def switch_tile(page, name, x, y, width, height, tab):
+    """A tile with the caption of a sensor, which a touch switches off and on. When it is off, what
+    the tile shows besides is covered: its picture lies above images, labels, needles and bars."""
     skin = page.skin
     c = skin.colors
-    width = TILE[0]
     page.image(panel(skin, width, height), x, y)
-    off = skin.picture(f"tile-off{height}", 185, height - 35,
-                       draw.box(0, 0, 185, height - 35, c["panel"])
-                       + draw.text(136, 31, "Off", 22, c["muted"], "end", bold=False))
+    room = height - 35
+    off = skin.picture(f"off{width}x{height}", width - 10, room,
+                       draw.box(0, 0, width - 10, room, c["panel"])
+                       + draw.text((width - 10) / 2, room / 2 + 8, "Off", 22, c["muted"], "middle",
+                                   bold=False))
     page.button("sensortoggle_" + name, x, y, glass(skin, width, height), tab,
                 image=(off, 5, 29), state="sensoroff_" + name,
                 label=("=sensorcaption_" + name, 10, 24, width - 16, 13, "muted", ON_PANEL, 0))
-    page.label("sensor_" + name, x + 3, y + 60, 142, 20, "text", ON_PANEL, 1)
-    page.label("sensorunit_" + name, x + 148, y + 60, 46, 12, "muted", ON_PANEL)
+
+
+def sensor_tile(page, name, x, y, tab, height=TILE[1]):
+    """A tile with caption, figure and unit of a sensor."""
+    switch_tile(page, name, x, y, TILE[0], height, tab)
+    page.label("sensor_" + name, x + 3, y + 63, 137, 26, "text", ON_PANEL, 1)
+    page.label("sensorunit_" + name, x + 143, y + 63, 46, 12, "muted", ON_PANEL)
+
+
+def dial(page, name, x, y, radius, hub, scale, more=""):
+    """A dial around a centre: dim as long as there is no connection, when its needle rests."""
+    c = page.skin.colors
+    dim = {**c, "tick": c["minor"], "minor": c["edge"], **{zone: c["edge"] for zone in
+                                                           ("normal", "warn", "danger")}}
+    rim = 5 if radius > 100 else 4
+    for state, function, colors in (("-dim", "picture", dim), ("", "obd_connected", c)):
+        shapes = (draw.face(radius, radius, radius, c, rim)
+                  + draw.scale(radius, radius, scale, colors) + draw.hub(radius, radius, hub, c)
+                  + more)
+        page.image(page.skin.picture(name + state, 2 * radius, 2 * radius, shapes), x - radius,
+                   y - radius, function)
 
 
 def needle(page, function, x, y, low, high, first, last, start, end, wide=9, narrow=4):

@@ -38,12 +38,6 @@ def single(value):
     return struct.unpack("f", struct.pack("f", value))[0]
 
 
-def general_number(value):
-    """A single-precision value in the general number format, near enough to measure."""
-    value = single(value)
-    return f"{value:.7g}" if abs(value) < 1e7 else f"{value:.6E}"
-
-
 @functools.cache
 def _sensor(name):
     rows = [row for row in sensors.SENSORS if row[1] == name]
@@ -52,11 +46,24 @@ def _sensor(name):
     return rows[0]
 
 
+# Decimals of a figure; where a sensor is not named, its kind (up to the ".") is.
+DECIMALS = {"rpm": 0, "speed": 0, "temp": 0, "time": 0, "dist": 0, "count": 0, "value": 0, "angle": 1,
+            "p": 1, "p.fuelrail": 0, "p.fuelraildirect": 0, "volt": 1, "value.airflowrate": 2, "value.commandedequivalence": 2,
+            "value.shorttermfueltrimbank1": 1, "value.longtermfueltrimbank1": 1,
+            "value.shorttermfueltrimbank2": 1, "value.longtermfueltrimbank2": 1,
+            "volt.lambdabank1sensor1": 2, "volt.lambdabank1sensor2": 2,
+            "volt.lambdabank2sensor1": 2, "volt.lambdabank2sensor2": 2}
+
+
+def decimals(name):
+    return DECIMALS.get(name, DECIMALS[name.partition(".")[0]])
+
+
 @functools.cache
 def value_texts(name):
-    """The longest that a sensor can show, metric or not. Next to nothing, which has the most
-    decimals, is left out: no sensor of a running engine rests there."""
+    """The longest that a sensor can show, metric or not."""
     _, _, size, factor, offset, unit = _sensor(name)
+    places = decimals(name)
     shown = set()
     scales = [(1, 0)]
     if unit in sensors.IMPERIAL:
@@ -66,8 +73,7 @@ def value_texts(name):
         o = single(offset * times + plus)
         top = 256 ** size
         for raw in range(0, top, max(1, top // 4096) | 1):
-            if abs(f * raw + o) >= 0.1:
-                shown.add(general_number(f * raw + o))
+            shown.add(f"{single(f * raw + o):.{places}f}")
     longest = max(len(text) for text in shown)
     return sorted(text for text in shown if len(text) >= longest - 1)
 
@@ -152,6 +158,8 @@ class Section:
                     Alignment=align, Color=number(self.skin.colors[color]))
         if function == "text":
             keys["Caption"] = caption
+        if function.startswith("sensor_"):
+            keys["Decimals"] = decimals(function.partition("_")[2])
         self.add("Label", function, **keys)
 
     def button(self, function, x, y, key, tab, image=None, state=None, label=None):
