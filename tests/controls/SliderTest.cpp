@@ -222,7 +222,7 @@ TEST_F(SliderTest, HoverPictureGoesWithoutAMouseEvent) {
     QTest::qWait(100);
     EXPECT_TRUE(slider.PointerOver());
     window.Vanish();
-    EXPECT_TRUE(Eventually([this] { return !slider.PointerOver(); }));
+    EXPECT_TRUE(Until([this] { return !slider.PointerOver(); }));
     EXPECT_EQ(At(5, 10), QColor(Qt::blue));
 }
 

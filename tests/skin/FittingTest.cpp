@@ -32,7 +32,7 @@ TEST_F(FittingTest, DesignIsScaledUniformlyAndCentredOnBlack) {
                 {{480, 800}, 0.6, {0, 256}}, {{800, 480}, 1, {0, 0}}};
     for (const auto& row : rows) {
         window->resize(row.Window);
-        ASSERT_TRUE(Eventually([&] { return Screen().Scale() == row.Scale; })) << row.Scale;
+        ASSERT_TRUE(Until([&] { return Screen().Scale() == row.Scale; })) << row.Scale;
         const QPoint at(qRound(101 * row.Scale), qRound(40 * row.Scale));
         const QPoint end(qRound(165 * row.Scale), qRound(104 * row.Scale));
         EXPECT_EQ(ButtonRect(), QRect(row.Corner + at, row.Corner + end - QPoint(1, 1)));

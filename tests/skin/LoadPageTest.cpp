@@ -311,7 +311,7 @@ TEST_F(LoadPageTest, PicturesThatCannotBeLoadedAreNamed) {
             Answers answers;
             LoadSkinPage("mainmenu", false);
             FinishPage();
-            EXPECT_TRUE(Eventually([&] { return !answers.texts.empty(); })) << key << file;
+            EXPECT_TRUE(Until([&] { return !answers.texts.empty(); })) << key << file;
             EXPECT_THAT(answers.texts,
                         ElementsAre(HasSubstr(std::string("test.ini [mainmenu] ") + key + "\r\n")))
                 << file;
