@@ -1,11 +1,11 @@
 #include <unistd.h>
 
-#include <QImage>
 #include <memory>
 
 #include "controls/SkinList.h"
 #include "lists/media/MediaFixture.h"
 #include "support/ConsoleProgram.h"
+#include "support/SavePicture.h"
 
 namespace dravik {
 namespace {
@@ -39,12 +39,8 @@ class MediaProgram : public ::testing::Test {
                       "[Folders]\nmedia=..\\Music\n");
         folder_.Write("program/skins/test.ini", kSkin);
         fs::create_directories(folder_ / "program/skins/test");
-        for (const char* picture : {"up", "parent", "folder", "mp3", "none"}) {
-            QImage image(60, 50, QImage::Format_RGB32);
-            image.fill(Qt::darkCyan);
-            image.save(QString::fromStdString(folder_ / "program/skins/test/") +
-                       QString::fromLatin1(picture) + QStringLiteral(".png"));
-        }
+        for (const std::string picture : {"up", "parent", "folder", "mp3", "none"})
+            SavePicture(folder_ / ("program/skins/test/" + picture + ".png"), 60, 50);
         folder_.Write("bin/xdg-open", "#!/bin/sh\nprintf %s \"$1\" > '" + (folder_ / "part") +
                                           "'\nmv '" + (folder_ / "part") + "' '" +
                                           (folder_ / "opened") + "'\n");
