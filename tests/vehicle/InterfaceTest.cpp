@@ -5,12 +5,6 @@
 namespace dravik::vehicle {
 namespace {
 
-Scenario BuiltIn(const char* name) {
-    Scenario scenario;
-    EXPECT_EQ(LoadScenario(name, scenario), "");
-    return scenario;
-}
-
 TEST(Interface, ConnectSequenceOfTheFrontEndGetsTheExpectedReplies) {
     Desk desk(BuiltIn("faults"));
     EXPECT_EQ(desk.Ask("ATZ"), "ATZ\r\n\r\n\r\nDVI 1.0\r\n\r\n>");
