@@ -181,56 +181,45 @@ TEST_F(LiveData, FreezePagesAskForTheFrameOfTheSelectedCode) {
 }
 
 TEST_F(LiveData, RepliesAreStoredUnderThePidThatTheyName) {
-    constexpr std::int32_t kNothing = -7;
-    const struct {
+    struct Row {
         const char* Reply;
-        std::size_t Pid;
+        std::size_t Pid;  ///< kPidCount: nothing is stored anywhere
         std::int32_t Value;
-    } rows[] = {{"41 0C 1A F8\r\r>", 12, 6904},
-                {"410C1AF8\r>", 12, 6904},
-                {"41 0c 1a f8\r>", 12, 6904},
-                {"41 0D FF\r41 0D 01\r>", 13, 255},
-                {"41 0D 8000\r>", 13, 0x8000},
-                {"41 00 BE 1F B8 10\r>", 0, static_cast<std::int32_t>(0xBE1FB810)},
-                {"41 4F 7F FF FF FF\r>", 79, 0x7FFFFFFF},
-                {"41 4F 00 00 00 00 05\r>", 79, kNothing},
-                {"41 50 01\r>", 80, kNothing},
-                {"41 FF 01\r>", 80, kNothing},
-                {"7F 01 12\r>", 1, 0x12},
-                {"42 0C 00 1A F8\r>", 12, 6904},
-                {"FF 02 01\r>", 2, 1},
-                {"40 0C 11\r>", 12, kNothing},
-                {"010C\r41 0C 1A F8\r>", 12, kNothing},
-                {"\r41 0C 1A F8\r>", 12, kNothing},
-                {" 41 0 D00 >\r>", 13, kNothing},
-                {"41 0C\r>", 12, kNothing},
-                {"41\r>", 0, kNothing},
-                {"41 XX 05\r>", 0, 5},
-                {"41 0C 1G\r>", 12, kNothing},
-                {"41 0C -1\r>", 12, kNothing},
-                {"41 0C 0x1\r>", 12, kNothing},
-                {"41 0C 1A\n\r>", 12, kNothing},
-                {"41 0C 5", 12, 5},
-                {"NO DATA\r\r>", 0, kNothing},
-                {"BUS INIT: ...ERROR\r>", 0, kNothing},
-                {"FB ERROR\r>", 0, kNothing},
-                {">", 0, kNothing}};
+    };
+    std::vector<Row> rows = {{"41 0C 1A F8\r\r>", 12, 6904},
+                             {"410C1AF8\r>", 12, 6904},
+                             {"41 0c 1a f8\r>", 12, 6904},
+                             {"41 0D 8000\r>", 13, 0x8000},
+                             {"7F 01 12\r>", 1, 0x12},
+                             {"42 0C 1A F8\r>", 12, 6904},
+                             {"FF 02 01\r>", 2, 1},
+                             {"41 XX 05\r>", 0, 5},
+                             {"41 0C 5", 12, 5},
+                             {"41 0D FF\r41 0D 01\r>", 13, 255},
+                             {"41 4F 7F FF FF FF\r>", 79, 0x7FFFFFFF}};
+    rows.push_back({"41 00 BE 1F B8 10\r>", 0, static_cast<std::int32_t>(0xBE1FB810)});
+    for (const char* other :
+         {"41 4F 00 00 00 00 05\r>", "41 50 01\r>", "41 FF 01\r>", "40 0C 11\r>",
+          "010C\r41 0C 1A F8\r>", "\r41 0C 1A F8\r>", " 41 0 D00 >\r>", "41 0C\r>", "41\r>",
+          "41 0C 1G\r>", "41 0C -1\r>", "41 0C 0x1\r>", "41 0C 1A\n\r>", "NO DATA\r\r>",
+          "BUS INIT: ...ERROR\r>", "FB ERROR\r>", ">"})
+        rows.push_back({other, kPidCount, 0});
     for (const char* menu : {"main", "freeze"}) {
-        for (const auto& row : rows) {
+        for (const Row& row : rows) {
             SCOPED_TRACE(std::string(menu) + " " + row.Reply);
             GlobalState& g = basGlobal;
             g.CurrentMenu = menu;
-            g.LiveRaw.fill(kNothing);
-            g.FreezeRaw.fill(kNothing);
+            g.LiveRaw.fill(-7);
+            g.FreezeRaw.fill(-7);
             g.ConnState = kConnected;
             g.tiTimeout.SetEnabled(false);
             HandlePidReply(row.Reply);
             EXPECT_EQ(g.ConnState, 9) << "any reply shows that data arrive";
             EXPECT_TRUE(g.tiTimeout.Enabled());
             auto expected = std::array<std::int32_t, 80>{};
-            expected.fill(kNothing);
+            expected.fill(-7);
             const auto untouched = expected;
-            if (row.Pid < 80) expected[row.Pid] = row.Value;
+            if (row.Pid < kPidCount) expected[row.Pid] = row.Value;
             const bool freeze = g.CurrentMenu == "freeze";
             EXPECT_EQ(freeze ? g.FreezeRaw : g.LiveRaw, expected);
             EXPECT_EQ(freeze ? g.LiveRaw : g.FreezeRaw, untouched);

@@ -12,6 +12,10 @@
 
 namespace dravik {
 
+inline std::string DeviceAt(int port) {
+    return "tcp://127.0.0.1:" + std::to_string(port);
+}
+
 /// What a port is connected to.
 class FarEnd {
  public:
@@ -46,7 +50,7 @@ class NetworkEnd : public FarEnd {
  public:
     explicit NetworkEnd(QHostAddress address = QHostAddress::LocalHost) { server_.listen(address); }
 
-    std::string Device() const override { return "tcp://127.0.0.1:" + std::to_string(Port()); }
+    std::string Device() const override { return DeviceAt(Port()); }
     bool Accept() override {
         if (!Until([this] { return server_.hasPendingConnections(); })) return false;
         peer_.reset(server_.nextPendingConnection());

@@ -1,8 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QTimer>
-#include <memory>
-#include <vector>
+#include <array>
 
 #include "platform/serial/FarEnd.h"
 #include "platform/serial/PortEvents.h"
@@ -69,26 +68,21 @@ TEST(SerialPortTcpGlobal, LeftOpenIsClosedSafelyAfterTheApplicationHasGone) {
 class DeadEnd {
  public:
     DeadEnd() {
-        device_.Server().pauseAccepting();
+        server_.setListenBacklogSize(1);
+        server_.listen(QHostAddress::LocalHost);
+        server_.pauseAccepting();
         // Far more than any queue; the last ones stay on their way.
-        device_.Server().setListenBacklogSize(1);
-        device_.Server().close();
-        device_.Server().listen(QHostAddress::LocalHost);
-        device_.Server().pauseAccepting();
-        for (int count = 0; count < 8; ++count) {
-            fillers_.push_back(std::make_unique<QTcpSocket>());
-            fillers_.back()->connectToHost(QHostAddress::LocalHost,
-                                           static_cast<quint16>(device_.Port()));
-        }
+        for (QTcpSocket& filler : fillers_)
+            filler.connectToHost(QHostAddress::LocalHost, server_.serverPort());
         for (int turn = 0; turn < 20; ++turn) WaitForEvents(0.01);
     }
 
-    bool IsDead() const { return fillers_.back()->state() == QAbstractSocket::ConnectingState; }
-    std::string DeviceName() const { return device_.Device(); }
+    bool IsDead() const { return fillers_.back().state() == QAbstractSocket::ConnectingState; }
+    std::string DeviceName() const { return DeviceAt(server_.serverPort()); }
 
  private:
-    NetworkEnd device_;
-    std::vector<std::unique_ptr<QTcpSocket>> fillers_;
+    QTcpServer server_;
+    std::array<QTcpSocket, 8> fillers_;
 };
 
 TEST(SerialPortTcpOpen, WaitingOpenIsEndedByShutDownByCloseAndByAnotherOpen) {
