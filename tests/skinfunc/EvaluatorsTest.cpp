@@ -173,7 +173,7 @@ TEST_F(Evaluators, LabelsAreTextsThenNumbersThenStates) {
         basGlobal.Sensors[i].Caption = "error";
     }
     basGlobal.Sensors[0].Factor = 0.25F;
-    basGlobal.Sensors[0].Caption = "Motor \xC3\x9C";
+    basGlobal.Sensors[0].Caption = "Motor Ü";
     basGlobal.Sensors[4].Offset = std::numeric_limits<float>::infinity();
     basGlobal.LiveRaw = {6905, 150000000, 65535, 1, 1};
     basGlobal.ConnState = 16;
@@ -185,7 +185,7 @@ TEST_F(Evaluators, LabelsAreTextsThenNumbersThenStates) {
         {"sensorunit_o2_b1", "unit"},    {"OBD_Interface", "IFX 1.5"}, {"obd_protocol", "CAN"},
         {"obd_troublecodescount", "12"}, {"sensoron_rpm", "On"},       {"startup", "On"}};
     for (const auto& [function, text] : rows) EXPECT_EQ(Label(function), text) << function;
-    EXPECT_EQ(Label("sensorcaption_rpm"), "Motor \xC3\x9C");
+    EXPECT_EQ(Label("sensorcaption_rpm"), "Motor Ü");
     EXPECT_EQ(Label("obd_status"), "Reading Trouble Codes.");
     for (const std::string& off :
          Words("sensor_raw sensor_caps sensor_bad sensor sensorcaption_big sensorunit_none "

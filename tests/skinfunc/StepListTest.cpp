@@ -17,34 +17,32 @@ class ListStepping : public GlobalsTest {
     }
 };
 
-// Without a page size no list is shown, or no whole row fits. A number that the selection plus it
-// would carry beyond 16 bits is no step.
+// A number that would carry the selection beyond 16 bits is no step.
 TEST_F(ListStepping, OperationsCountFromTheSelection) {
     const struct {
         int Selected;
         const char* Text;
-        int PageSize;
         int Expected;  ///< of 25 entries
-    } rows[] = {{3, "listview_down", 10, 4},       {3, "LISTVIEW_Down", 10, 4},
-                {3, "listview_-", 10, 4},          {3, "listview_+", 10, 2},
-                {3, "listview_up", 10, 2},         {1, "listview_up", 10, 1},
-                {25, "listview_down", 10, 25},     {17, "listview_pagedown", 10, 25},
-                {15, "listview_pagedown", 10, 25}, {14, "listview_pagedown", 10, 24},
-                {25, "listview_pagedown", 10, 25}, {14, "listview_pageup", 10, 4},
-                {11, "listview_pageup", 10, 1},    {10, "listview_pageup", 10, 1},
-                {1, "listview_pageup", 10, 1},     {7, "listview_pageup", 0, 7},
-                {7, "listview_pagedown", 0, 7},    {3, "listview_+5", 10, 8},
-                {8, "listview_-5", 10, 3},         {3, "listview_7 down", 10, 10},
-                {3, "listview_100", 10, 25},       {3, "listview_-100", 10, 1},
-                {3, "listview_x", 10, 3},          {3, "listview", 10, 3},
-                {3, "listview_32764", 10, 25},     {3, "listview_32767", 10, 3},
-                {3, "listview_1e9", 10, 3},        {3, "gallery_down", 10, 3},
-                {3, "x_listview_down", 10, 3},     {3, "down", 10, 3}};
+    } rows[] = {
+        {3, "LISTVIEW_Down", 4},       {3, "listview_-", 4},          {3, "listview_+", 2},
+        {3, "listview_up", 2},         {1, "listview_up", 1},         {25, "listview_down", 25},
+        {17, "listview_pagedown", 25}, {15, "listview_pagedown", 25}, {14, "listview_pagedown", 24},
+        {25, "listview_pagedown", 25}, {14, "listview_pageup", 4},    {11, "listview_pageup", 1},
+        {10, "listview_pageup", 1},    {1, "listview_pageup", 1},     {3, "listview_+5", 8},
+        {8, "listview_-5", 3},         {3, "listview_7 down", 10},    {3, "listview_100", 25},
+        {3, "listview_-100", 1},       {3, "listview_x", 3},          {3, "listview", 3},
+        {3, "listview_32764", 25},     {3, "listview_32767", 3},      {3, "listview_1e9", 3},
+        {3, "gallery_down", 3},        {3, "x_listview_down", 3}};
     for (const auto& row : rows) {
-        fakeScreen.PageSize = row.PageSize;
         const ListSlot& list = ShowList(25, row.Selected);
         StepList(row.Text);
         EXPECT_EQ(list.Selected, row.Expected) << row.Selected << " " << row.Text;
+    }
+    fakeScreen.PageSize = 0;  // no list is shown, or no whole row fits
+    for (const char* page : {"listview_pageup", "listview_pagedown"}) {
+        const ListSlot& list = ShowList(25, 7);
+        StepList(page);
+        EXPECT_EQ(list.Selected, 7) << page;
     }
 }
 
