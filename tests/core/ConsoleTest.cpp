@@ -95,7 +95,8 @@ TEST(Console, ClicksPressTheRealButton) {
     EXPECT_EQ(dravik.Ask("move 500 400"), "ok");
     EXPECT_EQ(dravik.Ask("release 500 400"), "ok");
     EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu") << "released outside";
-    EXPECT_EQ(dravik.Ask(program.ClickOn(0)), "ok");
+    EXPECT_EQ(dravik.Ask("press 60 40"), "ok");
+    EXPECT_EQ(dravik.Ask("release 60 40"), "ok");
     EXPECT_EQ(dravik.State("CurrentMenu"), "codes");
     EXPECT_EQ(dravik.State("PreviousMenu"), "mainmenu");
     EXPECT_EQ(dravik.Ask("click 600 460"), "ok");

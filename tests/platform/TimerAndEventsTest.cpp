@@ -84,8 +84,10 @@ TEST(FormTimer, OthersAndItselfTickWhileAHandlerPumpsEvents) {
     int otherTicks = 0;
     FormTimer other(1, true);
     other.OnTick([&] { ++otherTicks; });
+    int entered = 0;
     FormTimer timer(1, true);
     timer.OnTick([&] {
+        ++entered;
         deepest = std::max(deepest, ++depth);
         if (depth == 3) timer.SetEnabled(false);
         const int before = otherTicks;
@@ -93,6 +95,8 @@ TEST(FormTimer, OthersAndItselfTickWhileAHandlerPumpsEvents) {
         --depth;
     });
     EXPECT_TRUE(Until([&] { return deepest == 3 && depth == 0; }));
+    Settle();
+    EXPECT_EQ(entered, 3) << "switched off by its own tick";
 
     // Switched off for the length of a step, it is never entered twice.
     deepest = 0;
