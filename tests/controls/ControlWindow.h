@@ -3,18 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <QColor>
-#include <QEvent>
 #include <QImage>
-#include <QPaintEvent>
 #include <QPixmap>
 #include <QTest>
 #include <QWidget>
 #include <QWindow>
-#include <functional>
-#include <vector>
 
 #include "controls/PictureCache.h"
 #include "platform/Pointer.h"
+#include "support/PaintWatch.h"
+#include "support/Waiting.h"
 
 namespace dravik {
 
@@ -24,34 +22,6 @@ inline SkinPicture Plain(int width, int height, const QColor& color) {
     image.fill(color);
     return MakeSkinPicture(image, 1);
 }
-
-/// Notes the regions that a widget repaints.
-class PaintWatch : public QObject {
- public:
-    explicit PaintWatch(QWidget* widget) : widget_(widget) {
-        QTest::qWait(0);
-        widget->installEventFilter(this);
-    }
-
-    /// What was repainted since the last call, once all pending repaints are done.
-    QRegion Take() {
-        QTest::qWait(0);
-        QRegion taken;
-        taken.swap(painted_);
-        return taken;
-    }
-
-    bool eventFilter(QObject* object, QEvent* event) override {
-        if (object == widget_ && event->type() == QEvent::Paint) {
-            painted_ += static_cast<QPaintEvent*>(event)->region();
-        }
-        return false;
-    }
-
- private:
-    QWidget* widget_;
-    QRegion painted_;
-};
 
 /// A window on white ground, and a pointer whose every event goes through the window system's
 /// queue, so that focus, grabs and double clicks are those of the real thing.
@@ -119,10 +89,5 @@ class ControlWindow : public QWidget {
 
     Qt::MouseButton held_ = Qt::NoButton;
 };
-
-/// Lets timers run until `condition` holds.
-inline bool Eventually(const std::function<bool()>& condition) {
-    return QTest::qWaitFor(condition, 5000);
-}
 
 }  // namespace dravik

@@ -2,12 +2,13 @@
 
 #include <gmock/gmock.h>
 
-#include <QFile>
-#include <QTemporaryDir>
+#include "support/SavePicture.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
@@ -17,19 +18,11 @@ class PictureCacheTest : public ::testing::Test {
 
     std::string Save(const std::string& name, int width, int height,
                      const QColor& color = Qt::red) {
-        QImage image(width, height, QImage::Format_RGB32);
-        image.fill(color);
-        const std::string path = Path(name);
-        EXPECT_TRUE(image.save(QString::fromStdString(path)));
-        return path;
+        SavePicture(folder_ / name, width, height, color);
+        return folder_ / name;
     }
 
-    std::string Path(const std::string& name) const {
-        return folder_.path().toStdString() + "/" + name;
-    }
-
- private:
-    QTemporaryDir folder_;
+    const TemporaryFolder folder_;
 };
 
 TEST_F(PictureCacheTest, ScalesToWholePixelsAndKeepsTheDesignSize) {
@@ -80,35 +73,27 @@ TEST_F(PictureCacheTest, ScalesPicturesWithAPalette) {
     QImage image(200, 100, QImage::Format_Indexed8);
     image.setColorTable({qRgb(255, 0, 0), qRgba(0, 0, 255, 0)});
     image.fill(0);
-    const QString file = QString::fromStdString(Path("key@2x.png"));
+    const QString file = QString::fromStdString(folder_ / "key@2x.png");
     ASSERT_TRUE(image.save(file));
     ASSERT_EQ(QImage(file).format(), QImage::Format_Indexed8);
-    const SkinPicture picture = LoadSkinPicture(Path("key.png"), 1.5);
+    const SkinPicture picture = LoadSkinPicture(folder_ / "key.png", 1.5);
     EXPECT_EQ(picture.Pixmap().size(), QSize(150, 75));
     EXPECT_EQ(picture.Pixmap().toImage().pixelColor(140, 70), QColor(Qt::red));
 }
 
 TEST_F(PictureCacheTest, SaysWhyThereIsNoPicture) {
-    QFile text(QString::fromStdString(Path("text.png")));
-    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
-    text.write("this is not a picture");
-    text.close();
+    folder_.Write("text.png", "this is not a picture");
     Save("wide.png", kPictureLimit + 1, 1);
     Save("widest.png", kPictureLimit, 1);
-    const struct {
-        const char* Name;
-        const char* Error;
-    } rows[] = {{"nowhere.png", "file not found: "},
-                {"text.png", "not a picture: "},
-                {"wide.png", "picture too large: "}};
-    for (const auto& row : rows) {
-        const SkinPicture picture = LoadSkinPicture(Path(row.Name), 1);
+    for (const auto& [name, error] : {std::pair{"nowhere.png", "file not found: "},
+                                      {"text.png", "not a picture: "},
+                                      {"wide.png", "picture too large: "}}) {
+        const SkinPicture picture = LoadSkinPicture(folder_ / name, 1);
         EXPECT_TRUE(picture.IsNull());
-        EXPECT_THAT(picture.Error(), StartsWith(row.Error));
-        EXPECT_THAT(picture.Error(), HasSubstr(row.Name));
+        EXPECT_THAT(picture.Error(), AllOf(StartsWith(error), HasSubstr(name)));
     }
-    EXPECT_FALSE(LoadSkinPicture(Path("widest.png"), 1).IsNull());
-    EXPECT_TRUE(LoadSkinPicture(Path("widest.png"), 3).IsNull());
+    EXPECT_FALSE(LoadSkinPicture(folder_ / "widest.png", 1).IsNull());
+    EXPECT_TRUE(LoadSkinPicture(folder_ / "widest.png", 3).IsNull());
     EXPECT_TRUE(LoadSkinPicture("", 1).IsNull());
     EXPECT_EQ(LoadSkinPicture("", 1).Error(), "");
 }

@@ -2,11 +2,11 @@
 
 #include <gmock/gmock.h>
 
-#include <QTemporaryDir>
-
 #include "ControlWindow.h"
 #include "controls/SkinTextbox.h"
 #include "core/basGlobal.h"
+#include "support/SavePicture.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 namespace {
@@ -111,16 +111,14 @@ TEST_F(SkinListTest, RepaintsOnlyWhenTheSlotHasChanged) {
 }
 
 TEST_F(SkinListTest, ShowsThePictureOfAKeyAndTheSelection) {
-    QTemporaryDir folder;
-    QImage picture(60, 60, QImage::Format_RGB32);  // higher than a row
-    picture.fill(Qt::red);
-    ASSERT_TRUE(picture.save(folder.filePath(QStringLiteral("mp3.bmp"))));
+    const TemporaryFolder folder;
+    SavePicture(folder / "mp3.bmp", 60, 60, Qt::red);  // higher than a row
     slot.Entries[1].Picture = "mp3";
     slot.Entries[2].Picture = "../mp3";
     slot.Entries[1].Text = slot.Entries[2].Text = slot.Entries[0].Text = "";
     slot.Selected = 3;
     ++slot.Changes;
-    list.SetPictureFolder(folder.path().toStdString() + "/");
+    list.SetPictureFolder(folder / "");
     list.Refresh();
     for (const int scale : {1, 2}) {
         list.SetScale(scale);

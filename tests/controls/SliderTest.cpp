@@ -87,6 +87,11 @@ TEST_F(SliderTest, PropertiesMayBeSetInAnyOrder) {
     other.SetPictureBack(Plain(20, 200, Qt::black));
     EXPECT_EQ(other.Position(), 150);
     EXPECT_EQ(other.size(), QSize(20, 200));
+    other.SetPictureBack({});
+    other.SetPictureProgress(Plain(70, 9, Qt::red));
+    EXPECT_EQ(other.size(), QSize(70, 9)) << "without a background";
+    other.SetPictureProgress({});
+    EXPECT_TRUE(other.size().isEmpty());
 }
 
 TEST_F(SliderTest, EqualBoundsAndNumbersThatAreNoneChangeNothing) {
@@ -140,14 +145,6 @@ TEST_F(SliderTest, ProgressReplacesTheTracksPixelsAtTheSameCoordinates) {
     EXPECT_EQ(At(37, 5), QColor(37, 100, 100));
     EXPECT_EQ(At(37, 9), QColor(Qt::white)) << "a transparent pixel lets the page through";
     EXPECT_EQ(At(70, 5), QColor(Qt::black)) << "beyond the progress picture lies the track";
-}
-
-TEST_F(SliderTest, WithoutABackgroundTheProgressGivesTheSize) {
-    slider.SetPictureBack({});
-    slider.SetPictureProgress(Plain(70, 9, Qt::red));
-    EXPECT_EQ(slider.size(), QSize(70, 9));
-    slider.SetPictureProgress({});
-    EXPECT_TRUE(slider.size().isEmpty());
 }
 
 TEST_F(SliderTest, KnobFollowsTheDragInsideTheTrack) {
@@ -222,7 +219,7 @@ TEST_F(SliderTest, HoverPictureGoesWithoutAMouseEvent) {
     QTest::qWait(100);
     EXPECT_TRUE(slider.PointerOver());
     window.Vanish();
-    EXPECT_TRUE(Eventually([this] { return !slider.PointerOver(); }));
+    EXPECT_TRUE(Until([this] { return !slider.PointerOver(); }));
     EXPECT_EQ(At(5, 10), QColor(Qt::blue));
 }
 

@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <QImage>
 #include <filesystem>
 
 #include "core/TestSkin.h"
@@ -76,17 +75,15 @@ TEST_F(SkinWatching, ChangedPictureAndChangedFolderOfPicturesAreShown) {
         return fields.substr(0, fields.find('\t'));
     };
     EXPECT_EQ(buttonWidth(), "200");
-    QImage picture(120, 60, QImage::Format_RGB32);
-    picture.fill(Qt::red);
-    picture.save(QString::fromStdString(program_.Folder / "skins/test/up.png"));
+    SavePicture(program_.Folder / "skins/test/up.png", 120, 60);
     EXPECT_EQ(dravik.Until(buttonWidth, "120"), "120");
 
     program_.Folder.Write("skins/other/folder", "");
-    picture.scaled(90, 60).save(QString::fromStdString(program_.Folder / "skins/other/up.png"));
+    SavePicture(program_.Folder / "skins/other/up.png", 90, 60);
     text_.replace(text_.find("Imagefolder=test"), 16, "Imagefolder=other");
     program_.Folder.Write("skins/test.ini", text_);
     EXPECT_EQ(dravik.Until(buttonWidth, "90"), "90");
-    picture.scaled(70, 60).save(QString::fromStdString(program_.Folder / "skins/other/up.png"));
+    SavePicture(program_.Folder / "skins/other/up.png", 70, 60);
     EXPECT_EQ(dravik.Until(buttonWidth, "70"), "70");
 }
 

@@ -42,9 +42,7 @@ TEST_F(TroubleCodeList, ShowsEachCodeWithItsDescriptionOrZero) {
     EXPECT_THAT(Texts(), ElementsAre("No Errors"));
     EXPECT_EQ(basGlobal.Lists[7].Entries[0].Tag, "No Errors");
     EXPECT_EQ(basGlobal.Lists[7].Selected, 1);
-}
 
-TEST_F(TroubleCodeList, WithoutADescriptionFileEveryDescriptionIsZero) {
     basGlobal.DescriptionFile = (folder_ / "nowhere.ini").string();
     Show({"P0133"});
     EXPECT_THAT(Texts(), ElementsAre("P0133: 0. "));

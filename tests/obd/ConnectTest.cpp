@@ -66,7 +66,8 @@ TEST_F(ConnectSequence, AsksInOrderAndKeepsWhatItLearns) {
 }
 
 TEST_F(ConnectSequence, EachReplyDecidesWhetherItGoesOn) {
-    struct Row {
+    const char* const kProtocol = "AUTO, ISO 15765-4 (CAN 11/500)";
+    const struct {
         const char* Command;
         Answers Replies;
         int State;
@@ -75,12 +76,9 @@ TEST_F(ConnectSequence, EachReplyDecidesWhetherItGoesOn) {
         int Codes;
         int Lamp;
         std::size_t Sent;  ///< commands in all, repeats included
-    };
-    const char* const kProtocol = "AUTO, ISO 15765-4 (CAN 11/500)";
-    const Row rows[] = {
+    } rows[] = {
         {"ATZ", {"~"}, 1, "before", "before", 77, 1, 1},
         {"ATE0", {"OK\r|~"}, 1, "before", "before", 77, 1, 2},
-        {"ATL0", {"~"}, 1, "before", "before", 77, 1, 3},
         {"ATH0", {"~"}, 1, "before", "before", 77, 1, 4},
         // The content of these four replies does not matter, only their prompt.
         {"ATH0", {"?\r>"}, 3, "IFX 1.5", kProtocol, 3, 1, 12},
@@ -107,7 +105,7 @@ TEST_F(ConnectSequence, EachReplyDecidesWhetherItGoesOn) {
         {"ATDP", {"\rA\r\nB>\r"}, 3, "IFX 1.5", "AB", 3, 1, 10},
         {"ATDP", {"~"}, 3, "IFX 1.5", "", 3, 1, 10},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(std::string(row.Command) + " -> " + row.Replies.begin()->Text);
         Mark();
         interface_->OnAllCommands();
@@ -129,15 +127,13 @@ TEST_F(ConnectSequence, EachReplyDecidesWhetherItGoesOn) {
 }
 
 TEST_F(ConnectSequence, RepeatsShareOneBudgetOfTime) {
-    const ScriptedInterface::Answer late([this] {
-        AdvanceHighResTimer(20);
-        interface_->Say("?\r>");
-    });
-    const ScriptedInterface::Answer tooLate([this] {
-        AdvanceHighResTimer(11);
-        interface_->Say("OK\r>");
-    });
-    interface_->On("ATZ", {late, late, tooLate});
+    const auto after = [this](int seconds, const char* reply) {
+        return ScriptedInterface::Answer([this, seconds, reply] {
+            AdvanceHighResTimer(seconds);
+            interface_->Say(reply);
+        });
+    };
+    interface_->On("ATZ", {after(20, "?\r>"), after(20, "?\r>"), after(11, "OK\r>")});
     Connect();
     EXPECT_EQ(basGlobal.ConnState, 1);
     EXPECT_EQ(ReadFile("log.txt"), "Not Connected.\r\nATZ\r\n?\r\n>ATZ\r\n?\r\n>ATZ\r\n");
@@ -243,23 +239,20 @@ TEST_F(ConnectSequence, AClosedPortTakesNoCommand) {
 }
 
 TEST_F(ConnectSequence, AVanishedDeviceNeverLeavesAConnectedState) {
-    struct Row {
+    const struct {
         int StartState;
         const char* Command;  ///< at which the device vanishes
         const char* Reply;
-    };
-    const Row rows[] = {
-        {4, "ATZ", "^"},         {4, "ATE0", "OK|^"},
-        {4, "AT!01", "?\r>|^"},  {4, "ATI", "^"},
-        {4, "0101", "^"},        {4, "0101", "41 01 00\r>|^"},
-        {4, "ATDP", "CAN|^"},    {4, "ATDP", ">|^"},
-        {16, "0101", "41 01|^"}, {16, "03", "43|^"},
-        {16, "03", "43>|^"},     {18, "04", "^"},
-        {18, "04", "44>|^"},     {18, "04", "44|^"},
-        {9, "0105", "41|^"},     {3, "0105", "41 05 11\r>|^"},
-        {3, "0105", "^"},
-    };
-    for (const Row& row : rows) {
+    } rows[] = {{4, "ATZ", "^"},         {4, "ATE0", "OK|^"},
+                {4, "AT!01", "?\r>|^"},  {4, "ATI", "^"},
+                {4, "0101", "^"},        {4, "0101", "41 01 00\r>|^"},
+                {4, "ATDP", "CAN|^"},    {4, "ATDP", ">|^"},
+                {16, "0101", "41 01|^"}, {16, "03", "43|^"},
+                {16, "03", "43>|^"},     {18, "04", "^"},
+                {18, "04", "44>|^"},     {18, "04", "44|^"},
+                {9, "0105", "41|^"},     {3, "0105", "41 05 11\r>|^"},
+                {3, "0105", "^"}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(std::to_string(row.StartState) + " " + row.Command + " " + row.Reply);
         basGlobal.AwaitingReply = false;
         basGlobal.PidWanted[5] = true;

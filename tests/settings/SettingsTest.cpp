@@ -27,6 +27,7 @@ class Settings : public GlobalsTest {
 
 TEST_F(Settings, WithoutASettingsFileEveryDefaultHolds) {
     basGlobal.ConnState = 9;
+    basGlobal.tiMain.SetEnabled(true);
     LoadSettings();
     LoadResumeState();
     const GlobalState& g = basGlobal;
@@ -34,8 +35,8 @@ TEST_F(Settings, WithoutASettingsFileEveryDefaultHolds) {
     EXPECT_EQ(g.Misc, 0);
     EXPECT_FALSE(g.HidePointer);
     EXPECT_EQ(g.ConnState, 1);
-    EXPECT_EQ(g.tiHardware.Interval(), 50);
-    EXPECT_EQ(g.tiMain.Interval(), 100);
+    EXPECT_TRUE(g.tiMain.Enabled()) << "as before";
+    EXPECT_FALSE(g.tiAux.Enabled() || g.tiHardware.Enabled());
     EXPECT_EQ(g.ReconnectSeconds, 0);
     EXPECT_EQ(g.SensorCount, 0);
     EXPECT_EQ(g.OSKPath, "0");
@@ -79,28 +80,21 @@ TEST_F(Settings, FilesAreFoundThroughOneAnother) {
 }
 
 TEST_F(Settings, IntervalsBelowOneAreReplaced) {
-    struct Row {
-        const char* Update;
-        const char* Refresh;
-        int Hardware;
-        int Main;
-    };
-    for (const Row& row : {Row{"0", "0", 50, 100}, Row{"-5", "-5", 50, 100}, Row{"1", "1", 1, 1},
-                           Row{"", "fast", 50, 100}, Row{"100000", "250 ms", 100000, 250}}) {
+    const struct {
+        const char *Update, *Refresh;
+        int Hardware, Main;
+    } rows[] = {{"0", "0", 50, 100},
+                {"-5", "-5", 50, 100},
+                {"1", "1", 1, 1},
+                {"", "fast", 50, 100},
+                {"100000", "250 ms", 100000, 250}};
+    for (const auto& row : rows) {
         WriteFile("Dravik.ini", std::string("[OBD]\nUpdateIntervall=") + row.Update +
                                     "\nRefreshRate=" + row.Refresh + "\n");
         LoadSettings();
         EXPECT_EQ(basGlobal.tiHardware.Interval(), row.Hardware) << row.Update;
         EXPECT_EQ(basGlobal.tiMain.Interval(), row.Main) << row.Refresh;
     }
-}
-
-TEST_F(Settings, TimersComeOutOfLoadingAsTheyWentIn) {
-    basGlobal.tiMain.SetEnabled(true);
-    LoadSettings();
-    EXPECT_TRUE(basGlobal.tiMain.Enabled());
-    EXPECT_FALSE(basGlobal.tiAux.Enabled());
-    EXPECT_FALSE(basGlobal.tiHardware.Enabled());
 }
 
 TEST_F(Settings, TextKeysReadAsZeroWhenMissingAndStopAt255Bytes) {
@@ -156,14 +150,15 @@ TEST_F(Settings, TheNinetySecondSensorIsReportedAndLeftOut) {
 TEST_F(Settings, ResumeRestoresSensorsOneToNinetyOnlyFromExactlyNinetyCharacters) {
     const std::string on90 = std::string(90, '1') + "0";
     const std::string pattern = "1" + std::string(88, '0');
-    struct Row {
+    const struct {
         int Misc;
-        std::string Saved;
-        std::string Active;
-    };
-    for (const Row& row :
-         {Row{1, pattern + "1", "0" + pattern + "1"}, Row{1, pattern + "x", "0" + pattern + "0"},
-          Row{1, pattern, on90}, Row{1, pattern + "11", on90}, Row{0, pattern + "1", on90}}) {
+        std::string Saved, Active;
+    } rows[] = {{1, pattern + "1", "0" + pattern + "1"},
+                {1, pattern + "x", "0" + pattern + "0"},
+                {1, pattern, on90},
+                {1, pattern + "11", on90},
+                {0, pattern + "1", on90}};
+    for (const auto& row : rows) {
         WriteFile("Dravik.ini", "[Options]\nMisc=" + std::to_string(row.Misc) +
                                     "\n[Resume]\nSensorActive=" + row.Saved + "\n");
         for (SensorRecord& sensor : basGlobal.Sensors) sensor.Active = false;

@@ -1,6 +1,7 @@
 #include <QLinearGradient>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <map>
 
 #include "SkinFixture.h"
 #include "controls/ChartTrace.h"
@@ -32,7 +33,7 @@ TEST_F(FittingTest, DesignIsScaledUniformlyAndCentredOnBlack) {
                 {{480, 800}, 0.6, {0, 256}}, {{800, 480}, 1, {0, 0}}};
     for (const auto& row : rows) {
         window->resize(row.Window);
-        ASSERT_TRUE(Eventually([&] { return Screen().Scale() == row.Scale; })) << row.Scale;
+        ASSERT_TRUE(Until([&] { return Screen().Scale() == row.Scale; })) << row.Scale;
         const QPoint at(qRound(101 * row.Scale), qRound(40 * row.Scale));
         const QPoint end(qRound(165 * row.Scale), qRound(104 * row.Scale));
         EXPECT_EQ(ButtonRect(), QRect(row.Corner + at, row.Corner + end - QPoint(1, 1)));
@@ -132,26 +133,21 @@ struct Difference {
 
 Difference Compare(const QImage& a, const QImage& b) {
     constexpr int kSquare = 16;
-    Difference difference;
+    std::map<std::pair<int, int>, double> squares;
     double sum = 0;
-    for (int top = 0; top < a.height(); top += kSquare) {
-        for (int left = 0; left < a.width(); left += kSquare) {
-            double local = 0;
-            int pixels = 0;
-            for (int y = top; y < std::min(top + kSquare, a.height()); ++y) {
-                for (int x = left; x < std::min(left + kSquare, a.width()); ++x, ++pixels) {
-                    const QRgb p = a.pixel(x, y);
-                    const QRgb q = b.pixel(x, y);
-                    local += std::abs(qRed(p) - qRed(q)) + std::abs(qGreen(p) - qGreen(q)) +
-                             std::abs(qBlue(p) - qBlue(q));
-                }
-            }
-            sum += local;
-            difference.Worst = std::max(difference.Worst, local / (3.0 * pixels));
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            const QRgb p = a.pixel(x, y);
+            const QRgb q = b.pixel(x, y);
+            const int difference = std::abs(qRed(p) - qRed(q)) + std::abs(qGreen(p) - qGreen(q)) +
+                                   std::abs(qBlue(p) - qBlue(q));
+            sum += difference;
+            squares[{x / kSquare, y / kSquare}] += difference;
         }
     }
-    difference.Average = sum / (3.0 * a.width() * a.height());
-    return difference;
+    double worst = 0;
+    for (const auto& [place, total] : squares) worst = std::max(worst, total);
+    return {sum / (3.0 * a.width() * a.height()), worst / (3.0 * kSquare * kSquare)};
 }
 
 class ReferenceTest : public FittingTest {

@@ -65,23 +65,13 @@ class SkinMaker {
                Pick(kArguments);
     }
     std::string Text() {
-        switch (Below(6)) {
-            case 0:
-                return std::string(static_cast<std::size_t>(Below(200)), 'x');
-            case 1: {
-                std::string bytes;
-                for (int i = 0; i < 20; ++i) bytes += static_cast<char>(128 + Below(128));
-                return bytes;
-            }
-            case 2:
-                return "BoldItalic";
-            case 3:
-                return "DejaVu Sans";
-            case 4:
-                return "APP_Title";
-            default:
-                return Function();
-        }
+        static constexpr const char* kTexts[] = {"BoldItalic", "DejaVu Sans", "APP_Title"};
+        if (OneIn(3)) return Function();
+        if (OneIn(2)) return Pick(kTexts);
+        if (OneIn(2)) return std::string(static_cast<std::size_t>(Below(200)), 'x');
+        std::string bytes(20, '\0');
+        for (char& byte : bytes) byte = static_cast<char>(128 + Below(128));
+        return bytes;
     }
 
     std::string Section(const std::string& name) {

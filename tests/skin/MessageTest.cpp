@@ -36,8 +36,7 @@ class MessageTest : public SkinTest {
 
 TEST_F(MessageTest, StyleChoosesTheKindAndAnUnknownStyleAnswersNoAtOnce) {
     Begin();
-    const std::pair<int, int> kinds[] = {{32, 2}, {2, 2}, {64, 1}, {16, 0}};
-    for (const auto& [style, kind] : kinds) {
+    for (const auto& [style, kind] : {std::pair{32, 2}, {2, 2}, {64, 1}, {16, 0}}) {
         int shown = -1;
         EXPECT_EQ(Ask("text", style,
                       [&] {

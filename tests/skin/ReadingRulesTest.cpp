@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <map>
 
 #include "core/basGlobal.h"
 #include "skin/PageControl.h"
@@ -13,38 +14,26 @@ namespace {
 using Number = std::optional<std::int32_t>;
 
 TEST(ReadingRules, NumbersOfTheLenientAndTheStrictKeys) {
-    const struct {
-        const char* Text;
-        Number Lenient, Strict;
-    } rows[] = {
-        {"", 0, {}},
-        {"   ", 0, {}},
-        {"17", 17, 17},
-        {"  17", 17, 17},
-        {"-17", -17, -17},
-        {"+5", 5, 5},
-        {"17px", 17, {}},
-        {"px17", 0, {}},
-        {"2.5", 2, 2},  // halves to even
-        {"3.5", 4, 4},
-        {"&HFF", 255, 255},
-        {"&hff00", 65280, 65280},
-        {"&HFF8000 orange", 0xFF8000, {}},
-        {"&H", 0, {}},
-        {"&HG", 0, {}},
-        {"&HFFFFFFFF", -1, -1},
-        {"2147483647", INT_MAX, INT_MAX},
-        {"-2147483648", INT_MIN, INT_MIN},
-        {"2147483648", {}, {}},
-        {"99999999999999999999", {}, {}},
-        {"&H1FFFFFFFF", {}, {}},
-        {"1e300", {}, {}},
-        {"nan", 0, {}},
-        {"inf", 0, {}},
+    const std::pair<const char*, Number> numbers[] = {
+        {"17", 17}, {"  17", 17},  {"-17", -17},      {"+5", 5},    {"2.5", 2},
+        {"3.5", 4}, {"&HFF", 255}, {"&hff00", 65280}, {"1e300", {}}};
+    const std::pair<const char*, Number> limits[] = {
+        {"2147483647", INT_MAX},      {"-2147483648", INT_MIN}, {"2147483648", {}},
+        {"99999999999999999999", {}}, {"&HFFFFFFFF", -1},       {"&H1FFFFFFFF", {}}};
+    const auto check = [](const auto& rows) {
+        for (const auto& [text, number] : rows) {
+            EXPECT_EQ(LenientNumber(text), number) << text;
+            EXPECT_EQ(StrictNumber(text), number) << text;
+        }
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(LenientNumber(row.Text), row.Lenient) << '"' << row.Text << '"';
-        EXPECT_EQ(StrictNumber(row.Text), row.Strict) << '"' << row.Text << '"';
+    check(numbers);
+    check(limits);
+    const std::pair<const char*, int> lenient[] = {{"", 0},     {"   ", 0},        {"17px", 17},
+                                                   {"px17", 0}, {"&HFF red", 255}, {"&H", 0},
+                                                   {"&HG", 0},  {"nan", 0},        {"inf", 0}};
+    for (const auto& [text, number] : lenient) {
+        EXPECT_EQ(LenientNumber(text), number) << '"' << text << '"';
+        EXPECT_EQ(StrictNumber(text), std::nullopt) << '"' << text << '"';
     }
 }
 
@@ -66,49 +55,39 @@ TEST(ReadingRules, TextAndIntegerKeys) {
 }
 
 TEST(ReadingRules, EveryKeyIsReadByItsOwnRule) {
-    // A text behind the digits tells the rules apart: the lenient and the integer rule pass over
-    // it, the strict one fails; "&H" is no integer.
+    const std::string values[] = {"12x", "&H10", "4294967296", ""};
+    const std::map<Read, std::vector<std::string>> expected = {
+        {Read::Integer, {"12", "0", "0", "0"}},
+        {Read::Lenient, {"12", "16", "fault", "0"}},
+        {Read::Strict, {"fault", "16", "fault", "fault"}},
+        {Read::Text, {"12x", "&H10", "4294967296", ""}},
+        {Read::Picture, {"12x", "&H10", "4294967296", ""}}};
+    const TemporaryFolder folder;
     for (const SkinKind& kind : SkinKinds()) {
+        std::string strictKeys;
         for (const SkinKey& key : kind.Keys) {
-            const TemporaryFolder folder;
+            if (key.How == Read::Strict) strictKeys += ElementKey(kind, 3, key.Name) + "=0\n";
+        }
+        for (const SkinKey& key : kind.Keys) {
             const std::string name = ElementKey(kind, 3, key.Name);
-            const auto read = [&](const std::string& value) {
-                std::string text = "[P]\n";
-                for (const SkinKey& other : kind.Keys) {
-                    if (other.How == Read::Strict && other.Name != key.Name)
-                        text += ElementKey(kind, 3, other.Name) + "=0\n";
-                }
-                basGlobal.SkinFile = folder.Write("s.ini", text + name + "=" + value + "\n");
+            std::vector<std::string> read;
+            for (const std::string& value : values) {
+                basGlobal.SkinFile =
+                    folder.Write("s.ini", "[P]\n" + name + "=" + value + "\n" + strictKeys);
                 SkinElement element;
                 element.Kind = kind.Kind;
                 element.Section = "P";
                 element.Number = 3;
-                const auto error = ReadElement(element, KeySet::All);
-                if (error) return "error " + error->Context();
-                if (const auto* field = std::get_if<int SkinElement::*>(&key.Field))
-                    return std::to_string(element.**field);
-                return element.*std::get<std::string SkinElement::*>(key.Field);
-            };
-            const std::string fault = "error s.ini [P] " + name;
-            switch (key.How) {
-                case Read::Integer:
-                    EXPECT_EQ(read("12x"), "12") << name;
-                    EXPECT_EQ(read("&H10"), "0") << name;
-                    break;
-                case Read::Lenient:
-                    EXPECT_EQ(read("12x"), "12") << name;
-                    EXPECT_EQ(read("&H10x"), "16") << name;
-                    EXPECT_EQ(read("4294967296"), fault);
-                    break;
-                case Read::Strict:
-                    EXPECT_EQ(read("&H10"), "16") << name;
-                    EXPECT_EQ(read("12x"), fault);
-                    EXPECT_EQ(read(""), fault);
-                    break;
-                case Read::Text:
-                case Read::Picture:
-                    EXPECT_EQ(read("12x"), "12x") << name;
+                if (const auto error = ReadElement(element, KeySet::All)) {
+                    EXPECT_EQ(error->Context(), "s.ini [P] " + name);
+                    read.push_back("fault");
+                } else if (const auto* field = std::get_if<int SkinElement::*>(&key.Field)) {
+                    read.push_back(std::to_string(element.**field));
+                } else {
+                    read.push_back(element.*std::get<std::string SkinElement::*>(key.Field));
+                }
             }
+            EXPECT_EQ(read, expected.at(key.How)) << name;
         }
     }
 }

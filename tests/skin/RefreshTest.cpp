@@ -1,41 +1,14 @@
-#include <QPaintEvent>
 #include <cmath>
 #include <limits>
 
 #include "SkinFixture.h"
 #include "lists/basFunctions.h"
+#include "support/PaintWatch.h"
 
 namespace dravik {
 namespace {
 
 using ::testing::ElementsAre;
-
-/// Notes what is painted anywhere in a window.
-class PaintCount : public QObject {
- public:
-    explicit PaintCount(QWidget* window) : window_(window) {
-        QTest::qWait(20);
-        qApp->installEventFilter(this);
-    }
-    QRegion Take() {
-        QTest::qWait(20);
-        QRegion taken;
-        taken.swap(painted_);
-        return taken;
-    }
-    bool eventFilter(QObject* object, QEvent* event) override {
-        if (event->type() == QEvent::Paint && object->isWidgetType()) {
-            const auto* widget = static_cast<QWidget*>(object);
-            painted_ += static_cast<QPaintEvent*>(event)->region().translated(
-                widget->mapTo(window_, QPoint(0, 0)));
-        }
-        return false;
-    }
-
- private:
-    QWidget* window_;
-    QRegion painted_;
-};
 
 class RefreshTest : public SkinTest {
  protected:
@@ -250,7 +223,7 @@ TEST_F(RefreshTest, OnlyWhatChangedIsPainted) {
     Finish();
     Screen().Page()->setFocus();  // a text cursor blinks
     Refresh();
-    PaintCount paints(window.get());
+    PaintWatch paints(window.get());
     for (int i = 0; i < 50; ++i) Refresh();
     EXPECT_TRUE(paints.Take().isEmpty()) << "an idle page";
 
@@ -280,7 +253,7 @@ TEST_F(RefreshTest, AChartIsPaintedWhenAColumnIsNew) {
     Start("[mainmenu]\nChart0Function=sensor_rpm\nChart0Time=1000000\n");
     AddSensor("rpm", 12, 20);
     Refresh();
-    PaintCount paints(window.get());
+    PaintWatch paints(window.get());
     for (int value = 0; value < 20; ++value) {
         basGlobal.LiveRaw[12] = value;
         Refresh();

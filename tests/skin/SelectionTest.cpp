@@ -163,7 +163,7 @@ TEST_F(SelectionTest, HeldArrowKeysAndStepButtonsRepeat) {
     EXPECT_TRUE(timer.Enabled());
     EXPECT_EQ(timer.Interval(), 400);
     tickNow();
-    EXPECT_TRUE(Eventually([] { return basGlobal.FocusedButton == 0; }));
+    EXPECT_TRUE(Until([] { return basGlobal.FocusedButton == 0; }));
     EXPECT_EQ(timer.Interval(), 100);
     QTest::keyRelease(handle, Qt::Key_Left);
     EXPECT_FALSE(timer.Enabled());
@@ -171,7 +171,7 @@ TEST_F(SelectionTest, HeldArrowKeysAndStepButtonsRepeat) {
     Press(10, 10);
     EXPECT_EQ(Media().Selected, 1);
     tickNow();
-    EXPECT_TRUE(Eventually([] { return Media().Selected == 3; }));
+    EXPECT_TRUE(Until([] { return Media().Selected == 3; }));
     Release(10, 10);
     EXPECT_FALSE(timer.Enabled());
     EXPECT_EQ(Media().Selected, 3) << "its click is one of the repeats";
@@ -196,7 +196,7 @@ TEST_F(SelectionTest, HeldArrowKeysAndStepButtonsRepeat) {
     QWidget other;
     other.show();
     other.activateWindow();
-    EXPECT_TRUE(Eventually([&] { return !timer.Enabled(); })) << "the release goes elsewhere";
+    EXPECT_TRUE(Until([&] { return !timer.Enabled(); })) << "the release goes elsewhere";
 }
 
 }  // namespace

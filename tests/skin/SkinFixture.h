@@ -30,14 +30,11 @@
 #include "skin/basSkin.h"
 #include "skin/frWarning.h"
 #include "skinfunc/basValueProc.h"
+#include "support/SavePicture.h"
 #include "support/TemporaryFolder.h"
+#include "support/Waiting.h"
 
 namespace dravik {
-
-/// Lets the program run until `condition` holds.
-inline bool Eventually(const std::function<bool()>& condition) {
-    return QTest::qWaitFor(condition, 5000);
-}
 
 /// Answers every message that opens while it lives, and notes what they say.
 class Answers : public QTimer {
@@ -66,10 +63,7 @@ class SkinTest : public ::testing::Test {
     static std::string PictureName(const std::string& name) { return "skins/pics/" + name; }
 
     void Picture(const std::string& name, int width, int height, const QColor& color) const {
-        QImage image(width, height, QImage::Format_ARGB32);
-        image.fill(color);
-        const std::string path = folder.Write(PictureName(name), "");
-        ASSERT_TRUE(image.save(QString::fromStdString(path), "PNG"));
+        SavePicture(folder.Write(PictureName(name), ""), width, height, color);
     }
 
     /// @param skin  keys of the section General, then the other sections
@@ -103,7 +97,7 @@ class SkinTest : public ::testing::Test {
 
     /// The deferred pass, by its own timer.
     static void Finish() {
-        ASSERT_TRUE(Eventually([] { return !basGlobal.tiSkinReload.Enabled(); }));
+        ASSERT_TRUE(Until([] { return !basGlobal.tiSkinReload.Enabled(); }));
     }
 
     SkinScreen& Screen() const { return window->Screen(); }

@@ -44,22 +44,27 @@ class Dispatcher : public GlobalsTest {
 
 TEST_F(Dispatcher, CommandsThatAskTheScreenForOneThing) {
     basGlobal.PreviousMenu = "before";
-    struct Row {
-        const char* Command;
-        const char* Call;
-    };
-    for (const Row& row :
-         {Row{"openmenu_mainmenu", "page mainmenu"}, Row{"OpenMenu_MainMenu", "page mainmenu"},
-          Row{"openmenu_previous", "page before"}, Row{"openbox_Keys", "toggle keys"},
-          Row{"closebox", "closebox"}, Row{"exit", "page mainmenu"}, Row{"object_+", "tab"},
-          Row{"object_-", "tab back"}, Row{"object_left", "focus left"},
-          Row{"snapshot", "snapshot "}, Row{"snapshot_ALL", "snapshot all"},
-          Row{"showinfo_Engine Warm", "popup 1 Engine Warm"},
-          Row{"SHOWWARNING_Oil: Low", "popup 0 Oil: Low"},
-          Row{"showquery_Really?:quit", "message 2 : Really?:quit"}, Row{"config", "settings"},
-          Row{"minimize", "minimize"}, Row{"quit", "unload"}, Row{"PowerOff", "unload"}}) {
-        EXPECT_EQ(Only(row.Command), row.Call) << row.Command;
-        EXPECT_EQ(basGlobal.LastCommand, LowerCased(row.Command));
+    const std::pair<const char*, const char*> rows[] = {
+        {"OpenMenu_MainMenu", "page mainmenu"},
+        {"openmenu_previous", "page before"},
+        {"openbox_Keys", "toggle keys"},
+        {"closebox", "closebox"},
+        {"exit", "page mainmenu"},
+        {"object_+", "tab"},
+        {"object_-", "tab back"},
+        {"object_left", "focus left"},
+        {"snapshot", "snapshot "},
+        {"snapshot_ALL", "snapshot all"},
+        {"showinfo_Engine Warm", "popup 1 Engine Warm"},
+        {"SHOWWARNING_Oil: Low", "popup 0 Oil: Low"},
+        {"showquery_Really?:quit", "message 2 : Really?:quit"},
+        {"config", "settings"},
+        {"minimize", "minimize"},
+        {"quit", "unload"},
+        {"PowerOff", "unload"}};
+    for (const auto& [command, call] : rows) {
+        EXPECT_EQ(Only(command), call) << command;
+        EXPECT_EQ(basGlobal.LastCommand, LowerCased(command));
     }
     fakeScreen.BoxIsOpen = true;
     EXPECT_EQ(Only("exit"), "closebox");
@@ -68,36 +73,13 @@ TEST_F(Dispatcher, CommandsThatAskTheScreenForOneThing) {
 TEST_F(Dispatcher, BadCommandsDoNothing) {
     basGlobal.ChartCount = 3;
     NameSensors({"rpm"});
-    for (const char* command : {"",
-                                "_",
-                                "_x",
-                                "open_menu_main",
-                                "showinfo_Engine_Warm",
-                                "nothing",
-                                "quit_now_please",
-                                "showinfo",
-                                "showwarning_",
-                                "showquery",
-                                "openmenu",
-                                "openmenu_",
-                                "openbox",
-                                "object",
-                                "object_select",
-                                "pause",
-                                "clr",
-                                "clr_all",
-                                "clr_xhartall",
-                                "clr_chart7",
-                                "clr_chart3",
-                                "clr_chart-1",
-                                "clr_chart1e9",
-                                "pause_chart3",
-                                "sensoron",
-                                "sensoroff_RPX",
-                                "sensortoggle_",
-                                "obd",
-                                "obd_other",
-                                "value"}) {
+    std::vector<std::string> commands = Words(
+        "_ _x open_menu_main showinfo_Engine_Warm nothing quit_now_please showinfo showwarning_ "
+        "showquery openmenu openmenu_ openbox object object_select pause clr clr_all clr_xhartall "
+        "clr_chart7 clr_chart3 clr_chart-1 clr_chart1e9 pause_chart3 sensoron sensoroff_RPX "
+        "sensortoggle_ obd obd_other value");
+    commands.push_back("");
+    for (const std::string& command : commands) {
         EXPECT_THAT(Run(command), IsEmpty()) << command;
         EXPECT_THAT(Paused(), ElementsAre(false, false, false)) << command;
         EXPECT_EQ(Active(), "1") << command;
@@ -134,16 +116,15 @@ TEST_F(Dispatcher, ValueStepsTheListOrTheSelectedSlidersTarget) {
     ListSlot& list = basGlobal.Lists[0];
     list.Entries.assign(30, {});
     basGlobal.SliderTag = {"listview", "sensor_rpm", "gallery"};
-    struct Row {
+    const struct {
         std::uint16_t Slider;
         const char* Command;
         int Expected;  ///< from entry 10
-    };
-    for (const Row& row :
-         {Row{kNoFocus, "value_+", 9}, Row{kNoFocus, "value_+3", 9}, Row{kNoFocus, "value_-", 11},
-          Row{kNoFocus, "value_x", 11}, Row{kNoFocus, "value", 11}, Row{0, "value_+", 15},
-          Row{0, "value_-", 5}, Row{0, "value_+3", 13}, Row{0, "value_up", 9}, Row{0, "value", 10},
-          Row{1, "value_+", 10}, Row{2, "value_-", 10}}) {
+    } rows[] = {{kNoFocus, "value_+", 9},  {kNoFocus, "value_+3", 9}, {kNoFocus, "value_-", 11},
+                {kNoFocus, "value_x", 11}, {kNoFocus, "value", 11},   {0, "value_+", 15},
+                {0, "value_-", 5},         {0, "value_+3", 13},       {0, "value_up", 9},
+                {0, "value", 10},          {1, "value_+", 10},        {2, "value_-", 10}};
+    for (const auto& row : rows) {
         list.Selected = 10;
         basGlobal.FocusedSlider = row.Slider;
         ExecuteCommand(row.Command);
@@ -183,29 +164,30 @@ TEST_F(Dispatcher, CommandsThatLeadToThemselvesEnd) {
 }
 
 TEST_F(Dispatcher, MenuListStepping) {
-    struct Row {
-        std::vector<std::string> Menus;
-        const char* Current;
-        const char* Next;
-        const char* Previous;
-    };
     std::vector<std::string> full;
     for (int i = 0; i <= 100; ++i) full.push_back("m" + std::to_string(i));
     std::vector<std::string> twelve(full.begin(), full.begin() + 12);
+    const std::vector<std::string> three = {"a", "b", "c"};
     const std::vector<std::string> gap = {"a", "", "c"};
+    // Forward the first match counts, back the last.
     const std::vector<std::string> twice = {"a", "b", "c", "b"};
-    for (const Row& row :
-         {Row{{"a", "b", "c"}, "a", "page b", "page c"},
-          Row{{"a", "b", "c"}, "b", "page c", "page a"},
-          Row{{"a", "b", "c"}, "c", "page a", "page b"},
-          Row{{"a", "b", "c"}, "x", "page mediaplayer", "page "},
-          Row{{"a", "b", "c"}, "A", "page mediaplayer", "page "},
-          Row{{"a"}, "a", "page a", "page a"}, Row{{}, "a", "page mediaplayer", "page mainmenu"},
-          Row{twelve, "x", "page mediaplayer", "page m8"},
-          Row{gap, "c", "page mediaplayer", "page "}, Row{gap, "a", "page a", "page a"},
-          Row{twice, "b", "page c", "page c"},  // forward the first match counts, back the last
-          Row{full, "m100", "page m0", "page m99"}, Row{full, "m0", "page m1", "page m100"},
-          Row{full, "x", "page +", "page m8"}}) {
+    const struct {
+        std::vector<std::string> Menus;
+        const char *Current, *Next, *Previous;
+    } rows[] = {{three, "a", "page b", "page c"},
+                {three, "b", "page c", "page a"},
+                {three, "c", "page a", "page b"},
+                {three, "A", "page mediaplayer", "page "},
+                {{"a"}, "a", "page a", "page a"},
+                {{}, "a", "page mediaplayer", "page mainmenu"},
+                {twelve, "x", "page mediaplayer", "page m8"},
+                {gap, "c", "page mediaplayer", "page "},
+                {gap, "a", "page a", "page a"},
+                {twice, "b", "page c", "page c"},
+                {full, "m100", "page m0", "page m99"},
+                {full, "m0", "page m1", "page m100"},
+                {full, "x", "page +", "page m8"}};
+    for (const auto& row : rows) {
         fakeScreen.Menus = row.Menus;
         basGlobal.CurrentMenu = row.Current;
         EXPECT_EQ(Only("openmenu_+"), row.Next) << row.Menus.size() << " " << row.Current;
@@ -255,18 +237,15 @@ TEST_F(Dispatcher, LinkCommandsOnlyAskAndOnlyInTheRightState) {
 TEST_F(Dispatcher, SensorsAreSwitchedWithTheirPids) {
     NameSensors({"a", "b", "c", "a", "Caps"});
     basGlobal.Sensors[5].Active = true;  // not in use
-    struct Row {
-        const char* Command;
-        const char* Before;
-        const char* After;
-    };
-    for (const Row& row :
-         {Row{"sensortoggle_all", "11111", "00000"}, Row{"sensortoggle_all", "11101", "11111"},
-          Row{"sensortoggle_ALL", "00000", "11111"}, Row{"sensortoggle_b", "11111", "10111"},
-          Row{"sensortoggle_B", "10111", "11111"}, Row{"sensortoggle_a", "00000", "10000"},
-          Row{"sensortoggle_caps", "00000", "00000"}, Row{"sensoron_b", "00000", "01000"},
-          Row{"sensoron_all", "01000", "11111"}, Row{"sensoroff_c", "11111", "11011"},
-          Row{"sensoroff_all", "01011", "00000"}, Row{"sensoroff_x", "11111", "11111"}}) {
+    const struct {
+        const char *Command, *Before, *After;
+    } rows[] = {{"sensortoggle_all", "11111", "00000"},  {"sensortoggle_all", "11101", "11111"},
+                {"sensortoggle_ALL", "00000", "11111"},  {"sensortoggle_b", "11111", "10111"},
+                {"sensortoggle_B", "10111", "11111"},    {"sensortoggle_a", "00000", "10000"},
+                {"sensortoggle_caps", "00000", "00000"}, {"sensoron_b", "00000", "01000"},
+                {"sensoron_all", "01000", "11111"},      {"sensoroff_c", "11111", "11011"},
+                {"sensoroff_all", "01011", "00000"},     {"sensoroff_x", "11111", "11111"}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.Command);
         const std::string before = row.Before;
         for (std::size_t i = 0; i < 5; ++i) {
@@ -282,23 +261,21 @@ TEST_F(Dispatcher, SensorsAreSwitchedWithTheirPids) {
 }
 
 TEST_F(Dispatcher, WantedPidsFollowOnlyLinkSensors) {
-    struct Row {
-        const char* Source;
-        int Pid;  ///< that follows the sensor, -1 = none
-    };
-    for (const Row& row : {Row{"obd_0D", 13}, Row{"obd_0d", 13}, Row{"obd4F", 79},
-                           Row{"obd_FF", -1}, Row{"obd_50", -1}, Row{"obd", -1}, Row{"obd_0", -1},
-                           Row{"can_0D", -1}, Row{"OBD_0D", -1}, Row{"", -1}, Row{"ob", -1}}) {
+    const std::pair<const char*, int> rows[] = {
+        // -1: no PID follows the sensor
+        {"obd_0D", 13}, {"obd_0d", 13}, {"obd4F", 79},  {"obd_FF", -1}, {"obd_50", -1},
+        {"obd", -1},    {"obd_0", -1},  {"can_0D", -1}, {"OBD_0D", -1}, {"", -1}};
+    for (const auto& [source, pid] : rows) {
         for (const bool active : {true, false}) {
             SensorRecord sensor;
-            sensor.Source = row.Source;
+            sensor.Source = source;
             sensor.Active = active;
             std::array<bool, 80> expected{};
             expected.fill(!active);
             basGlobal.PidWanted = expected;
             UpdatePidWanted(sensor);
-            if (row.Pid >= 0) expected[static_cast<std::size_t>(row.Pid)] = active;
-            EXPECT_EQ(basGlobal.PidWanted, expected) << row.Source << " " << active;
+            if (pid >= 0) expected[static_cast<std::size_t>(pid)] = active;
+            EXPECT_EQ(basGlobal.PidWanted, expected) << source << " " << active;
         }
     }
     NameSensors({"first", "second"});

@@ -17,50 +17,32 @@ class ListStepping : public GlobalsTest {
     }
 };
 
+// A number that would carry the selection beyond 16 bits is no step.
 TEST_F(ListStepping, OperationsCountFromTheSelection) {
-    struct Row {
+    const struct {
         int Selected;
         const char* Text;
-        int PageSize;
         int Expected;  ///< of 25 entries
-    };
-    for (const Row& row :
-         {Row{3, "listview_down", 10, 4},
-          Row{3, "LISTVIEW_Down", 10, 4},
-          Row{3, "listview_-", 10, 4},
-          Row{3, "listview_+", 10, 2},
-          Row{3, "listview_up", 10, 2},
-          Row{1, "listview_up", 10, 1},
-          Row{25, "listview_down", 10, 25},
-          Row{17, "listview_pagedown", 10, 25},
-          Row{15, "listview_pagedown", 10, 25},
-          Row{14, "listview_pagedown", 10, 24},
-          Row{12, "listview_pagedown", 10, 22},
-          Row{25, "listview_pagedown", 10, 25},
-          Row{14, "listview_pageup", 10, 4},
-          Row{11, "listview_pageup", 10, 1},
-          Row{10, "listview_pageup", 10, 1},
-          Row{7, "listview_pageup", 10, 1},
-          Row{1, "listview_pageup", 10, 1},
-          Row{7, "listview_pageup", 0, 7},  // no whole row fits, or no list is shown
-          Row{7, "listview_pagedown", 0, 7},
-          Row{3, "listview_+5", 10, 8},
-          Row{8, "listview_-5", 10, 3},
-          Row{3, "listview_7 down", 10, 10},
-          Row{3, "listview_100", 10, 25},
-          Row{3, "listview_-100", 10, 1},
-          Row{3, "listview_x", 10, 3},
-          Row{3, "listview", 10, 3},
-          Row{3, "listview_32767", 10, 3},  // beyond 16 bits: no step
-          Row{3, "listview_1e9", 10, 3},
-          Row{3, "listview_32764", 10, 25},
-          Row{3, "gallery_down", 10, 3},
-          Row{3, "x_listview_down", 10, 3},
-          Row{3, "down", 10, 3}}) {
-        fakeScreen.PageSize = row.PageSize;
+    } rows[] = {
+        {3, "LISTVIEW_Down", 4},       {3, "listview_-", 4},          {3, "listview_+", 2},
+        {3, "listview_up", 2},         {1, "listview_up", 1},         {25, "listview_down", 25},
+        {17, "listview_pagedown", 25}, {15, "listview_pagedown", 25}, {14, "listview_pagedown", 24},
+        {25, "listview_pagedown", 25}, {14, "listview_pageup", 4},    {11, "listview_pageup", 1},
+        {10, "listview_pageup", 1},    {1, "listview_pageup", 1},     {3, "listview_+5", 8},
+        {8, "listview_-5", 3},         {3, "listview_7 down", 10},    {3, "listview_100", 25},
+        {3, "listview_-100", 1},       {3, "listview_x", 3},          {3, "listview", 3},
+        {3, "listview_32764", 25},     {3, "listview_32767", 3},      {3, "listview_1e9", 3},
+        {3, "gallery_down", 3},        {3, "x_listview_down", 3}};
+    for (const auto& row : rows) {
         const ListSlot& list = ShowList(25, row.Selected);
         StepList(row.Text);
         EXPECT_EQ(list.Selected, row.Expected) << row.Selected << " " << row.Text;
+    }
+    fakeScreen.PageSize = 0;  // no list is shown, or no whole row fits
+    for (const char* page : {"listview_pageup", "listview_pagedown"}) {
+        const ListSlot& list = ShowList(25, 7);
+        StepList(page);
+        EXPECT_EQ(list.Selected, 7) << page;
     }
 }
 

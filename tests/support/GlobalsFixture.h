@@ -3,33 +3,24 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <iterator>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "core/basGlobal.h"
-#include "platform/Events.h"
 #include "platform/Paths.h"
 #include "support/FakeScreen.h"
+#include "support/Waiting.h"
 
 namespace dravik {
 
-/// Pumps events until the condition holds. The limit only ends a test that has failed already.
-inline bool Until(const std::function<bool()>& condition) {
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline) return false;
-        WaitForEvents(0.005);
-    }
-    return true;
-}
-
-/// Runs the event loop a while longer, for what must not happen.
-inline void Settle() {
-    for (int round = 0; round < 20; ++round) WaitForEvents(0.002);
+/// The words of a text that are parted by blanks.
+inline std::vector<std::string> Words(const std::string& text) {
+    std::istringstream words(text);
+    return {std::istream_iterator<std::string>(words), {}};
 }
 
 /// All shared state as at start-up, on a program folder of the test's own.

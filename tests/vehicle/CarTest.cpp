@@ -39,12 +39,6 @@ class Probe {
     Vehicle Car;
 };
 
-Scenario Drive() {
-    Scenario scenario;
-    EXPECT_EQ(LoadScenario("drive", scenario), "");
-    return scenario;
-}
-
 /// Data bytes of each PID as the standard has them, sixteen to a row.
 int LengthOf(int pid) {
     constexpr std::string_view kLengths =
@@ -89,7 +83,7 @@ TEST(Car, MasksAgreeWithWhatIsAnsweredAndEveryAnswerHasItsLength) {
 }
 
 TEST(Car, DefaultDriveVisiblyMovesWithinTheFirstSeconds) {
-    Probe probe(Drive());
+    Probe probe(BuiltIn("drive"));
     probe.Car.AdvanceTo(1);
     const double coolant = probe.Coolant();
     probe.Car.AdvanceTo(6);
@@ -101,7 +95,7 @@ TEST(Car, DefaultDriveVisiblyMovesWithinTheFirstSeconds) {
 
 /// The relations that hold between readings at every instant of a drive of half an hour.
 TEST(Car, ReadingsAgreeWithEachOtherOverALongDrive) {
-    Probe probe(Drive());
+    Probe probe(BuiltIn("drive"));
     double distance = 0, fastest = 0, lowestFuel = 1000;
     int inGear = 0, closedLoop = 0, closedThrottle = 0;
     std::map<int, int> gears;
@@ -223,7 +217,7 @@ TEST(Car, OverheatsOnlyWhenItsCoolingFails) {
 }
 
 TEST(Car, SameSeedAndTimeGiveTheSameReadingsWhateverTheSteps) {
-    Scenario scenario = Drive();
+    Scenario scenario = BuiltIn("drive");
     Probe once(scenario), often(scenario);
     for (double now = 0; now < 200; now += 0.37) often.Car.AdvanceTo(now);
     once.Car.AdvanceTo(200);

@@ -15,6 +15,12 @@ inline Scenario ScenarioOf(std::string_view text) {
     return scenario;
 }
 
+inline Scenario BuiltIn(const char* name) {
+    Scenario scenario;
+    EXPECT_EQ(LoadScenario(name, scenario), "");
+    return scenario;
+}
+
 /// The interface on a desk with a clock of its own: a conversation of hours takes no time.
 class Desk {
  public:

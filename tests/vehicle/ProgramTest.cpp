@@ -1,96 +1,58 @@
-#include <fcntl.h>
 #include <signal.h>
-#include <sys/wait.h>
 
+#include <QProcess>
 #include <filesystem>
-#include <fstream>
-#include <utility>
-#include <vector>
 
 #include "Desk.h"
 #include "support/SerialClient.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik::vehicle {
 namespace {
 
 using test::SerialClient;
-namespace fs = std::filesystem;
 
 /// The real program with its output on pipes.
-class Program {
+class Program : public QProcess {
  public:
-    explicit Program(std::vector<std::string> arguments) {
-        int out[2], errors[2];
-        EXPECT_EQ(pipe2(out, O_CLOEXEC), 0);
-        EXPECT_EQ(pipe2(errors, O_CLOEXEC), 0);
-        arguments.insert(arguments.begin(), DRAVIK_VEHICLE_PROGRAM);
-        std::vector<char*> pointers;
-        for (auto& argument : arguments) pointers.push_back(argument.data());
-        pointers.push_back(nullptr);
-        process_ = fork();
-        if (process_ == 0) {
-            dup2(out[1], STDOUT_FILENO);
-            dup2(errors[1], STDERR_FILENO);
-            execv(pointers[0], pointers.data());
-            _exit(127);
-        }
-        close(out[1]);
-        close(errors[1]);
-        out_ = out[0];
-        errors_ = errors[0];
+    explicit Program(const std::vector<std::string>& arguments) {
+        QStringList list;
+        for (const std::string& argument : arguments) list.append(QString::fromStdString(argument));
+        start(QStringLiteral(DRAVIK_VEHICLE_PROGRAM), list);
     }
-    ~Program() {
-        if (process_ > 0) {
-            kill(process_, SIGKILL);
-            waitpid(process_, nullptr, 0);
-        }
-        close(out_);
-        close(errors_);
+    ~Program() override {
+        kill();
+        waitForFinished();
     }
-    Program(const Program&) = delete;
-    Program& operator=(const Program&) = delete;
 
-    std::string ReadLine() { return Read(out_, true); }
-    std::string Output() { return Read(out_, false); }
-    std::string Errors() { return Read(errors_, false); }
-    void Signal(int signal) { kill(process_, signal); }
+    std::string ReadLine() {
+        while (!canReadLine() && waitForReadyRead()) continue;
+        return readLine().trimmed().toStdString();
+    }
+    void Signal(int signal) const { ::kill(static_cast<pid_t>(processId()), signal); }
 
     /// The exit status, or -1 when a signal ended it.
     int Wait() {
-        int status = 0;
-        waitpid(std::exchange(process_, -1), &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        waitForFinished();
+        return exitStatus() == NormalExit ? exitCode() : -1;
     }
-
- private:
-    static std::string Read(int descriptor, bool line) {
-        std::string text;
-        char byte = 0;
-        while (read(descriptor, &byte, 1) == 1) {
-            if (line && byte == '\n') break;
-            text += byte;
-        }
-        return text;
-    }
-
-    pid_t process_ = -1;
-    int out_ = -1, errors_ = -1;
 };
 
 TEST(VehicleProgram, ServesALinkUntilItIsTerminated) {
-    const fs::path link = fs::temp_directory_path() / ("obd-" + std::to_string(getpid()));
+    const TemporaryFolder folder;
+    const std::string link = folder / "obd";
     for (int signal : {SIGTERM, SIGINT}) {
-        Program program({"--link", link.string(), "--scenario", "faults"});
-        EXPECT_EQ(program.ReadLine(), link.string());
+        Program program({"--link", link, "--scenario", "faults"});
+        EXPECT_EQ(program.ReadLine(), link);
         {
-            SerialClient client(link.string());
+            SerialClient client(link);
             ASSERT_TRUE(client.IsOpen());
             EXPECT_NE(client.Ask("ATZ").find("DVI 1.0"), std::string::npos);
             EXPECT_NE(client.Ask("0101").find("41 01 83 07 65 04 \r"), std::string::npos);
         }
         program.Signal(signal);
         EXPECT_EQ(program.Wait(), 0);
-        EXPECT_FALSE(fs::is_symlink(link));
+        EXPECT_FALSE(std::filesystem::is_symlink(link));
     }
 }
 
@@ -105,9 +67,8 @@ TEST(VehicleProgram, ServesATcpPort) {
 }
 
 TEST(VehicleProgram, ExplainsBadArgumentsAndEndsWithTwo) {
-    const std::string scenario =
-        (fs::temp_directory_path() / ("bad-" + std::to_string(getpid()) + ".ini")).string();
-    std::ofstream(scenario) << "[vehicle]\nwheels = 4\n";
+    const TemporaryFolder folder;
+    const std::string scenario = folder.Write("bad.ini", "[vehicle]\nwheels = 4\n");
     const struct {
         std::vector<std::string> Arguments;
         std::string Complaint;
@@ -123,23 +84,22 @@ TEST(VehicleProgram, ExplainsBadArgumentsAndEndsWithTwo) {
     };
     for (const auto& row : rows) {
         Program program(row.Arguments);
-        EXPECT_NE(program.Errors().find(row.Complaint), std::string::npos) << row.Complaint;
-        EXPECT_EQ(program.Output(), "");
         EXPECT_EQ(program.Wait(), 2) << row.Complaint;
+        const std::string errors = program.readAllStandardError().toStdString();
+        EXPECT_NE(errors.find(row.Complaint), std::string::npos) << errors;
+        EXPECT_EQ(program.readAllStandardOutput(), "");
     }
-    fs::remove(scenario);
 }
 
 TEST(VehicleProgram, ShowsHelpAndVersion) {
     Program help({"--help"});
-    const std::string text = help.Output();
-    for (const auto& name : BuiltInScenarioNames()) {
-        EXPECT_NE(text.find(name), std::string::npos) << name;
-    }
     EXPECT_EQ(help.Wait(), 0);
+    const std::string text = help.readAllStandardOutput().toStdString();
+    for (const auto& name : BuiltInScenarioNames())
+        EXPECT_NE(text.find(name), std::string::npos) << name;
     Program version({"--version"});
-    EXPECT_EQ(version.Output().find("dravik-vehicle "), 0u);
     EXPECT_EQ(version.Wait(), 0);
+    EXPECT_EQ(version.readAllStandardOutput().indexOf("dravik-vehicle "), 0);
 }
 
 }  // namespace

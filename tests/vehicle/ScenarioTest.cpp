@@ -1,65 +1,55 @@
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
-
 #include "Desk.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik::vehicle {
 namespace {
 
 TEST(ScenarioFile, SaysWhatIsWrongWithFileSectionAndKey) {
-    const struct {
-        const char* Text;
-        const char* Problem;
-    } rows[] = {
-        {"[car]\n", "t.ini: [car] unknown section"},
-        {"[vehicle]\ncolour = red\n", "t.ini: [vehicle] colour: unknown key"},
-        {"seed = 1\n", "t.ini: [] seed: key before the first section"},
-        {"[vehicle]\nseed\n", "t.ini: [vehicle] \"seed\" has no \"=\""},
-        {"[vehicle\n", "t.ini: \"[vehicle\" has no closing bracket"},
-        {"[vehicle]\nseed = 1\nSeed = 2\n", "t.ini: [vehicle] seed: given twice"},
-        {"[vehicle]\n[interface]\n[vehicle]\n", "t.ini: [vehicle] section given twice"},
-        {"[vehicle]\nunits = 5\n", "t.ini: [vehicle] units: 5 is not between 1 and 4"},
-        {"[vehicle]\nunits = 1.5\n", "t.ini: [vehicle] units: 1.5 is not a whole number"},
-        {"[vehicle]\nfuel = full\n", "t.ini: [vehicle] fuel: \"full\" is not a number"},
-        {"[vehicle]\nfuel =\n", "t.ini: [vehicle] fuel: \"\" is not a number"},
-        {"[vehicle]\nfuel = nan\n", "t.ini: [vehicle] fuel: \"nan\" is not a number"},
+    const std::pair<const char*, const char*> rows[] = {
+        {"[car]\n", "[car] unknown section"},
+        {"[vehicle]\ncolour = red\n", "[vehicle] colour: unknown key"},
+        {"seed = 1\n", "[] seed: key before the first section"},
+        {"[vehicle]\nseed\n", "[vehicle] \"seed\" has no \"=\""},
+        {"[vehicle\n", "\"[vehicle\" has no closing bracket"},
+        {"[vehicle]\nseed = 1\nSeed = 2\n", "[vehicle] seed: given twice"},
+        {"[vehicle]\n[interface]\n[vehicle]\n", "[vehicle] section given twice"},
+        {"[vehicle]\nunits = 5\n", "[vehicle] units: 5 is not between 1 and 4"},
+        {"[vehicle]\nunits = 1.5\n", "[vehicle] units: 1.5 is not a whole number"},
+        {"[vehicle]\nfuel = full\n", "[vehicle] fuel: \"full\" is not a number"},
+        {"[vehicle]\nfuel =\n", "[vehicle] fuel: \"\" is not a number"},
+        {"[vehicle]\nfuel = nan\n", "[vehicle] fuel: \"nan\" is not a number"},
         {"[vehicle]\npresent = maybe\n",
-         "t.ini: [vehicle] present: \"maybe\" is none of yes, no, on, off"},
-        {"[interface]\nidentity = a\tb\n",
-         "t.ini: [interface] identity: contains a control character"},
+         "[vehicle] present: \"maybe\" is none of yes, no, on, off"},
+        {"[interface]\nidentity = a\tb\n", "[interface] identity: contains a control character"},
         {"[vehicle]\nvin = 123\n",
-         "t.ini: [vehicle] vin: a vehicle identification number has 17 characters"},
+         "[vehicle] vin: a vehicle identification number has 17 characters"},
         {"[vehicle]\nunsupported-pids = 20\n",
-         "t.ini: [vehicle] unsupported-pids: PIDs 00, 20 and 40 are masks and follow from the "
+         "[vehicle] unsupported-pids: PIDs 00, 20 and 40 are masks and follow from the "
          "others"},
         {"[vehicle]\nunsupported-pids = 1G\n",
-         "t.ini: [vehicle] unsupported-pids: \"1G\" is no list of hexadecimal PIDs"},
-        {"[phase 2]\n", "t.ini: [phase 2] expected number 1 here"},
-        {"[drive]\nrepeat-from = 1\n", "t.ini: [drive] repeat-from: there is no phase 1"},
-        {"[code 1]\nlamp = on\n", "t.ini: [code 1] code: missing"},
-        {"[code 1]\ncode = X0133\n",
-         "t.ini: [code 1] code: \"X0133\" is no trouble code like P0133"},
-        {"[code 1]\ncode = P4133\n",
-         "t.ini: [code 1] code: \"P4133\" is no trouble code like P0133"},
-        {"[code 1]\ncode = P0133\nunit = 2\n", "t.ini: [code 1] unit: the vehicle has only 1"},
-        {"[code 1]\ncode = P0133\nframe-zz = 1\n", "t.ini: [code 1] frame-zz: unknown key"},
+         "[vehicle] unsupported-pids: \"1G\" is no list of hexadecimal PIDs"},
+        {"[phase 2]\n", "[phase 2] expected number 1 here"},
+        {"[drive]\nrepeat-from = 1\n", "[drive] repeat-from: there is no phase 1"},
+        {"[code 1]\nlamp = on\n", "[code 1] code: missing"},
+        {"[code 1]\ncode = X0133\n", "[code 1] code: \"X0133\" is no trouble code like P0133"},
+        {"[code 1]\ncode = P4133\n", "[code 1] code: \"P4133\" is no trouble code like P0133"},
+        {"[code 1]\ncode = P0133\nunit = 2\n", "[code 1] unit: the vehicle has only 1"},
+        {"[code 1]\ncode = P0133\nframe-zz = 1\n", "[code 1] frame-zz: unknown key"},
         {"[code 1]\ncode = P0133\nframe-0C = 1\n",
-         "t.ini: [code 1] frame-0c: expects one to four hexadecimal bytes"},
-        {"[fault 1]\nat = 3\n", "t.ini: [fault 1] kind: missing"},
+         "[code 1] frame-0c: expects one to four hexadecimal bytes"},
+        {"[fault 1]\nat = 3\n", "[fault 1] kind: missing"},
         {"[fault 1]\nkind = fire\n",
-         "t.ini: [fault 1] kind: \"fire\" is none of silence, no-prompt, garbage, pieces, "
+         "[fault 1] kind: \"fire\" is none of silence, no-prompt, garbage, pieces, "
          "question, lost, unplug"},
         {"[fault 1]\nkind = lost\nprobability = 2\n",
-         "t.ini: [fault 1] probability: 2 is not between 0 and 1"},
+         "[fault 1] probability: 2 is not between 0 and 1"},
         {"[fault 1]\nkind = lost\nfor = 5\nevery = 5\n",
-         "t.ini: [fault 1] for: must be shorter than every"},
+         "[fault 1] for: must be shorter than every"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [text, problem] : rows) {
         Scenario scenario;
         scenario.Vin = "as it was";
-        EXPECT_EQ(ParseScenario(row.Text, "t.ini", scenario), row.Problem);
+        EXPECT_EQ(ParseScenario(text, "t.ini", scenario), std::string("t.ini: ") + problem);
         EXPECT_EQ(scenario.Vin, "as it was") << "a bad scenario changes nothing";
     }
 }
@@ -94,19 +84,13 @@ TEST(ScenarioFile, BuiltInNamesWorkWithoutFilesAndFilesByPath) {
     Scenario scenario;
     EXPECT_NE(LoadScenario("/nowhere/x.ini", scenario).find("/nowhere/x.ini: cannot be read"),
               std::string::npos);
-    const std::string path =
-        (std::filesystem::temp_directory_path() / ("vehicle-" + std::to_string(getpid()) + ".ini"))
-            .string();
-    std::ofstream(path) << "[vehicle]\nseed = 77\n";
-    EXPECT_EQ(LoadScenario(path, scenario), "");
+    const TemporaryFolder folder;
+    EXPECT_EQ(LoadScenario(folder.Write("x.ini", "[vehicle]\nseed = 77\n"), scenario), "");
     EXPECT_EQ(scenario.Seed, 77u);
-    std::filesystem::remove(path);
 }
 
 TEST(ScenarioFile, IgnitionOffEndsInUnableToConnect) {
-    Scenario scenario;
-    ASSERT_EQ(LoadScenario("ignition-off", scenario), "");
-    Desk desk(scenario);
+    Desk desk(BuiltIn("ignition-off"));
     desk.Ask("ATE0");
     desk.Ask("ATL0");
     EXPECT_EQ(desk.Ask("ATRV"), "12.4V\r\r>");

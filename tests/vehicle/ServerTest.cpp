@@ -1,9 +1,9 @@
 #include <filesystem>
-#include <fstream>
 #include <thread>
 
 #include "Desk.h"
 #include "support/SerialClient.h"
+#include "support/TemporaryFolder.h"
 #include "vehicle/VehicleServer.h"
 
 namespace dravik::vehicle {
@@ -14,21 +14,10 @@ namespace fs = std::filesystem;
 
 class Server : public testing::Test {
  protected:
-    void SetUp() override {
-        folder_ = fs::temp_directory_path() / ("vehicle-server-" + std::to_string(getpid()));
-        fs::create_directories(folder_);
-    }
-    void TearDown() override {
-        server_.Stop();
-        fs::remove_all(folder_);
-    }
-
-    std::string Link() const { return (folder_ / "obd").string(); }
+    std::string Link() const { return folder_ / "obd"; }
 
     void Load(const std::string& scenario) {
-        const std::string path = (folder_ / "scenario.ini").string();
-        std::ofstream(path) << scenario;
-        ASSERT_EQ(server_.LoadScenario(path), "");
+        ASSERT_EQ(server_.LoadScenario(folder_.Write("scenario.ini", scenario)), "");
     }
 
     /// Waits until a condition holds, with a patience that only a broken server exhausts.
@@ -41,7 +30,7 @@ class Server : public testing::Test {
         return false;
     }
 
-    fs::path folder_;
+    const TemporaryFolder folder_;
     VehicleServer server_;
 };
 
@@ -80,10 +69,10 @@ TEST_F(Server, SurvivesClientsThatComeAndGo) {
 }
 
 TEST_F(Server, NeverReplacesAFileByItsLink) {
-    std::ofstream(Link()) << "precious";
+    folder_.Write("obd", "precious");
     EXPECT_EQ(server_.ServePseudoTerminal(Link()), Link() + ": exists and is no symbolic link");
     EXPECT_TRUE(fs::is_regular_file(Link()));
-    EXPECT_NE(server_.ServePseudoTerminal((folder_ / "missing" / "obd").string()), "");
+    EXPECT_NE(server_.ServePseudoTerminal(folder_ / "missing/obd"), "");
     EXPECT_EQ(server_.ServePseudoTerminal(), "") << "a failed start does not block the next";
 }
 

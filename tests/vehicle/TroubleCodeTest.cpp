@@ -5,12 +5,6 @@
 namespace dravik::vehicle {
 namespace {
 
-Scenario Faulty() {
-    Scenario scenario;
-    EXPECT_EQ(LoadScenario("faults", scenario), "");
-    return scenario;
-}
-
 /// The number that a single-line reply carries after its first `skip` bytes.
 unsigned long Value(const std::string& reply, std::size_t skip) {
     std::string digits;
@@ -21,7 +15,7 @@ unsigned long Value(const std::string& reply, std::size_t skip) {
 }
 
 TEST(TroubleCodes, StoredCodesComeWithLampCountAndAFrameEach) {
-    Desk desk(Faulty());
+    Desk desk(BuiltIn("faults"));
     desk.Connect();
     EXPECT_EQ(desk.Ask("0101").substr(0, 8), "41 01 83");
     EXPECT_EQ(desk.Ask("03"), "43 01 33 03 01 04 20 \r\r>");
@@ -35,26 +29,25 @@ TEST(TroubleCodes, StoredCodesComeWithLampCountAndAFrameEach) {
 }
 
 TEST(TroubleCodes, FramesStayAsTheyWereWhileTheCarDrivesOn) {
-    Desk desk(Faulty());
+    Desk desk(BuiltIn("faults"));
     desk.Connect();
-    std::map<int, std::string> before;
-    char command[16];
-    for (int pid = 0; pid <= 0x4E; ++pid) {
-        std::snprintf(command, sizeof command, "02%02X01", static_cast<unsigned>(pid));
-        before[pid] = desk.Ask(command);
-    }
+    const auto frame = [&desk] {
+        std::vector<std::string> replies;
+        for (unsigned pid = 0; pid <= 0x4E; ++pid) {
+            char command[16];
+            std::snprintf(command, sizeof command, "02%02X01", pid);
+            replies.push_back(desk.Ask(command));
+        }
+        return replies;
+    };
+    const std::vector<std::string> before = frame();
     desk.Now += 300;
-    std::string mask;
-    for (int pid = 0; pid <= 0x4E; ++pid) {
-        std::snprintf(command, sizeof command, "02%02X01", static_cast<unsigned>(pid));
-        EXPECT_EQ(desk.Ask(command), before[pid]) << command;
-        if (pid % 32 == 0) mask = before[pid];
-        const auto bits = static_cast<std::uint32_t>(Value(mask, 3));
-        const int next = pid + 1;
-        if (next <= 0x4E && next / 32 == pid / 32) {
-            std::snprintf(command, sizeof command, "02%02X01", static_cast<unsigned>(next));
-            EXPECT_EQ((bits >> (31 - pid % 32) & 1) != 0, desk.Ask(command) != "NO DATA\r\r>")
-                << command;
+    EXPECT_EQ(frame(), before);
+    for (std::size_t pid = 0; pid < 0x4E; ++pid) {
+        const unsigned long mask = Value(before[pid / 32 * 32], 3);
+        if (pid % 32 != 31) {
+            EXPECT_EQ((mask >> (31 - pid % 32) & 1) != 0, before[pid + 1] != "NO DATA\r\r>")
+                << pid + 1;
         }
     }
 }
@@ -97,7 +90,7 @@ TEST(TroubleCodes, CodeAppearsDuringTheDriveWithTheFrameOfThatMoment) {
 }
 
 TEST(TroubleCodes, ClearingForgetsEverythingAndStartsTheCountersAnew) {
-    Desk desk(Faulty());
+    Desk desk(BuiltIn("faults"));
     desk.Connect();
     desk.Now = 400;
     EXPECT_GT(Value(desk.Ask("0131"), 2), 214u);

@@ -73,16 +73,14 @@ class MediaTest : public ::testing::Test {
         return texts;
     }
 
-    /// Selects the entry of that text; false when there is none.
-    static bool Select(const std::string& text) {
+    static void Select(const std::string& text) {
         const std::vector<std::string> texts = Texts();
         const auto found = std::find(texts.begin(), texts.end(), text);
-        if (found == texts.end()) return false;
+        ASSERT_NE(found, texts.end()) << text;
         SelectListEntry(Media(), static_cast<int>(found - texts.begin()) + 1);
-        return true;
     }
     static void Activate(const std::string& text) {
-        ASSERT_TRUE(Select(text)) << text;
+        Select(text);
         ActivateListEntry(kMedia);
     }
     static std::string SelectedText() {

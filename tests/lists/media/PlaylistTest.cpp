@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include "lists/media/MediaFixture.h"
 #include "skinfunc/basValueProc.h"
 
@@ -77,29 +75,6 @@ TEST_F(Playlist, TheWayUpListsThePlaylistsOfTheFolderAgain) {
     EXPECT_EQ(Media().Folder, folder_ / "music/inner");
     EXPECT_THAT(Texts(), ElementsAre("..", "c.pls"));
     EXPECT_THAT(messages_, IsEmpty());
-}
-
-TEST_F(Playlist, TracksWrittenOnAnotherSystemReachThePlayer) {
-    const std::string song = folder_.Write("music/Sub/Caf\xC3\xA9.mp3", "x");
-    folder_.Write("bin/xdg-open", "#!/bin/sh\nprintf %s \"$1\" > '" + (folder_ / "part") +
-                                      "'\nmv '" + (folder_ / "part") + "' '" +
-                                      (folder_ / "opened") + "'\n");
-    fs::permissions(folder_ / "bin/xdg-open", fs::perms(0755));
-    folder_.Write("music/a.pls", "File1=.\\sub\\caf\xE9.MP3\nFile2=missing.mp3\n");
-    const std::string path = std::getenv("PATH");
-    ::setenv("PATH", ((folder_ / "bin:") + path).c_str(), 1);
-    PlayMedium = OpenWithSystem;
-
-    ShowFolder(kMedia, "pls,", folder_ / "music");
-    Activate("a.pls");
-    Activate("caf\xE9.MP3");
-    for (int look = 0; look < 2000 && folder_.Read("opened").empty(); ++look) ::usleep(10'000);
-    EXPECT_TRUE(fs::equivalent(folder_.Read("opened"), song)) << folder_.Read("opened");
-    EXPECT_THAT(messages_, IsEmpty());
-
-    Activate("missing.mp3");
-    EXPECT_THAT(messages_, ElementsAre("Media file could not be opened!"));
-    ::setenv("PATH", path.c_str(), 1);
 }
 
 TEST_F(Playlist, APlaylistThatCannotBeReadLeavesTheListAsItIs) {

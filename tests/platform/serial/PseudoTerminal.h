@@ -1,6 +1,7 @@
 #pragma once
 
 #include <fcntl.h>
+#include <poll.h>
 #include <stdlib.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -43,6 +44,12 @@ class PseudoTerminal {
         ioctl(slave, FIONREAD, &count);
         close(slave);
         return static_cast<std::size_t>(count);
+    }
+
+    bool WasOpened() const {
+        pollfd state{master_, POLLIN, 0};
+        ::poll(&state, 1, 0);
+        return (state.revents & POLLHUP) != 0;
     }
 
     void Vanish() {

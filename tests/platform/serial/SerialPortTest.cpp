@@ -3,65 +3,66 @@
 #include <sys/wait.h>
 
 #include <QTimer>
+#include <memory>
 #include <optional>
 
+#include "platform/serial/FarEnd.h"
 #include "platform/serial/PortEvents.h"
-#include "platform/serial/PseudoTerminal.h"
+#include "support/ChildProcess.h"
 
 namespace dravik {
 namespace {
 
-class SerialPortTest : public testing::Test {
+std::unique_ptr<FarEnd> MakeFarEnd(bool network) {
+    if (network) return std::make_unique<NetworkEnd>();
+    return std::make_unique<TerminalEnd>();
+}
+
+/// What holds on a terminal (false) and over the network (true) alike.
+class AnySerialPort : public testing::TestWithParam<bool> {
  protected:
-    void SetUp() override {
-        port_.SetDevice(terminal_.Path());
+    void SetUp() override { Connect(); }
+
+    void Connect() {
+        port_.SetDevice(end_->Device());
         ASSERT_TRUE(port_.Open());
         ASSERT_TRUE(port_.IsOpen());
+        ASSERT_TRUE(end_->Accept());
     }
-
-    std::string ReceiveAtDevice(std::size_t count) {
+    bool UntilReceived(const std::string& bytes) {
         std::string received;
-        WaitUntil([&] { return (received += terminal_.Receive()).size() >= count; });
-        return received;
+        return Until([&] { return (received += end_->Receive()) == bytes; });
     }
 
-    PseudoTerminal terminal_;
+    std::unique_ptr<FarEnd> end_ = MakeFarEnd(GetParam());
     SerialPort port_{9600};
     PortEvents events_{port_};
 };
 
-TEST_F(SerialPortTest, EveryByteValuePassesUnchangedInBothDirections) {
-    const std::string bytes = AllByteValues();
+INSTANTIATE_TEST_SUITE_P(Ends, AnySerialPort, testing::Bool());
+
+TEST_P(AnySerialPort, EveryByteValuePassesUnchangedInBothDirections) {
+    std::string bytes;
+    for (int value = 0; value < 256; ++value) bytes += static_cast<char>(value);
     ASSERT_TRUE(port_.Write(bytes));
-    EXPECT_EQ(ReceiveAtDevice(bytes.size()), bytes);
-    ASSERT_EQ(terminal_.Send(bytes), bytes.size());
-    WaitUntil([&] { return events_.text.size() >= bytes.size(); });
-    EXPECT_EQ(events_.text, bytes);
-    // Nothing was echoed by the line itself.
-    EXPECT_EQ(terminal_.Receive(), "");
+    EXPECT_TRUE(UntilReceived(bytes));
+    end_->Send(bytes);
+    EXPECT_TRUE(Until([&] { return events_.text == bytes; }));
+    EXPECT_EQ(end_->Receive(), "") << "echoed by the line itself";
 }
 
-TEST_F(SerialPortTest, ReplyInPiecesArrivesWholeWithAnEventForEachPiece) {
-    for (const char* piece : {"41 0C 1A", "F8\r", ">"}) {
-        const int before = events_.data;
-        terminal_.Send(piece);
-        EXPECT_TRUE(WaitUntil([&] { return events_.data > before; })) << piece;
-    }
-    EXPECT_EQ(events_.text, "41 0C 1AF8\r>");
-}
-
-TEST_F(SerialPortTest, IgnoredEventComesBackOnlyWithTheNextCharacter) {
+TEST_P(AnySerialPort, IgnoredEventComesBackOnlyWithTheNextCharacter) {
     events_.takes = false;
-    terminal_.Send("ab");
-    ASSERT_TRUE(WaitUntil([&] { return events_.data > 0 && port_.InputCount() == 2; }));
+    end_->Send("ab");
+    ASSERT_TRUE(Until([&] { return events_.data > 0 && port_.InputCount() == 2; }));
     const int ignored = events_.data;
     EXPECT_LE(ignored, 2);
     for (int turn = 0; turn < 1000; ++turn) PumpEvents();
     EXPECT_LE(events_.data, ignored + 1);
 
     const int before = events_.data;
-    terminal_.Send("c");
-    EXPECT_TRUE(WaitUntil([&] { return events_.data > before; }));
+    end_->Send("c");
+    EXPECT_TRUE(Until([&] { return events_.data > before; }));
     EXPECT_EQ(port_.InputCount(), 3u);
     EXPECT_EQ(port_.ReadAll(), "abc");
     EXPECT_EQ(port_.ReadAll(), "");
@@ -69,14 +70,14 @@ TEST_F(SerialPortTest, IgnoredEventComesBackOnlyWithTheNextCharacter) {
 
 // A command that waits for its reply polls; what the driver holds counts although no event has
 // been delivered yet, and the event is not lost if nobody reads.
-TEST_F(SerialPortTest, CountsAndReadsWhatTheEventLoopHasNotDelivered) {
-    terminal_.Send("OK\r>");
+TEST_P(AnySerialPort, CountsAndReadsWhatTheEventLoopHasNotDelivered) {
+    end_->Send("OK\r>");
     while (port_.InputCount() < 4) usleep(1000);
     EXPECT_EQ(events_.data, 0);
-    EXPECT_TRUE(WaitUntil([&] { return events_.data > 0; }));
+    EXPECT_TRUE(Until([&] { return events_.data > 0; }));
     EXPECT_EQ(events_.text, "OK\r>");
 
-    terminal_.Send("41 00");
+    end_->Send("41 00");
     std::string reply;
     while (reply.size() < 5) reply += port_.ReadAll();
     const int before = events_.data;
@@ -84,51 +85,45 @@ TEST_F(SerialPortTest, CountsAndReadsWhatTheEventLoopHasNotDelivered) {
     EXPECT_EQ(events_.data, before) << "an event without a character";
 }
 
-TEST_F(SerialPortTest, OverflowIsReportedOnceAndKeepsTheFirstCharacters) {
+TEST_P(AnySerialPort, OverflowIsReportedOnceAndKeepsTheFirstCharacters) {
     events_.takes = false;
-    const std::string block(1000, 'x');
-    std::size_t sent = terminal_.Send("first");
-    WaitUntil([&] {
-        sent += terminal_.Send(block);
-        return sent > 3 * SerialPort::kBufferSize && events_.overflow > 0;
-    });
-    // As many again: the same overflow.
-    const std::size_t limit = sent + 10000;
-    WaitUntil([&] { return (sent += terminal_.Send(block)) > limit; });
-    for (int turn = 0; turn < 100; ++turn) WaitForEvents(0.001);
+    const auto sendUntilOverflow = [this](int number) {
+        return Until([this, number] {
+            end_->Send(std::string(1000, 'x'));
+            return events_.overflow == number;
+        });
+    };
+    end_->Send("first");
+    EXPECT_TRUE(sendUntilOverflow(1));
+    for (int more = 0; more < 100; ++more) {
+        end_->Send(std::string(1000, 'x'));
+        WaitForEvents(0.001);
+    }
     EXPECT_EQ(events_.overflow, 1);
     EXPECT_EQ(port_.InputCount(), SerialPort::kBufferSize);
     EXPECT_EQ(port_.ReadAll().substr(0, 6), "firstx");
-
-    // Once read, the next overflow is a new one.
-    WaitUntil([&] {
-        terminal_.Send(block);
-        return events_.overflow > 1;
-    });
-    EXPECT_EQ(events_.overflow, 2);
+    EXPECT_TRUE(sendUntilOverflow(2)) << "once read, the next overflow is a new one";
 }
 
-TEST_F(SerialPortTest, DiscardForgetsTheBufferAndWhatTheDriverHolds) {
+TEST_P(AnySerialPort, DiscardForgetsTheBufferAndWhatTheSystemHolds) {
     events_.takes = false;
-    terminal_.Send("buffered");
-    ASSERT_TRUE(WaitUntil([&] { return port_.InputCount() == 8; }));
-    terminal_.Send("in the driver");
-    while (terminal_.HeldByDriver() < 13) usleep(1000);
+    end_->Send("buffered");
+    ASSERT_TRUE(Until([&] { return port_.InputCount() == 8; }));
+    end_->Send("in the driver");
+    usleep(20000);
     port_.DiscardInput();
     EXPECT_EQ(port_.InputCount(), 0u);
-    terminal_.Send("new");
-    EXPECT_TRUE(WaitUntil([&] { return port_.InputCount() == 3; }));
+    end_->Send("new");
+    EXPECT_TRUE(Until([&] { return port_.InputCount() == 3; }));
     EXPECT_EQ(port_.ReadAll(), "new");
 }
 
-TEST_F(SerialPortTest, VanishedDeviceClosesThePortAndIsReportedOnce) {
+TEST_P(AnySerialPort, VanishedDeviceClosesThePortAndIsReportedOnce) {
     events_.takes = false;
-    terminal_.Send("last words");
-    ASSERT_TRUE(WaitUntil([&] { return port_.InputCount() == 10; }));
-    // Held open, so that no other program is given a terminal of this name meanwhile.
-    const int name = open(terminal_.Path().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    terminal_.Vanish();
-    ASSERT_TRUE(WaitUntil([&] { return events_.lost > 0; }));
+    end_->Send("last words");
+    ASSERT_TRUE(Until([&] { return port_.InputCount() == 10; }));
+    end_->Vanish();
+    ASSERT_TRUE(Until([&] { return events_.lost > 0; }));
     EXPECT_FALSE(events_.openWhenLost);
     for (int turn = 0; turn < 1000; ++turn) PumpEvents();
     EXPECT_EQ(events_.lost, 1);
@@ -136,8 +131,72 @@ TEST_F(SerialPortTest, VanishedDeviceClosesThePortAndIsReportedOnce) {
     EXPECT_EQ(port_.ReadAll(), "last words");
     EXPECT_FALSE(port_.Open()) << "the device is still gone";
     EXPECT_EQ(events_.lost, 1);
-    close(name);
 }
+
+TEST_P(AnySerialPort, OpensAgainAndForgetsALossThatIsNotReportedYet) {
+    for (const bool noticed : {false, true, false}) {
+        end_->Send("stale");
+        ASSERT_TRUE(Until([&] { return events_.text == "stale"; }));
+        end_->Vanish();
+        if (noticed) port_.InputCount();
+        end_ = MakeFarEnd(GetParam());
+        Connect();
+        events_.text.clear();
+        ASSERT_TRUE(port_.Write("ATZ\r"));
+        EXPECT_TRUE(UntilReceived("ATZ\r"));
+        end_->Send("\r>");
+        EXPECT_TRUE(Until([&] { return events_.text == "\r>"; }));
+        events_.text.clear();
+    }
+    EXPECT_EQ(events_.lost, 0);
+    Connect();  // closes the open port first
+    EXPECT_EQ(events_.lost, 0);
+}
+
+TEST_P(AnySerialPort, HandlersMayDestroyOrReplaceThePort) {
+    const std::function<void(std::optional<SerialPort>&)> ends[] = {
+        [](std::optional<SerialPort>& port) { port.reset(); },
+        [](std::optional<SerialPort>& port) { *port = SerialPort(9600); },
+    };
+    for (const auto& end : ends) {
+        for (const bool vanish : {false, true}) {
+            const auto far = MakeFarEnd(GetParam());
+            std::optional<SerialPort> port(9600);
+            port->SetDevice(far->Device());
+            int calls = 0;
+            const auto handle = [&] {
+                ++calls;
+                end(port);
+                if (!vanish) far->Send("y");
+                for (int turn = 0; turn < 10; ++turn) WaitForEvents(0.001);
+            };
+            port->OnReceive([&](int) { handle(); });
+            port->OnLost(handle);
+            ASSERT_TRUE(port->Open());
+            ASSERT_TRUE(far->Accept());
+            if (vanish)
+                far->Vanish();
+            else
+                far->Send("x");
+            EXPECT_TRUE(Until([&] { return calls > 0; }));
+            for (int turn = 0; turn < 100; ++turn) PumpEvents();
+            EXPECT_EQ(calls, 1);
+            EXPECT_FALSE(port && port->IsOpen());
+        }
+    }
+}
+
+class SerialPortTest : public testing::Test {
+ protected:
+    void SetUp() override {
+        port_.SetDevice(terminal_.Path());
+        ASSERT_TRUE(port_.Open());
+    }
+
+    PseudoTerminal terminal_;
+    SerialPort port_{9600};
+    PortEvents events_{port_};
+};
 
 TEST_F(SerialPortTest, VanishedDeviceIsNoticedByWhicheverCallComesFirst) {
     const std::function<void()> calls[] = {
@@ -155,35 +214,7 @@ TEST_F(SerialPortTest, VanishedDeviceIsNoticedByWhicheverCallComesFirst) {
         call();
         EXPECT_FALSE(port_.IsOpen());
         EXPECT_EQ(events_.lost, 0) << "reported inside the call";
-        EXPECT_TRUE(WaitUntil([&] { return events_.lost == 1; }));
-    }
-}
-
-TEST_F(SerialPortTest, LossIsNotReportedAfterTheProgramHasReopenedThePort) {
-    PseudoTerminal other;
-    terminal_.Vanish();
-    EXPECT_EQ(port_.InputCount(), 0u);
-    port_.SetDevice(other.Path());
-    ASSERT_TRUE(port_.Open());
-    for (int turn = 0; turn < 100; ++turn) PumpEvents();
-    EXPECT_EQ(events_.lost, 0);
-    EXPECT_TRUE(port_.IsOpen());
-    other.Send("x");
-    EXPECT_TRUE(WaitUntil([&] { return events_.text == "x"; }));
-}
-
-TEST_F(SerialPortTest, OpensAgainAfterTheDeviceHasComeBack) {
-    for (int round = 0; round < 5; ++round) {
-        PseudoTerminal returned;
-        terminal_.Vanish();
-        port_.SetDevice(returned.Path());
-        ASSERT_TRUE(port_.Open());
-        events_.text.clear();
-        ASSERT_TRUE(port_.Write("ATZ\r"));
-        std::string heard;
-        EXPECT_TRUE(WaitUntil([&] { return (heard += returned.Receive()) == "ATZ\r"; }));
-        returned.Send("\r>");
-        EXPECT_TRUE(WaitUntil([&] { return events_.text == "\r>"; }));
+        EXPECT_TRUE(Until([&] { return events_.lost == 1; }));
     }
 }
 
@@ -193,19 +224,13 @@ TEST_F(SerialPortTest, DeviceIsHeldExclusivelyUntilItIsClosed) {
     EXPECT_FALSE(second.Open());
     EXPECT_FALSE(second.IsOpen());
     port_.Close();
+    EXPECT_FALSE(port_.Write("ATZ\r"));
+    EXPECT_EQ(port_.ReadAll(), "");
+    port_.DiscardInput();
     EXPECT_TRUE(second.Open());
     EXPECT_FALSE(port_.Open());
     second = SerialPort(9600);
     EXPECT_TRUE(port_.Open());
-}
-
-TEST_F(SerialPortTest, OpeningAnOpenPortClosesItFirst) {
-    terminal_.Send("stale");
-    ASSERT_TRUE(WaitUntil([&] { return events_.text == "stale"; }));
-    EXPECT_TRUE(port_.Open());
-    EXPECT_TRUE(port_.IsOpen());
-    terminal_.Send("fresh");
-    EXPECT_TRUE(WaitUntil([&] { return events_.text == "stalefresh"; }));
 }
 
 TEST_F(SerialPortTest, FullDeviceTakesEverythingInOrderWhenItReadsAgain) {
@@ -219,10 +244,11 @@ TEST_F(SerialPortTest, FullDeviceTakesEverythingInOrderWhenItReadsAgain) {
     EXPECT_TRUE(port_.IsOpen());
 
     std::string received;
-    WaitUntil([&] { return (received += terminal_.Receive()).size() >= sent.size(); });
+    Until([&] { return (received += terminal_.Receive()).size() >= sent.size(); });
     EXPECT_EQ(received, sent);
     ASSERT_TRUE(port_.Write("on again\r"));
-    EXPECT_EQ(ReceiveAtDevice(9), "on again\r");
+    received.clear();
+    EXPECT_TRUE(Until([&] { return (received += terminal_.Receive()) == "on again\r"; }));
 }
 
 TEST(SerialPortOpen, RefusesWhatIsNotATerminal) {
@@ -245,43 +271,24 @@ TEST(SerialPortOpen, RefusesWhatIsNotATerminal) {
 }
 
 TEST(SerialPortOpen, TakesTheLineSpeedsOfTheSystemAndNoOthers) {
-    struct Row {
-        int baudrate;
-        bool opens;
-    };
-    for (const Row row :
-         {Row{0, false}, Row{-1, false}, Row{9601, false}, Row{9600, true}, Row{115200, true}}) {
+    for (const auto& [baudrate, opens] :
+         {std::pair{0, false}, {-1, false}, {9601, false}, {9600, true}, {115200, true}}) {
         PseudoTerminal terminal;
         SerialPort port(38400);
         port.SetDevice(terminal.Path());
-        port.SetBaudrate(row.baudrate);
-        EXPECT_EQ(port.Open(), row.opens) << row.baudrate;
+        port.SetBaudrate(baudrate);
+        EXPECT_EQ(port.Open(), opens) << baudrate;
     }
-}
-
-TEST(SerialPortOpen, ClosedPortTakesAndGivesNothing) {
-    SerialPort port(9600);
-    EXPECT_FALSE(port.Write("ATZ\r"));
-    EXPECT_EQ(port.InputCount(), 0u);
-    EXPECT_EQ(port.ReadAll(), "");
-    port.DiscardInput();
-    port.Close();
-    EXPECT_FALSE(port.IsOpen());
 }
 
 // A program that was killed leaves nothing behind that keeps the next one out.
 TEST(SerialPortOpen, DeviceOfAKilledProgramOpensAgain) {
     PseudoTerminal terminal;
-    const pid_t child = fork();
-    if (child == 0) {
+    ASSERT_TRUE(HoldsInChild([&] {
         SerialPort port(9600);
         port.SetDevice(terminal.Path());
-        port.Open();
-        _exit(port.IsOpen() ? 0 : 1);
-    }
-    int status = -1;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    ASSERT_EQ(status, 0);
+        return port.Open();
+    }));
     SerialPort port(9600);
     port.SetDevice(terminal.Path());
     EXPECT_TRUE(port.Open());
@@ -304,45 +311,11 @@ TEST(SerialPortHandlers, MayCloseReopenWriteAndPump) {
     ASSERT_TRUE(port.Open());
     for (int round = 1; round <= 3; ++round) {
         terminal.Send("x");
-        ASSERT_TRUE(WaitUntil([&] { return calls == round; }));
+        ASSERT_TRUE(Until([&] { return calls == round; }));
         std::string heard;
-        EXPECT_TRUE(WaitUntil([&] { return (heard += terminal.Receive()) == "again\r"; }));
+        EXPECT_TRUE(Until([&] { return (heard += terminal.Receive()) == "again\r"; }));
     }
     EXPECT_EQ(received, "xxx");
-}
-
-TEST(SerialPortHandlers, MayDestroyOrReplaceThePort) {
-    const std::function<void(std::optional<SerialPort>&)> ends[] = {
-        [](std::optional<SerialPort>& port) { port.reset(); },
-        [](std::optional<SerialPort>& port) { *port = SerialPort(9600); },
-    };
-    for (const auto& end : ends) {
-        for (const bool vanish : {false, true}) {
-            PseudoTerminal terminal;
-            std::optional<SerialPort> port(9600);
-            port->SetDevice(terminal.Path());
-            int calls = 0;
-            port->OnReceive([&](int) {
-                ++calls;
-                end(port);
-                terminal.Send("y");
-                for (int turn = 0; turn < 10; ++turn) WaitForEvents(0.001);
-            });
-            port->OnLost([&] {
-                ++calls;
-                end(port);
-            });
-            ASSERT_TRUE(port->Open());
-            if (vanish)
-                terminal.Vanish();
-            else
-                terminal.Send("x");
-            EXPECT_TRUE(WaitUntil([&] { return calls > 0; }));
-            for (int turn = 0; turn < 100; ++turn) PumpEvents();
-            EXPECT_EQ(calls, 1);
-            EXPECT_FALSE(port && port->IsOpen());
-        }
-    }
 }
 
 TEST(SerialPortHandlers, LossMayReconnectAtOnce) {
@@ -358,9 +331,9 @@ TEST(SerialPortHandlers, LossMayReconnectAtOnce) {
     port.SetDevice(first.Path());
     ASSERT_TRUE(port.Open());
     first.Vanish();
-    EXPECT_TRUE(WaitUntil([&] { return lost == 1 && port.IsOpen(); }));
+    EXPECT_TRUE(Until([&] { return lost == 1 && port.IsOpen(); }));
     second.Send("hello");
-    EXPECT_TRUE(WaitUntil([&] { return port.InputCount() == 5; }));
+    EXPECT_TRUE(Until([&] { return port.InputCount() == 5; }));
     EXPECT_EQ(lost, 1);
 }
 
@@ -372,7 +345,7 @@ TEST(SerialPortGlobal, LeftOpenIsClosedSafelyAfterTheApplicationHasGone) {
     globalPort.SetDevice(terminal.Path());
     ASSERT_TRUE(globalPort.Open());
     terminal.Send("unread");
-    EXPECT_TRUE(WaitUntil([] { return globalPort.InputCount() == 6; }));
+    EXPECT_TRUE(Until([] { return globalPort.InputCount() == 6; }));
 }
 
 TEST(SerialPortMove, ConnectionAndHandlersGoAlong) {
@@ -390,7 +363,7 @@ TEST(SerialPortMove, ConnectionAndHandlersGoAlong) {
     EXPECT_EQ(target.Device(), kept.Path());
     EXPECT_EQ(target.Baudrate(), 9600);
     kept.Send("moved");
-    EXPECT_TRUE(WaitUntil([&] { return received == "moved"; }));
+    EXPECT_TRUE(Until([&] { return received == "moved"; }));
     SerialPort next(9600);
     next.SetDevice(dropped.Path());
     EXPECT_TRUE(next.Open()) << "the target's own device was not closed";

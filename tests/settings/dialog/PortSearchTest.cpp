@@ -1,40 +1,16 @@
 #include <fcntl.h>
-#include <poll.h>
-#include <stdlib.h>
 #include <unistd.h>
 
 #include <future>
 #include <memory>
 
 #include "platform/Profile.h"
+#include "platform/serial/PseudoTerminal.h"
 #include "settings/PortSearch.h"
 #include "settings/dialog/DialogFixture.h"
 
 namespace dravik {
 namespace {
-
-/// A serial line whose far end tells whether anybody has opened it.
-class QuietDevice {
- public:
-    QuietDevice() : far_(::posix_openpt(O_RDWR | O_NOCTTY)) {
-        ::grantpt(far_);
-        ::unlockpt(far_);
-        name_ = ::ptsname(far_);
-    }
-    ~QuietDevice() { ::close(far_); }
-
-    const std::string& Name() const { return name_; }
-
-    bool WasOpened() const {
-        pollfd state{far_, POLLIN, 0};
-        ::poll(&state, 1, 0);
-        return (state.revents & POLLHUP) != 0;
-    }
-
- private:
-    int far_;
-    std::string name_;
-};
 
 class PortSearch : public DialogTest {
  protected:
@@ -61,11 +37,11 @@ class PortSearch : public DialogTest {
 };
 
 TEST_F(PortSearch, OffersTheDevicesThatThereAreWithoutTouchingThem) {
-    const QuietDevice device;
-    SetDevice(7, device.Name());
+    const PseudoTerminal device;
+    SetDevice(7, device.Path());
     SetDevice(9, "tcp://127.0.0.1:9");
     const std::string link = folder_ / "renamed";
-    ASSERT_EQ(::symlink(device.Name().c_str(), link.c_str()), 0);
+    ASSERT_EQ(::symlink(device.Path().c_str(), link.c_str()), 0);
     SetDevice(32, link);
     SetDevice(2, folder_.Write("a file", "is no device"));
     Open();
@@ -74,25 +50,25 @@ TEST_F(PortSearch, OffersTheDevicesThatThereAreWithoutTouchingThem) {
     EXPECT_EQ(TextOf("coCommSelect"), "COM3");  // what is set stands, offered or not
     EXPECT_FALSE(device.WasOpened());
     // The check can see an opening.
-    ::close(::open(device.Name().c_str(), O_RDWR | O_NOCTTY));
+    ::close(::open(device.Path().c_str(), O_RDWR | O_NOCTTY));
     EXPECT_TRUE(device.WasOpened());
 }
 
 TEST_F(PortSearch, AChosenPortIsSavedAsItsNumberAlone) {
-    const QuietDevice device;
-    SetDevice(17, device.Name());
+    const PseudoTerminal device;
+    SetDevice(17, device.Path());
     Open();
     ASSERT_TRUE(WaitForOffers(1));
     Find<QComboBox>("coCommSelect")->setCurrentIndex(0);
-    EXPECT_EQ(TextOf("lCommDevice"), device.Name());
+    EXPECT_EQ(TextOf("lCommDevice"), device.Path());
     Click("bSave");
     EXPECT_EQ(ReadIniString(basGlobal.IniFile, "OBD", "ComPort"), "17");
 }
 
 TEST_F(PortSearch, ThePortInUseIsOfferedEvenIfItsNameIsGone) {
-    const QuietDevice device;
+    const PseudoTerminal device;
     const std::string link = folder_ / "interface";
-    ASSERT_EQ(::symlink(device.Name().c_str(), link.c_str()), 0);
+    ASSERT_EQ(::symlink(device.Path().c_str(), link.c_str()), 0);
     SetDevice(4, link);
     basGlobal.comOBD.SetDevice(link);
     ASSERT_TRUE(basGlobal.comOBD.Open());

@@ -39,17 +39,10 @@ class SensorEditing : public DialogTest {
 TEST_F(SensorEditing, TheListShowsTheFileAsItStands) {
     ASSERT_EQ(list_->model()->rowCount(), 3);
     const char* const first[] = {"RPM", "obd_0C", "0,25", "0", "0", "8000", "Engine", "rpm"};
-    const char* const titles[] = {"Function", "Source", "Factor",  "Offset",
-                                  "Min",      "Max",    "Caption", "Unit"};
-    for (int column = 0; column < 8; ++column) {
-        EXPECT_EQ(Cell(0, column), first[column]);
-        EXPECT_EQ(list_->model()->headerData(column, Qt::Horizontal).toString().toStdString(),
-                  titles[column]);
-    }
-    EXPECT_EQ(Cell(1, 6), "K\xC3\xBChlwasser");
-    EXPECT_EQ(Cell(1, 7),
-              " \xC2\xB0"
-              "C");
+    for (int column = 0; column < 8; ++column) EXPECT_EQ(Cell(0, column), first[column]);
+    EXPECT_EQ(list_->model()->headerData(6, Qt::Horizontal), QStringLiteral("Caption"));
+    EXPECT_EQ(Cell(1, 6), "Kühlwasser");
+    EXPECT_EQ(Cell(1, 7), " °C");
 }
 
 TEST_F(SensorEditing, AClickedRowFillsTheEditorAndEveryFieldWritesItsOwnColumn) {
@@ -127,7 +120,7 @@ TEST_F(SensorEditing, AnEmptyListIgnoresEditsAndStartsAnewAtZero) {
     EXPECT_EQ(Title(), "PID 00");
 }
 
-TEST_F(SensorEditing, ARowBeyondTheTableIsRefusedWithAMessage) {
+TEST_F(SensorEditing, AFullTableTakesNoMoreRowsAndReadsBackTheSame) {
     while (list_->model()->rowCount() < kSensorLimit) Click("cmdSensorAdd");
     EXPECT_EQ(Title(), "PID 5A");
     EXPECT_EQ(Message(), "");
@@ -138,6 +131,14 @@ TEST_F(SensorEditing, ARowBeyondTheTableIsRefusedWithAMessage) {
     }
     Click("cmdSensorDel");
     EXPECT_EQ(Message(), "");
+    Click("cmdSensorAdd");
+    Type("txtSensorCaption", QStringLiteral("last = \"91\""));
+    Click("bSave");
+    EXPECT_EQ(basGlobal.SensorCount, kSensorLimit);
+    EXPECT_EQ(basGlobal.Sensors[90].Caption, "last = \"91\"");
+    SensorEditor editor;
+    editor.Load(basGlobal.SensorFile);
+    EXPECT_EQ(editor.Count(), kSensorLimit);
 }
 
 TEST_F(SensorEditing, ThePreviewReadsAndWritesNumbersAsTheRegionDoes) {
