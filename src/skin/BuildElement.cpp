@@ -23,8 +23,6 @@ constexpr const char* kHighlight = "mouseover";  // the picture that follows the
 constexpr const char* kEntryPicture = "listentry";
 constexpr int kSliderMax = 100;  // sliders show percent: a skin states no range for them
 
-constexpr const char* kTooLarge = "the number is too large";
-
 SkinError ElementError(const SkinElement& element, const char* key, std::string description) {
     return {basGlobal.SkinFile, element.Section,
             ElementKey(KindOf(element.Kind), element.Number, key), std::move(description)};
@@ -184,10 +182,6 @@ std::optional<SkinError> SkinScreen::BuildButton(const SkinElement& element, int
     }
     button->SetImage(pictures.Load("Image", element.Image));
     if (pictures.Error()) return pictures.Error();
-    for (const auto& [key, value] :
-         {std::pair("ImageX", element.ImageX), std::pair("ImageY", element.ImageY)}) {
-        if (value != static_cast<std::int16_t>(value)) return ElementError(element, key, kTooLarge);
-    }
 
     button->ImageFunction = element.ImageFunction;
     button->SetImageX(static_cast<std::int16_t>(element.ImageX));

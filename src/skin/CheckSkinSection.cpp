@@ -147,6 +147,8 @@ void SkinFindings::CheckNumber(const string& section, const string& key, Read ho
             Add(section, key, "a number is required");
         else if (!StrictNumber(text))
             Add(section, key, "\"" + text + "\" is not a number");
+    } else if (how == Read::Short && LenientNumber(text) && !ShortNumber(text)) {
+        Add(section, key, "the number \"" + text + "\" is not within -32768 to 32767");
     } else if (!text.empty() && !StrictNumber(text)) {
         const auto number = LenientNumber(text);
         Add(section, key,

@@ -47,7 +47,8 @@ struct ReadValue {
 std::optional<int> ReadNumber(const ReadValue& value) {
     if (value.Key.How == Read::Integer) return ReadSkinInteger(value.Section, value.Name);
     const std::string text = ReadSkinValue(value.Section, value.Name);
-    return value.Key.How == Read::Strict ? StrictNumber(text) : LenientNumber(text);
+    if (value.Key.How == Read::Strict) return StrictNumber(text);
+    return value.Key.How == Read::Short ? ShortNumber(text) : LenientNumber(text);
 }
 
 std::string NotANumber(const ReadValue& value) {
@@ -79,6 +80,12 @@ std::optional<std::int32_t> LenientNumber(std::string_view text) {
         return LeadingHex(text.substr(kHexMark.size()), used);
     }
     return ToInteger(LeadingNumber(text));
+}
+
+std::optional<std::int32_t> ShortNumber(std::string_view text) {
+    const std::optional<std::int32_t> number = LenientNumber(text);
+    if (!number || *number != static_cast<std::int16_t>(*number)) return std::nullopt;
+    return number;
 }
 
 std::optional<std::int32_t> StrictNumber(std::string_view text) {

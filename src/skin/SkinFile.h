@@ -31,6 +31,9 @@ int ReadSkinInteger(const std::string& section, const std::string& key);
 /// the number does not fit into 32 bits.
 std::optional<std::int32_t> LenientNumber(std::string_view text);
 
+/// The same; nothing, too, when the number does not fit into 16 bits.
+std::optional<std::int32_t> ShortNumber(std::string_view text);
+
 /// Strict conversion of the whole text, decimal or "&H"; nothing for an empty or other text.
 std::optional<std::int32_t> StrictNumber(std::string_view text);
 

@@ -61,6 +61,7 @@ struct SkinElement {
 enum class Read {
     Integer,  ///< leading decimal digits, else 0
     Lenient,  ///< leading decimal or "&H" number, empty gives 0
+    Short,    ///< the same within 16 bits; a larger number ends the load with an error
     Strict,   ///< a whole decimal or "&H" number; anything else ends the load with an error
     Text,     ///< at most 63 bytes
     Picture,  ///< a file name in the image folder

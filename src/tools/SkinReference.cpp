@@ -24,6 +24,8 @@ const char* NameOf(Read how) {
             return "whole number";
         case Read::Lenient:
             return "number";
+        case Read::Short:
+            return "number, -32768 to 32767";
         case Read::Strict:
             return "number, required";
         case Read::Text:

@@ -55,13 +55,14 @@ TEST(ReadingRules, TextAndIntegerKeys) {
 }
 
 TEST(ReadingRules, EveryKeyIsReadByItsOwnRule) {
-    const std::string values[] = {"12x", "&H10", "4294967296", ""};
+    const std::string values[] = {"12x", "&H10", "4294967296", "-32769", ""};
     const std::map<Read, std::vector<std::string>> expected = {
-        {Read::Integer, {"12", "0", "0", "0"}},
-        {Read::Lenient, {"12", "16", "fault", "0"}},
-        {Read::Strict, {"fault", "16", "fault", "fault"}},
-        {Read::Text, {"12x", "&H10", "4294967296", ""}},
-        {Read::Picture, {"12x", "&H10", "4294967296", ""}}};
+        {Read::Integer, {"12", "0", "0", "-32769", "0"}},
+        {Read::Lenient, {"12", "16", "fault", "-32769", "0"}},
+        {Read::Short, {"12", "16", "fault", "fault", "0"}},
+        {Read::Strict, {"fault", "16", "fault", "-32769", "fault"}},
+        {Read::Text, {"12x", "&H10", "4294967296", "-32769", ""}},
+        {Read::Picture, {"12x", "&H10", "4294967296", "-32769", ""}}};
     const TemporaryFolder folder;
     for (const SkinKind& kind : SkinKinds()) {
         std::string strictKeys;

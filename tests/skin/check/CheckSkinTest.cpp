@@ -73,6 +73,7 @@ const Mistake kMistakes[] = {
     {"Button0X= 10", "Button0X=&H10", "mainmenu", "Button0X", "read as 0"},
     {"Button0LabelX=", "Button0LabelX=12px", "mainmenu", "Button0LabelX", "read as 12"},
     {"Button0LabelX=", "Button0LabelX=9999999999", "mainmenu", "Button0LabelX", "32 bits"},
+    {"Button0LabelX=", "Button0ImageX=40000", "mainmenu", "Button0ImageX", "not within -32768"},
     {"Gauge0Color=255", "Gauge0Color=red", "mainmenu", "Gauge0Color", "not a number"},
     {"Gauge0Color=255", "", "mainmenu", "Gauge0Color", "required"},
     {"Bargraph0Direction=1", "Bargraph0Direction=left", "mainmenu", "Bargraph0Direction",
@@ -169,6 +170,19 @@ TEST(CheckSkin, NamesSectionAndKeyOfEveryMistake) {
                     Contains(AllOf(Field(&SkinError::Section, mistake.Section),
                                    Field(&SkinError::Key, mistake.Key),
                                    Field(&SkinError::Description, HasSubstr(mistake.Said)))));
+    }
+}
+
+TEST(CheckSkin, LoaderTakesTheNumbersThatTheCheckerTakes) {
+    const SoundSkin skin;
+    for (const char* number : {"32767", "32768", "-32768", "-32769", "&H7FFF", "&H8000", ""}) {
+        std::string text = SoundSkin::Text();
+        const std::string old = "Button0LabelX=";
+        text.replace(text.find(old), old.size(), "Button0ImageY=" + std::string(number));
+        const bool clean = skin.Check(text).empty();
+        SkinElement button;
+        button.Section = "mainmenu";
+        EXPECT_EQ(ReadElement(button, KeySet::First).has_value(), !clean) << number;
     }
 }
 
