@@ -18,9 +18,6 @@ namespace dravik {
 
 namespace {
 
-constexpr const char* kTextFunction = "text";    // shows the fixed caption
-constexpr const char* kHighlight = "mouseover";  // the picture that follows the selection
-constexpr const char* kEntryPicture = "listentry";
 constexpr int kSliderMax = 100;  // sliders show percent: a skin states no range for them
 
 SkinError ElementError(const SkinElement& element, const char* key, std::string description) {
@@ -58,10 +55,9 @@ DesignBox LabelBox(const SkinElement& element) {
 
 /// What a label shows from the start, where that is fixed.
 std::string FixedText(const SkinElement& element) {
-    constexpr const char* kTitle = "APP_Title";
-    if (element.Function == kTitle) return ProgramTitle();
-    if (!EqualsNoCase(element.Function, kTextFunction)) return {};
-    return element.Caption == kTitle ? ProgramTitle() : element.Caption;
+    if (element.Function == kTitleWord) return ProgramTitle();
+    if (!EqualsNoCase(element.Function, kTextWord)) return {};
+    return element.Caption == kTitleWord ? ProgramTitle() : element.Caption;
 }
 
 TextLook ListLook(const SkinElement& element) {
@@ -77,7 +73,7 @@ TextLook ListLook(const SkinElement& element) {
 /// Whether an image's function (lower case) switches it: neither a fixed picture nor the highlight.
 bool HasState(const std::string& function) {
     const auto words = ImageFunctionWords();
-    return function != kHighlight &&
+    return function != kHighlightWord &&
            std::find(words.begin(), words.end(), SplitAtLast(function).Word) != words.end();
 }
 
@@ -87,15 +83,15 @@ void Prepare(ScreenElement& element) {
     element.EvaluatedImage = LowerCased(element.ImageFunction);
     element.EvaluatedLabel = LowerCased(element.LabelFunction);
     element.HasState = element.Kind == ElementKind::Image && HasState(element.Evaluated);
-    element.ShowsEntry = element.Kind == ElementKind::Image && element.Evaluated == kEntryPicture;
+    element.ShowsEntry = element.Kind == ElementKind::Image && element.Evaluated == kEntryWord;
     if (element.Kind == ElementKind::Label) {
         element.Shown = FixedText(element);
-        element.FixedText = !element.Shown.empty() || EqualsNoCase(element.Function, kTextFunction);
+        element.FixedText = !element.Shown.empty() || EqualsNoCase(element.Function, kTextWord);
         if (!element.Decimals.empty())
             element.Places = static_cast<int>(std::clamp(LeadingNumber(element.Decimals), 0.0,
                                                          static_cast<double>(kMostDecimals)));
     } else if (element.Kind == ElementKind::Button) {
-        element.FixedText = EqualsNoCase(element.LabelFunction, kTextFunction);
+        element.FixedText = EqualsNoCase(element.LabelFunction, kTextWord);
     }
 }
 
@@ -198,11 +194,11 @@ std::optional<SkinError> SkinScreen::BuildButton(const SkinElement& element, int
     button->SetLabelFont(element.LabelFont);
     button->SetLabelForecolor(std::to_string(element.LabelColor));
     button->SetLabelAlignment(element.LabelAlignment);
-    const bool fixed = EqualsNoCase(element.LabelFunction, kTextFunction);
+    const bool fixed = EqualsNoCase(element.LabelFunction, kTextWord);
     button->SetLabelCaption(fixed ? element.LabelCaption : std::string{});
 
     basGlobal.ButtonTag.push_back(element.Function);
-    if (EqualsNoCase(element.Function, "dvdmenu")) HasDvdButton = true;
+    if (EqualsNoCase(element.Function, kDvdWord)) HasDvdButton = true;
     button->show();
     return std::nullopt;
 }
@@ -285,7 +281,7 @@ std::optional<SkinError> SkinScreen::BuildLabel(const SkinElement& element, int 
                               {element.Font, static_cast<double>(element.FontSize), element.Color,
                                element.Alignment, false, false},
                               ShownText(FixedText(element))});
-    if (element.Function.starts_with("id3")) HasMediaTagLabel = true;
+    if (element.Function.starts_with(kMediaTagWord)) HasMediaTagLabel = true;
     return std::nullopt;
 }
 
@@ -307,7 +303,7 @@ std::optional<SkinError> SkinScreen::BuildImage(const SkinElement& element, int 
     const SkinPicture picture = pictures.Load("Picture", element.Picture);
     if (pictures.Error()) return pictures.Error();
     std::string function = LowerCased(element.Function);
-    const bool highlight = function == kHighlight;
+    const bool highlight = function == kHighlightWord;
     if (highlight) Highlight = index;
     // A lamp that is off must not flash until the first refresh puts it out.
     const bool visible = !highlight && (!HasState(function) || ImageState(function));

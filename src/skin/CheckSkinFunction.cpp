@@ -91,10 +91,9 @@ string NumberFault(const Call& call) {
 }
 
 string StepFault(const Call& call) {
-    constexpr string_view kSteps[] = {"up", "down", "pageup", "pagedown", "+", "-"};
+    const auto steps = StepWords();
     const string_view argument = call.Text.Argument;
-    if (std::find(std::begin(kSteps), std::end(kSteps), argument) != std::end(kSteps) ||
-        IsWholeNumber(argument))
+    if (std::find(steps.begin(), steps.end(), argument) != steps.end() || IsWholeNumber(argument))
         return {};
     return Quoted(argument) + " is none of up, down, pageup, pagedown or a number";
 }
@@ -217,6 +216,7 @@ FunctionVerdict CheckFunction(const FunctionRole& role, const string& text) {
     for (const FunctionWord& row : role.Own) {
         const Call call{SplitAtLast(lowered), text};
         if (text == row.Word) return verdict;
+        if (row.Argument == Takes::Ending && lowered.starts_with(row.Word)) return verdict;
         if (row.Word == call.Text.Word && judgement.Accepts(row, call)) return verdict;
     }
     for (const FunctionRole::Evaluator& evaluator : role.Evaluators) {

@@ -15,7 +15,7 @@ void SkinFindings::CheckSense(const SkinElement& element) {
     const auto add = [&](const char* key, const string& text) {
         Add(element.Section, ElementKey(kind, element.Number, key), text);
     };
-    const auto isText = [](const string& function) { return EqualsNoCase(function, "text"); };
+    const auto isText = [](const string& function) { return EqualsNoCase(function, kTextWord); };
     switch (element.Kind) {
         case ElementKind::Button:
             if (element.Up.empty()) add("Up", "without this picture the button has no size");
@@ -52,7 +52,7 @@ void SkinFindings::CheckSense(const SkinElement& element) {
             if (element.Height <= 0) add("Height", "without a height nothing is seen");
             break;
         case ElementKind::Image:
-            if (element.Picture.empty() && !EqualsNoCase(element.Function, "listentry"))
+            if (element.Picture.empty() && !EqualsNoCase(element.Function, kEntryWord))
                 add("Picture", "without this picture nothing is seen");
             break;
         case ElementKind::Chart:

@@ -17,20 +17,25 @@ constexpr Evaluator kValues[] = {{NumberFunctionRows},
 
 constexpr FunctionWord kButtonWords[] = {
     {"listview", Step, "pagedown", "steps the list when `object_select` presses the button"},
-    {"dvdmenu", Nothing, "", "reserved for a DVD menu"},
+    {kDvdWord, Nothing, "", "reserved for a DVD menu"},
 };
 
 constexpr FunctionWord kCaptionWords[] = {
-    {"text", Nothing, "", "the fixed text of the caption key"},
-    {"APP_Title", Nothing, "", "title and version of the program; as a caption, too"},
+    {kTextWord, Nothing, "", "the fixed text of the caption key"},
+    {kTitleWord, Nothing, "",
+     "title and version of the program; works on a label only, there also as its `Caption`"},
+    {kMediaTagWord, Ending, "title", "reserved for the tags of a media file, shows `Off`"},
+    {"trackname", Nothing, "", "reserved, shows `Off`"},
+    {"tracknameartist", Nothing, "", "reserved, shows `Off`"},
+    {"artisttrackname", Nothing, "", "reserved, shows `Off`"},
 };
 
 constexpr FunctionWord kPictureWords[] = {
     {"picture", Nothing, "", "always shown, as with any other word without `_`"},
-    {"mouseover", Nothing, "",
+    {kHighlightWord, Nothing, "",
      "the highlight: laid beneath the selected button or slider, so their pictures need to be "
      "see-through somewhere"},
-    {"listentry", Nothing, "", "the picture of the selected entry of a media list"},
+    {kEntryWord, Nothing, "", "the picture of the selected entry of a media list"},
 };
 
 constexpr FunctionWord kListWords[] = {

@@ -82,6 +82,14 @@ struct FunctionRole {
     const char* Meaning;   ///< what the text decides
 };
 
+// Words that the loader looks for itself; the roles list them among their own.
+constexpr const char* kTextWord = "text";            ///< a label that shows its caption key
+constexpr const char* kTitleWord = "APP_Title";      ///< a label that names the program
+constexpr const char* kMediaTagWord = "id3";         ///< begins the labels of media tags
+constexpr const char* kHighlightWord = "mouseover";  ///< the picture that follows the selection
+constexpr const char* kEntryWord = "listentry";      ///< the picture of the selected entry
+constexpr const char* kDvdWord = "dvdmenu";          ///< the button of a DVD page
+
 extern const FunctionRole kCommandRole;  ///< what a press or a page does
 extern const FunctionRole kCaptionRole;  ///< what a label shows
 extern const FunctionRole kStateRole;    ///< when a picture on a button is shown

@@ -36,7 +36,9 @@ bool Names(const FunctionWord& row, const FunctionText& text) {
 
 std::string ExampleOf(const FunctionWord& row) {
     std::string text(row.Word);
-    if (row.Argument != Takes::Nothing) text.append("_").append(row.Sample);
+    if (row.Argument == Takes::Nothing) return text;
+    if (row.Argument != Takes::Ending) text.append("_");
+    text.append(row.Sample);
     return text;
 }
 

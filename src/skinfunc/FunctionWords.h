@@ -11,6 +11,7 @@ namespace dravik {
 /// What stands behind a word and its "_".
 enum class Takes {
     Nothing,   ///< nothing; whatever stands there is passed over
+    Ending,    ///< anything right behind the word, without "_"
     Fixed,     ///< exactly the sample of the row
     Sensor,    ///< the name of a sensor
     Page,      ///< the name of a page
@@ -63,6 +64,9 @@ std::vector<std::string_view> TextFunctionWords();
 std::vector<std::string_view> NumberFunctionWords();
 std::vector<std::string_view> ImageFunctionWords();
 std::vector<std::string_view> SourceWords();
+
+/// The operations of a step in a list, besides numbers.
+std::vector<std::string_view> StepWords();
 
 /// The Name of every row of an evaluator's own table.
 template <typename Rows>

@@ -68,6 +68,12 @@ std::optional<int> NewIndex(std::string_view operation, const Position& at) {
 
 }  // namespace
 
+std::vector<std::string_view> StepWords() {
+    std::vector<std::string_view> words;
+    for (const StepWord& row : kStepWords) words.push_back(row.Operation);
+    return words;
+}
+
 void StepList(const std::string& text) {
     const std::string lowered = LowerCased(text);
     const auto [target, operation] = SplitAtLast(lowered);

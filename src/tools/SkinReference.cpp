@@ -41,6 +41,8 @@ std::string Placeholder(const FunctionWord& row) {
     switch (row.Argument) {
         case Takes::Nothing:
             return "";
+        case Takes::Ending:
+            return "...";
         case Takes::Fixed:
             return std::string(row.Sample);
         case Takes::Sensor:
@@ -68,7 +70,8 @@ std::string Placeholder(const FunctionWord& row) {
 
 std::string FormOf(const FunctionWord& row) {
     const std::string argument = Placeholder(row);
-    return std::string(row.Word) + (argument.empty() ? "" : "_" + argument);
+    const bool joined = argument.empty() || row.Argument == Takes::Ending;
+    return std::string(row.Word) + (joined ? "" : "_") + argument;
 }
 
 /// A table of function texts; the example is a line for that key.

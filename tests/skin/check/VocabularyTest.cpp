@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
+#include "lists/basFunctions.h"
 #include "skin/CheckSkinParts.h"
 #include "skin/SkinVocabulary.h"
 #include "skin/check/SoundSkin.h"
@@ -44,6 +47,14 @@ TEST_F(Vocabulary, EveryNumberFunctionIsOneToTheEvaluator) {
     }
     for (const FunctionWord& row : SourceRows())
         EXPECT_TRUE(ElementValue(ExampleOf(row)).has_value()) << row.Word;
+}
+
+/// The list slots are named where all modules see them, the words explained with the others.
+TEST_F(Vocabulary, EveryListHasItsSlot) {
+    std::set<int> slots;
+    for (const FunctionWord& row : kListRole.Own) slots.insert(ListSlotByName(row.Word));
+    EXPECT_EQ(slots.size(), basGlobal.FolderName.size());
+    EXPECT_FALSE(slots.contains(-1));
 }
 
 /// A page with one element of every kind, each key with its sample.
