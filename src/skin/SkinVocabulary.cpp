@@ -88,7 +88,7 @@ constexpr SkinKey kListKeys[] = {
     {"BackColor", Lenient, &E::BackColor, "&H000000", "background colour"},
     {"Tabindex", Lenient, &E::Tabindex, "3", "place in the navigation order"},
     {"Font", Text, &E::Font, "DejaVu Sans", "font"},
-    {"FontStyle", Text, &E::FontStyle, "Bold", "Bold, Italic or BoldItalic"},
+    {"FontStyle", Text, &E::FontStyle, "Bold", "Bold, Italic or BoldItalic, else regular"},
     {"RowHeight", Integer, &E::RowHeight, "64",
      "least height of a row, for fingers; a text wraps where a row has room for more lines"},
 };
@@ -130,12 +130,12 @@ constexpr SkinKey kImageKeys[] = {
 constexpr SkinKey kChartKeys[] = {
     {"X", Integer, &E::X, "40", "left edge"},
     {"Y", Integer, &E::Y, "60", "top edge"},
-    {"Time", Integer, &E::Time, "60", "seconds across the chart"},
-    {"Color", Lenient, &E::Color, "&H00FF00", "colour of the trace"},
+    {"Time", Integer, &E::Time, "60", "seconds across the chart; 0: 60"},
+    {"Color", Lenient, &E::Color, "&H00FF00", "colour of trace and texts"},
     {"Mode", Lenient, &E::Mode, "0", "0 line, 1 filled area, 2 points"},
-    {"GridColor", Lenient, &E::GridColor, "&H808080", "colour of grid and texts"},
+    {"GridColor", Lenient, &E::GridColor, "&H808080", "colour of the grid lines"},
     {"Background", Picture, &E::Background, "chart.png",
-     "picture behind the trace; the chart takes its size"},
+     "picture behind the trace; the chart takes its size, 518 by 200 without one"},
 };
 
 constexpr SkinKind kKinds[kElementKinds] = {

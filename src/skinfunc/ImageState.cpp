@@ -70,9 +70,13 @@ using enum Takes;
 // button test, too: only "mouseover_slider_slider3" asks for a slider.
 constexpr ImageWord kImageWords[] = {
     {{"mouseover", Fixed, "list", "neither a button nor a slider is selected"}, NothingSelected},
-    {{"mouseover", Control, "button3", "button 3 of the page is selected"}, ButtonSelected},
+    {{"mouseover", Control, "button3",
+      "button 3 is selected; the buttons of shared sections count first"},
+     ButtonSelected},
     {{"mouseover_button", Control, "button3", "the same"}, ButtonSelected},
-    {{"mouseover_slider", Control, "slider0", "slider 0 of the page is selected"}, SliderSelected},
+    {{"mouseover_slider", Control, "slider0",
+      "slider 0 is selected; those of shared sections count first"},
+     SliderSelected},
     {{"obd", Fixed, "connected", "connected to the interface"}, Connected},
     {{"obd", Fixed, "malfunction", "the vehicle's malfunction lamp is on"}, Malfunction},
     {{"sensoron", Sensor, "rpm.engine", "the sensor is switched on"}, SensorOn},
