@@ -17,9 +17,12 @@ namespace {
 using std::string;
 
 constexpr const char* kGeneral = "General";
+constexpr const char* kCommandKey = "Command";
 constexpr const char* kStartPage = "mainmenu";
 constexpr const char* kNextOutsideTheList = "mediaplayer";  // where "openmenu_+" leads from there
 constexpr const char* kBeforeOutsideTheList = "Menu8";      // what "openmenu_-" reads there
+
+using Counts = std::array<int, kElementKinds>;  ///< elements of each kind
 
 /// Walks from page to page as a user can.
 class PageWalk {
@@ -53,7 +56,10 @@ class PageWalk {
         }
         for (const string& section : order_) {
             if (IsMessage(section)) findings_.CheckMessage(section);
+            if (named_.contains(LowerCased(section)) && !pages_.contains(LowerCased(section)))
+                CheckSharedOnly(section);
         }
+        for (const auto& [section, facts] : facts_) CheckNamedElements(facts, most_[section]);
     }
 
  private:
@@ -106,18 +112,23 @@ class PageWalk {
 
     void VisitPage(const string& page) {
         CheckSharedSections(page);
-        std::array<int, kElementKinds> counts{};
+        Counts counts{};
         std::set<string> boxes;
         for (const string& section : PageSections(page)) {
             const SectionFacts& facts = FactsOf(section);
             for (std::size_t kind = 0; kind < kElementKinds; ++kind)
                 counts[kind] += facts.Counts[kind];
             for (const Opening& opening : facts.Openings) {
+                const bool atBuild = EqualsNoCase(opening.Key, kCommandKey);
+                if (atBuild && !EqualsNoCase(section, page)) continue;  // not run
+                if (atBuild && EqualsNoCase(opening.Name, page))
+                    findings_.Add(section, kCommandKey, "opens the page itself, again and again");
                 Open(opening.Name);
                 if (opening.Box && Exists(opening.Name)) boxes.insert(opening.Name);
             }
             CheckMenuSteps(page, section, facts);
         }
+        Allow(page, counts);
         CheckLimits(page, counts, "");
         for (const string& box : boxes) CheckBoxOver(page, box, counts);
     }
@@ -162,8 +173,7 @@ class PageWalk {
         return "the page \"" + page + "\" is not in the menu list, so this leads to \"";
     }
 
-    void CheckLimits(const string& page, const std::array<int, kElementKinds>& counts,
-                     const string& with) {
+    void CheckLimits(const string& page, const Counts& counts, const string& with) {
         for (const SkinKind& kind : SkinKinds()) {
             const int count = counts[static_cast<std::size_t>(kind.Kind)];
             if (kind.Limit == 0 || count <= kind.Limit) continue;
@@ -174,16 +184,53 @@ class PageWalk {
         }
     }
 
+    /// Takes note of how many elements there are beside those of the page's sections.
+    void Allow(const string& page, const Counts& counts) {
+        for (const string& section : PageSections(page)) {
+            Counts& most = most_[LowerCased(section)];
+            for (std::size_t kind = 0; kind < kElementKinds; ++kind)
+                most[kind] = std::max(most[kind], counts[kind]);
+        }
+    }
+
+    /// Texts that name an element by a number which no page with their section reaches.
+    void CheckNamedElements(const SectionFacts& facts, const Counts& most) {
+        for (const NamedElement& named : facts.Named) {
+            const int count = most[static_cast<std::size_t>(named.Kind)];
+            if (named.Number < count) continue;
+            const string kind = LowerCased(KindOf(named.Kind).Word);
+            findings_.Add(named.Section, named.Key,
+                          "there is no " + kind + " " + std::to_string(named.Number) +
+                              ": the page has at most " + std::to_string(count) +
+                              ", shared sections and a box included, and the first is number 0");
+        }
+    }
+
+    /// Keys of a page in a section that is none.
+    void CheckSharedOnly(const string& section) {
+        for (const string& name : ProfileKeys(basGlobal.SkinFile, section)) {
+            const auto keys = PageKeys();
+            if (std::any_of(keys.begin(), keys.end(), [&name](const SectionKey& key) {
+                    return NumberInKey(key.Name, name).has_value();
+                }))
+                findings_.Add(section, name,
+                              "is not read: the section is shared by pages and no page itself");
+        }
+    }
+
     /// The elements of a box come on top of those of the page beneath.
-    void CheckBoxOver(const string& page, const string& box,
-                      const std::array<int, kElementKinds>& pageCounts) {
-        std::array<int, kElementKinds> boxCounts{};
+    void CheckBoxOver(const string& page, const string& box, const Counts& pageCounts) {
+        Counts boxCounts{};
         for (const string& section : PageSections(box)) {
             for (std::size_t kind = 0; kind < kElementKinds; ++kind)
                 boxCounts[kind] += FactsOf(section).Counts[kind];
         }
+        Counts both = pageCounts;
+        for (std::size_t kind = 0; kind < kElementKinds; ++kind) both[kind] += boxCounts[kind];
+        Allow(page, both);
+        Allow(box, both);
         // What is too much already without the other is told there.
-        std::array<int, kElementKinds> sum{};
+        Counts sum{};
         for (const SkinKind& kind : SkinKinds()) {
             const auto i = static_cast<std::size_t>(kind.Kind);
             if (pageCounts[i] <= kind.Limit && boxCounts[i] > 0 && boxCounts[i] <= kind.Limit)
@@ -218,12 +265,14 @@ class PageWalk {
     std::set<string> named_;  ///< shared sections of reached pages
     std::deque<string> waiting_;
     std::map<string, SectionFacts> facts_;
+    std::map<string, Counts> most_;  ///< elements on the fullest page with that section
 };
 
 }  // namespace
 
 std::vector<SkinError> CheckSkin() {
     SkinFindings findings;
+    findings.CheckLines();
     findings.CheckGeneral();
     PageWalk(findings).Run();
     return findings.Sorted();

@@ -42,10 +42,9 @@ struct Call {
     string_view Received;  ///< the whole text as it stands in the skin
 };
 
-/// The argument as it stands in the skin, with its capitals.
-string_view WrittenArgument(const Call& call) {
-    return call.Received.substr(call.Received.size() - call.Text.Argument.size());
-}
+// Lengths of the names in front of a number: "chart", "button" and "slider".
+constexpr std::size_t kChartName = 5;
+constexpr std::size_t kControlName = 6;
 
 string SensorFault(const Call& call) {
     const string_view name = call.Text.Argument;
@@ -57,16 +56,13 @@ string SensorFault(const Call& call) {
             names.push_back(basGlobal.Sensors[static_cast<std::size_t>(i)].Function);
         return "the sensor file has no sensor " + Quoted(name) + DidYouMean(name, names);
     }
-    if (WrittenArgument(call) != name)
-        return "sensor names are written in lower case: " + Quoted(name);
     return {};
 }
 
 string ChartFault(const Call& call) {
-    constexpr string_view kName = "chart";
     const string_view argument = call.Text.Argument;
     const auto number =
-        argument.starts_with(kName) ? Index(argument.substr(kName.size())) : std::nullopt;
+        argument.starts_with("chart") ? Index(argument.substr(kChartName)) : std::nullopt;
     if (!number) return Quoted(argument) + " is no chart: chart0, chart1, ... or chartall";
     if (*number >= kChartLimit)
         return "there are charts 0 to " + std::to_string(kChartLimit - 1) + " only";
@@ -74,9 +70,8 @@ string ChartFault(const Call& call) {
 }
 
 string ControlFault(const Call& call) {
-    constexpr std::size_t kNameLength = 6;
     const string_view argument = call.Text.Argument;
-    const string_view name = argument.substr(0, kNameLength);
+    const string_view name = argument.substr(0, kControlName);
     const bool slider = name == "slider";
     if ((!slider && name != "button") || !Index(argument.substr(name.size())))
         return Quoted(argument) + " is neither button0, button1, ... nor slider0, slider1, ...";
@@ -145,6 +140,7 @@ class Judgement {
         if (row.Argument == Takes::Fixed) {
             if (row.Sample == call.Text.Argument) return true;
             choices_ += (choices_.empty() ? "" : ", ") + string(row.Sample);
+            ++choiceCount_;
         } else if (row.Argument == Takes::Nothing) {
             if (call.Text.Argument.empty()) return true;
             spare_ = Quoted(row.Word) + " takes no argument";
@@ -153,6 +149,7 @@ class Judgement {
             if (fault.empty()) return true;
             fault_ = std::move(fault);
         }
+        word_ = call.Text.Word;
         argument_ = call.Text.Argument;
         return false;
     }
@@ -160,17 +157,35 @@ class Judgement {
     /// The fault that helps most; empty when no row knew the word.
     string Fault() const {
         if (!fault_.empty()) return fault_;
-        if (!choices_.empty()) return Quoted(argument_) + " is none of " + choices_;
-        return spare_;
+        if (choiceCount_ == 0) return spare_;
+        if (argument_.empty()) return Quoted(word_) + " needs an argument: " + choices_;
+        if (choiceCount_ == 1) return Quoted(word_) + " takes only the argument " + choices_;
+        return Quoted(argument_) + " is none of " + choices_;
     }
 
  private:
-    string fault_, choices_, spare_, argument_;
+    string fault_, choices_, spare_, word_, argument_;
+    int choiceCount_ = 0;
 };
+
+/// The element that a text names by its number on the page.
+std::optional<NamedElement> ElementOf(const FunctionWord& row, const Call& call) {
+    const bool chart = row.Argument == Takes::Chart;
+    const bool snapshot = row.Argument == Takes::Number && row.Word == "snapshot";
+    if (!chart && !snapshot && row.Argument != Takes::Control) return std::nullopt;
+    const std::size_t name = chart ? kChartName : snapshot ? 0 : kControlName;
+    const std::optional<int> number = Index(call.Text.Argument.substr(name));
+    if (!number) return std::nullopt;
+    const ElementKind kind = row.Argument != Takes::Control   ? ElementKind::Chart
+                             : row.Word == "mouseover_slider" ? ElementKind::Slider
+                                                              : ElementKind::Button;
+    return NamedElement{kind, *number, {}, {}};
+}
 
 /// Where a text leads that its evaluator takes.
 void Follow(const FunctionWord& row, const Call& call, FunctionVerdict& verdict) {
     verdict.Word = row.Word;
+    verdict.Element = ElementOf(row, call);
     if (row.Argument == Takes::Fixed) verdict.Fixed = row.Sample;
     if (row.Argument == Takes::Page || row.Argument == Takes::Box)
         verdict.Openings.push_back(
@@ -195,6 +210,23 @@ std::vector<string> KnownTexts(const FunctionRole& role) {
     return known;
 }
 
+/// The text with its word in lower case, where that makes it one that an evaluator takes which
+/// tells capitals apart; else nothing.
+string InLowerCase(const FunctionRole& role, const string& text, const string& lowered) {
+    const std::size_t word = SplitAtLast(lowered).Word.size();
+    const string wanted = lowered.substr(0, word) + text.substr(word);
+    if (wanted == text) return {};
+    for (const FunctionRole::Evaluator& evaluator : role.Evaluators) {
+        if (!evaluator.KeepsCase) continue;
+        const Call call{SplitAtLast(wanted), wanted};
+        Judgement judgement;
+        for (const FunctionWord& row : evaluator.Words()) {
+            if (row.Word == call.Text.Word && judgement.Accepts(row, call)) return wanted;
+        }
+    }
+    return {};
+}
+
 string UnknownFault(const FunctionRole& role, const string& text, const string& lowered) {
     const FunctionText first = SplitAtFirst(lowered);
     const auto known = KnownTexts(role);
@@ -205,6 +237,28 @@ string UnknownFault(const FunctionRole& role, const string& text, const string& 
     string hint = DidYouMean(lowered, known);
     if (hint.empty()) hint = DidYouMean(word, known);
     return Quoted(text) + " is not " + role.Meaning + hint;
+}
+
+/// A word that stands alone may be anything where any word will do, unless it looks like a slip.
+string LoneWordFault(const FunctionRole& role, const string& text) {
+    constexpr std::size_t kShortest = 4;  // of three letters, one slip makes another word
+    if (text.size() < kShortest) return {};
+    const string hint = DidYouMean(text, KnownTexts(role));
+    if (hint.empty()) return {};
+    return "no image function is called " + Quoted(text) + ", so the picture is always shown" +
+           hint;
+}
+
+/// What is wrong with a text that no row takes.
+string FaultOf(const FunctionRole& role, const Judgement& judgement, const string& text) {
+    const string lowered = LowerCased(text);
+    if (const string wanted = InLowerCase(role, text, lowered); !wanted.empty())
+        return "the word of a value source is written in lower case: " + Quoted(wanted);
+    if (&role == &kValueRole && CheckFunction(kCaptionRole, text).Fault.empty())
+        return Quoted(text) + " gives a text, not a number";
+    if (string fault = judgement.Fault(); !fault.empty()) return fault;
+    if (role.AnyWord && text.find('_') == string::npos) return LoneWordFault(role, text);
+    return UnknownFault(role, text, lowered);
 }
 
 }  // namespace
@@ -230,10 +284,7 @@ FunctionVerdict CheckFunction(const FunctionRole& role, const string& text) {
             return verdict;
         }
     }
-    verdict.Fault = judgement.Fault();
-    if (!verdict.Fault.empty()) return verdict;
-    if (!role.AnyWord || text.find('_') != string::npos)
-        verdict.Fault = UnknownFault(role, text, lowered);
+    verdict.Fault = FaultOf(role, judgement, text);
     return verdict;
 }
 

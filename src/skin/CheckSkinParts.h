@@ -22,10 +22,19 @@ struct Opening {
     std::string Key;
 };
 
+/// A button, slider or chart that a function text names by its number on the page.
+struct NamedElement {
+    ElementKind Kind;
+    int Number = 0;
+    std::string Section;  ///< where the text stands
+    std::string Key;
+};
+
 /// What a function text comes to.
 struct FunctionVerdict {
     std::string Fault;  ///< empty when the text does something
     std::vector<Opening> Openings;
+    std::optional<NamedElement> Element;
     std::string_view Word;   ///< of the row that answers
     std::string_view Fixed;  ///< its argument where it takes only one, such as "+" of "openmenu_+"
 };
@@ -43,6 +52,7 @@ std::string DidYouMean(std::string_view word, const std::vector<std::string>& kn
 struct SectionFacts {
     std::array<int, kElementKinds> Counts{};  ///< elements of each kind
     std::vector<Opening> Openings;
+    std::vector<NamedElement> Named;
     std::string NextMenuKey;    ///< key with "openmenu_+", empty when there is none
     std::string MenuBeforeKey;  ///< key with "openmenu_-"
 };
@@ -58,6 +68,7 @@ class SkinFindings {
     // Checks of one section. Each looks at all keys that stand in it.
     SectionFacts CheckPageSection(const std::string& section);
     void CheckGeneral();
+    void CheckLines();
     void CheckMessage(const std::string& section);
 
  private:
@@ -72,7 +83,9 @@ class SkinFindings {
     void CheckRepeats(const std::string& section);
     void CheckSectionKeys(const std::string& section, std::span<const SectionKey> keys);
     void CheckElement(const SkinElement& element, SectionFacts& facts);
+    void CheckRanges(const SkinElement& element);
     void CheckSense(const SkinElement& element);
+    void CheckFontStyle(const SkinElement& element);
     void CheckPlace(const SkinElement& element);
     void CheckUnknownKeys(const std::string& section, const SectionFacts& facts);
     static void Note(SectionFacts& facts, const FunctionVerdict& verdict, const std::string& key);

@@ -25,7 +25,7 @@ string WholeValue(const string& section, const string& key) {
 
 /// Digits without leading zeros, as the loader writes them.
 std::optional<int> PlainNumber(string_view digits) {
-    if (digits.empty() || digits.size() > 4 || (digits.size() > 1 && digits.front() == '0') ||
+    if (digits.empty() || digits.size() > 9 || (digits.size() > 1 && digits.front() == '0') ||
         digits.find_first_not_of("0123456789") != string_view::npos)
         return std::nullopt;
     int number = 0;
@@ -47,7 +47,7 @@ ElementKeyName TakeApart(string_view key) {
         const string_view rest = key.substr(word.size());
         const std::size_t end = std::min(rest.find_first_not_of("0123456789"), rest.size());
         const auto number = PlainNumber(rest.substr(0, end));
-        if (number && *number <= kLastElement) return {&kind, *number, rest.substr(end)};
+        if (number) return {&kind, *number, rest.substr(end)};
     }
     return {};
 }
@@ -72,10 +72,29 @@ const SectionKey* FindKey(std::span<const SectionKey> rows, string_view key) {
     return nullptr;
 }
 
-std::vector<string> NamesOf(std::span<const SectionKey> rows) {
+/// The row that the key would belong to if its number were smaller; null when there is none.
+const SectionKey* FindEndedRow(std::span<const SectionKey> rows, string_view key) {
+    if (FindKey(rows, key) != nullptr) return nullptr;
+    const auto row = std::find_if(rows.begin(), rows.end(), [key](const SectionKey& each) {
+        return NumberInKey(each.Name, key).has_value();
+    });
+    return row == rows.end() ? nullptr : &*row;
+}
+
+/// What is wrong with a key that has no row: its number, or its name.
+string UnknownKey(std::span<const SectionKey> rows, const string& key, const string& what) {
+    if (const SectionKey* row = FindEndedRow(rows, key))
+        return "is not read: the numbers end at " + std::to_string(row->Last);
+    // Numbered rows take part with the number that the key has.
+    constexpr const char* kDigits = "0123456789";
+    const std::size_t from = std::min(key.find_first_of(kDigits), key.size());
+    const string number = key.substr(from, key.find_first_not_of(kDigits, from) - from);
     std::vector<string> names;
-    for (const SectionKey& row : rows) names.emplace_back(row.Name);
-    return names;
+    for (const SectionKey& row : rows) {
+        const string name = ReplaceAll(row.Name, "#", number.empty() ? "0" : number);
+        if (FindKey(rows, name) != nullptr) names.push_back(name);
+    }
+    return what + DidYouMean(key, names);
 }
 
 bool IsInteger(string_view text) {
@@ -107,7 +126,9 @@ void SkinFindings::Add(const string& section, const string& key, const string& t
 
 std::vector<SkinError> SkinFindings::Sorted() const {
     // Sections in the order of the file, keys in the order of their section; what has no key first.
+    // What stands before the first section comes first of all.
     std::vector<string> sections = ProfileSections(basGlobal.SkinFile);
+    sections.insert(sections.begin(), string{});
     const auto place = [](const std::vector<string>& names, const string& name) {
         return std::find_if(names.begin(), names.end(),
                             [&name](const string& other) { return EqualsNoCase(name, other); }) -
@@ -196,6 +217,10 @@ FunctionVerdict SkinFindings::CheckRole(const string& section, const string& key
     if (text.empty()) return {};
     FunctionVerdict verdict = CheckFunction(role, text);
     if (!verdict.Fault.empty()) Add(section, key, verdict.Fault);
+    if (verdict.Element) {
+        verdict.Element->Section = section;
+        verdict.Element->Key = key;
+    }
     for (Opening& opening : verdict.Openings) {
         opening.Section = section;
         opening.Key = key;
@@ -205,6 +230,7 @@ FunctionVerdict SkinFindings::CheckRole(const string& section, const string& key
 
 void SkinFindings::Note(SectionFacts& facts, const FunctionVerdict& verdict, const string& key) {
     facts.Openings.insert(facts.Openings.end(), verdict.Openings.begin(), verdict.Openings.end());
+    if (verdict.Element) facts.Named.push_back(*verdict.Element);
     if (verdict.Word != "openmenu") return;
     if (verdict.Fixed == "+") facts.NextMenuKey = key;
     if (verdict.Fixed == "-") facts.MenuBeforeKey = key;
@@ -234,7 +260,10 @@ SectionFacts SkinFindings::CheckPageSection(const string& section) {
         }
     }
     for (const SectionKey& key : PageKeys()) {
-        if (key.Role != nullptr) Note(facts, CheckRole(section, key.Name, *key.Role), key.Name);
+        if (key.Role == nullptr) continue;
+        FunctionVerdict verdict = CheckRole(section, key.Name, *key.Role);
+        verdict.Element.reset();  // it runs while the page before is still there
+        Note(facts, verdict, key.Name);
     }
     CheckSectionKeys(section, PageKeys());
     CheckUnknownKeys(section, facts);
@@ -250,7 +279,7 @@ void SkinFindings::CheckElement(const SkinElement& element, SectionFacts& facts)
     for (const SkinKey& key : kind.Keys) {
         const string name = ElementKey(kind, element.Number, key.Name);
         CheckValue(section, name, key.How);
-        if (key.Role != nullptr) CheckRole(section, name, *key.Role);
+        if (key.Role != nullptr) Note(facts, CheckRole(section, name, *key.Role), name);
     }
     SkinElement read = element;
     if (ReadElement(read, KeySet::All)) return;
@@ -288,7 +317,7 @@ void SkinFindings::CheckUnknownKeys(const string& section, const SectionFacts& f
         if (key.Kind == nullptr) {
             if (FindKey(PageKeys(), name) == nullptr)
                 Add(section, name,
-                    "no page or element has such a key" + DidYouMean(name, NamesOf(PageKeys())));
+                    UnknownKey(PageKeys(), name, "no page or element has such a key"));
             continue;
         }
         const auto properties = PropertiesOf(*key.Kind);
@@ -301,7 +330,9 @@ void SkinFindings::CheckUnknownKeys(const string& section, const SectionFacts& f
         const int count = facts.Counts[static_cast<std::size_t>(key.Kind->Kind)];
         if (key.Number < count || !reported.insert({key.Kind->Kind, key.Number}).second) continue;
         const string own = ElementKey(*key.Kind, key.Number, "Function");
-        if (ReadSkinValue(section, own).empty())
+        if (key.Number > kLastElement)
+            Add(section, name, "is not read: the numbers end at " + std::to_string(kLastElement));
+        else if (ReadSkinValue(section, own).empty())
             Add(section, name, "there is no such element: " + own + " is missing");
         else
             Add(section, name,
@@ -314,8 +345,7 @@ void SkinFindings::CheckGeneral() {
     CheckSectionKeys(kGeneral, GeneralKeys());
     for (const string& name : ProfileKeys(basGlobal.SkinFile, kGeneral)) {
         if (FindKey(GeneralKeys(), name) == nullptr)
-            Add(kGeneral, name,
-                "the section has no such key" + DidYouMean(name, NamesOf(GeneralKeys())));
+            Add(kGeneral, name, UnknownKey(GeneralKeys(), name, "the section has no such key"));
     }
     if (ReadSkinValue(kGeneral, "Imagefolder").empty())
         Add(kGeneral, "Imagefolder", "is missing: no picture is found without it");
@@ -326,13 +356,21 @@ void SkinFindings::CheckGeneral() {
 }
 
 void SkinFindings::CheckMessage(const string& section) {
+    struct NeededAnswer {
+        const char* Section;
+        const char* Answer;
+    };
+    constexpr NeededAnswer kNeededAnswers[] = {
+        {"warning", "ok"}, {"info", "ok"}, {"query", "yes"}, {"query", "no"}};
     CheckSectionKeys(section, MessageKeys());
     std::set<string> answers;
     for (const string& name : ProfileKeys(basGlobal.SkinFile, section)) {
         const SectionKey* row = FindKey(MessageKeys(), name);
-        if (row == nullptr)
+        if (const SectionKey* button = FindEndedRow(MessageKeys(), name))
             Add(section, name,
-                "a message box has no such key" + DidYouMean(name, NamesOf(MessageKeys())));
+                "a message box has at most " + std::to_string(button->Last + 1) + " buttons");
+        else if (row == nullptr)
+            Add(section, name, UnknownKey(MessageKeys(), name, "a message box has no such key"));
         if (row == nullptr || row->Role == nullptr) continue;
         CheckRole(section, name, *row->Role);
         answers.insert(LowerCased(ReadSkinValue(section, name)));
@@ -341,8 +379,16 @@ void SkinFindings::CheckMessage(const string& section) {
         if (ReadSkinValue(section, up).empty())
             Add(section, up, "without this picture the button has no size");
     }
-    if (EqualsNoCase(section, "query") && !answers.contains("yes"))
-        Add(section, "Button0Function", "no button answers \"yes\"");
+    for (const NeededAnswer& needed : kNeededAnswers) {
+        if (EqualsNoCase(section, needed.Section) && !answers.contains(needed.Answer))
+            Add(section, "Button0Function", "no button answers \"" + string(needed.Answer) + "\"");
+    }
+    SkinElement label;
+    label.Kind = ElementKind::Label;
+    label.Section = section;
+    label.Alignment = ReadSkinInteger(section, "Label0Alignment");
+    label.FontSize = ReadSkinInteger(section, "Label0FontSize");
+    CheckRanges(label);
 }
 
 }  // namespace dravik

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <limits>
 
 #include "platform/Text.h"
 #include "skin/CheckSkinParts.h"
@@ -9,6 +10,42 @@ namespace dravik {
 
 using std::string;
 
+namespace {
+
+using E = SkinElement;
+
+struct Range {
+    int E::*Field;
+    int Last;  ///< the first is 0
+};
+
+constexpr int kNoEnd = std::numeric_limits<int>::max();
+constexpr Range kRanges[] = {
+    {&E::Alignment, 2}, {&E::LabelAlignment, 2}, {&E::Mode, 2},
+    {&E::Style, 4},     {&E::FontSize, kNoEnd},  {&E::LabelFontSize, kNoEnd},
+    {&E::Time, kNoEnd}, {&E::RowHeight, kNoEnd},
+};
+
+}  // namespace
+
+/// Numbers that stand for nothing, or for a size below zero. They count as if they were missing.
+void SkinFindings::CheckRanges(const SkinElement& element) {
+    const SkinKind& kind = KindOf(element.Kind);
+    for (const SkinKey& key : kind.Keys) {
+        const auto* field = std::get_if<int E::*>(&key.Field);
+        if (field == nullptr) continue;
+        for (const Range& range : kRanges) {
+            const int value = element.**field;
+            if (range.Field != *field || (value >= 0 && value <= range.Last)) continue;
+            Add(element.Section, ElementKey(kind, element.Number, key.Name),
+                std::to_string(value) +
+                    (range.Last == kNoEnd
+                         ? " is below 0 and counts as missing"
+                         : string(" is none of ") + key.Meaning + "; it counts as 0"));
+        }
+    }
+}
+
 /// Values that are well written but show nothing.
 void SkinFindings::CheckSense(const SkinElement& element) {
     const SkinKind& kind = KindOf(element.Kind);
@@ -16,11 +53,20 @@ void SkinFindings::CheckSense(const SkinElement& element) {
         Add(element.Section, ElementKey(kind, element.Number, key), text);
     };
     const auto isText = [](const string& function) { return EqualsNoCase(function, kTextWord); };
+    CheckRanges(element);
     switch (element.Kind) {
         case ElementKind::Button:
             if (element.Up.empty()) add("Up", "without this picture the button has no size");
             if (!element.LabelCaption.empty() && !isText(element.LabelFunction))
                 add("LabelCaption", "is shown with LabelFunction=text only");
+            if (element.LabelCaption.empty() && isText(element.LabelFunction))
+                add("LabelCaption", "is missing, so LabelFunction=text shows nothing");
+            if (element.LabelFunction == kTitleWord)
+                add("LabelFunction", string(kTitleWord) + " works on a label only");
+            if (!element.Down.empty() && element.Over.empty())
+                add("Over",
+                    "without this picture the one of Down stays after a touch until the pointer "
+                    "moves away");
             break;
         case ElementKind::Slider:
             if (element.Background.empty())
@@ -40,12 +86,16 @@ void SkinFindings::CheckSense(const SkinElement& element) {
         case ElementKind::Label:
             if (!element.Caption.empty() && !isText(element.Function))
                 add("Caption", "is shown with Function=text only");
+            if (element.Caption.empty() && isText(element.Function))
+                add("Caption", "is missing, so Function=text shows nothing");
+            if (const auto decimals = StrictNumber(element.Decimals);
+                !element.Decimals.empty() &&
+                (!decimals || *decimals < 0 || *decimals > kMostDecimals))
+                add("Decimals", "\"" + element.Decimals + "\" is none of the numbers 0 to " +
+                                    std::to_string(kMostDecimals));
             break;
         case ElementKind::List:
-            for (const char* style : {"Bold", "Italic", "BoldItalic"}) {
-                if (EqualsNoCase(element.FontStyle, style) && element.FontStyle != style)
-                    add("FontStyle", string("counts as ") + style + " in this spelling only");
-            }
+            CheckFontStyle(element);
             [[fallthrough]];
         case ElementKind::Textbox:
             if (element.Width <= 0) add("Width", "without a width nothing is seen");
@@ -58,6 +108,19 @@ void SkinFindings::CheckSense(const SkinElement& element) {
         case ElementKind::Chart:
             break;
     }
+}
+
+/// The style of a list. "Regular" is no word of its own, but means what it says.
+void SkinFindings::CheckFontStyle(const SkinElement& element) {
+    const string& style = element.FontStyle;
+    if (style.empty() || EqualsNoCase(style, "Regular")) return;
+    string fault = " is none of Bold, Italic and BoldItalic; it counts as regular";
+    for (const char* known : {"Bold", "Italic", "BoldItalic"}) {
+        if (style == known) return;
+        if (EqualsNoCase(style, known)) fault = string(" counts only when written ") + known;
+    }
+    Add(element.Section, ElementKey(KindOf(element.Kind), element.Number, "FontStyle"),
+        "\"" + style + "\"" + fault);
 }
 
 /// An element of which no pixel is on the page. Only a skin that states its size has an edge.

@@ -61,8 +61,8 @@ std::string NotANumber(const ReadValue& value) {
 
 std::string SkinError::Context() const {
     const std::size_t separator = File.find_last_of("\\/");
-    return File.substr(separator == std::string::npos ? 0 : separator + 1) + " [" + Section + "]" +
-           (Key.empty() ? "" : " " + Key);
+    return File.substr(separator == std::string::npos ? 0 : separator + 1) +
+           (Section.empty() ? "" : " [" + Section + "]") + (Key.empty() ? "" : " " + Key);
 }
 
 std::string ReadSkinValue(const std::string& section, const std::string& key) {

@@ -19,7 +19,7 @@ struct SkinError {
     std::string Key;
     std::string Description;
 
-    /// "night.ini [mainmenu] Gauge0Color"
+    /// "night.ini [mainmenu] Gauge0Color"; what stands outside the sections has none.
     std::string Context() const;
 };
 

@@ -96,6 +96,8 @@ Button0Up=key.png
 Background=key.png
 Button0Function=yes
 Button0Up=key.png
+Button1Function=no
+Button1Up=key.png
 )";
     }
 
