@@ -174,6 +174,16 @@ TEST(Program, WithoutASkinSaysWhichFileItTried) {
     EXPECT_EQ(dravik.WaitForEnd(), 0);
 }
 
+TEST(Program, FillsTheScreenWhereNoWindowManagerDoes) {
+    const ProgramFolderWithSkin program;
+    // A platform that leaves a window's size alone, with a screen of 240 x 320.
+    ConsoleProgram dravik({"--folder", program.Folder.Path()}, DRAVIK_PROGRAM,
+                          {{"QT_QPA_PLATFORM", "minimal"}}, ConsoleProgram::Display::FullScreen);
+    const std::string file = program.Folder / "window.png";
+    EXPECT_EQ(dravik.Ask("grab " + file), "ok");
+    EXPECT_EQ(QImage(QString::fromStdString(file)).size(), QSize(240, 320));
+}
+
 TEST(Program, FillsTheUsersFolderOnFirstUseAndNeverTheInstallation) {
     const ProgramFolderWithSkin source;
     const TemporaryFolder machine;
