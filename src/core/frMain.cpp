@@ -115,7 +115,7 @@ void frMain::Start(const Options& options) {
 
 /// A missing picture is no error: the window then waits in black.
 void frMain::ShowStartupPicture() {
-    const std::string path = ResolvePath(JoinPath(basGlobal.ProgramFolder, kStartupPicture));
+    const std::string path = ResolvePath(JoinPath(basGlobal.DataFolder, kStartupPicture));
     startupPicture_.load(QString::fromStdString(path));
 }
 
