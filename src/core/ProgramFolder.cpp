@@ -65,6 +65,20 @@ std::string SystemLocale() {
     return QLocale::system().name().toStdString();
 }
 
+/// The locales to look for, the best first. A list of languages counts only where texts are to be
+/// translated at all.
+std::vector<std::string> WantedLocales() {
+    const std::string system = SystemLocale();
+    std::vector<std::string> wanted;
+    if (system != "C" && system != "POSIX") {
+        std::stringstream list(Variable("LANGUAGE"));
+        for (std::string locale; std::getline(list, locale, ':');)
+            if (!locale.empty()) wanted.push_back(PlainLocale(locale));
+    }
+    wanted.push_back(system);
+    return wanted;
+}
+
 /// Name of the language file that suits a locale best: one that names it whole comes before one
 /// that names its language alone. Empty when no file names either.
 std::string LanguageFor(const std::string& locale, const std::string& languages) {
@@ -84,8 +98,10 @@ std::string LanguageFor(const std::string& locale, const std::string& languages)
 
 /// What a new user starts with: the texts of the system's language, where there is a file for it.
 std::string FirstLanguage(const std::string& data) {
-    const std::string language = LanguageFor(SystemLocale(), JoinPath(data, kLanguages));
-    if (!language.empty()) return language;
+    for (const std::string& locale : WantedLocales()) {
+        const std::string language = LanguageFor(locale, JoinPath(data, kLanguages));
+        if (!language.empty()) return language;
+    }
     return ReadProfileString(JoinPath(data, kSettings), "Options", "Language", "", kLongestSetting);
 }
 

@@ -105,6 +105,11 @@ TEST_F(UserFolder, StartsInTheFirstLanguageOfTheSystemThatHasAFile) {
         {{{"LANG", "de_CH@euro"}}, "Deutsch"},
         {{{"LANG", "de_DE"}, {"LC_MESSAGES", "en_US"}}, "test"},
         {{{"LC_MESSAGES", "en_US"}, {"LC_ALL", "nl"}}, "Deutsch"},
+        {{{"LANG", "en_US.UTF-8"}, {"LANGUAGE", "sv:de_AT:de"}}, "Wiener"},
+        {{{"LANG", "de_AT"}, {"LANGUAGE", "de:en"}}, "Deutsch"},
+        {{{"LANG", "de_AT"}, {"LANGUAGE", "sv"}}, "Wiener"},
+        {{{"LANG", "C.UTF-8"}, {"LANGUAGE", "de"}}, "test"},
+        {{{"LANG", "de_DE"}, {"LC_ALL", "POSIX"}, {"LANGUAGE", "de"}}, "test"},
     };
     for (const auto& [locale, language] : cases)
         EXPECT_EQ(FirstLanguage(locale), language) << ::testing::PrintToString(locale);
