@@ -33,9 +33,9 @@ int CheckSkinCommand(const CommandLine& line) {
     char name[] = "dravik";
     char* arguments[] = {name, nullptr};
     const QCoreApplication application(count, arguments);  // finds the picture formats
-    InitGlobals(FindProgramFolder(line.Folder));
     basGlobal.Launch.Skin = line.Skin;
     basGlobal.Launch.Language = line.Language;
+    InitGlobals(FindProgramFolder(line.Folder, basGlobal.Launch));
     LoadSettings();
 
     if (const std::string reason = WhyNot(); !reason.empty()) {

@@ -87,16 +87,20 @@ struct ListSlot {
     int Changes = 0;     ///< counted up whenever the entries change, for whoever shows them
 };
 
-/// What the command line asked for.
+/// What the command line asked for, and what was found when the program was launched.
 struct LaunchOptions {
     std::string DemoDevice;  ///< device of the built-in virtual vehicle; empty without --demo
     std::string Skin;        ///< overrides Options/Skin when not empty
     std::string Language;    ///< overrides Options/Language when not empty
+    /// The installed skins and languages, where the user's own folder could not be filled with
+    /// them; nothing is then written there, and no settings are kept. Empty otherwise.
+    std::string InstalledData{};
 };
 
 struct GlobalState {
     // Paths.
     std::string ProgramFolder;  ///< without a separator at its end
+    std::string DataFolder;     ///< holds skins and languages; as a rule the program folder
     std::string IniFile;        ///< the settings file
     std::string SkinPath;       ///< the skins folder, with a separator at its end
     std::string LanguagePath;   ///< the languages folder, with a separator at its end
@@ -181,7 +185,8 @@ struct GlobalState {
 /// The one instance. A test puts all of it back with `basGlobal = GlobalState{}` and InitGlobals.
 inline GlobalState basGlobal;
 
-/// Fills the paths from the program folder, FolderName and StatusText, and sets StartupFlag.
+/// Fills the paths from the program folder and Launch, FolderName and StatusText, and sets
+/// StartupFlag.
 void InitGlobals(const std::string& programFolder);
 
 /// Seconds, with four decimal places, of the high-resolution performance counter.

@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QWheelEvent>
 #include <QWindow>
 
@@ -114,7 +115,7 @@ void frMain::Start(const Options& options) {
 
 /// A missing picture is no error: the window then waits in black.
 void frMain::ShowStartupPicture() {
-    const std::string path = ResolvePath(JoinPath(basGlobal.ProgramFolder, kStartupPicture));
+    const std::string path = ResolvePath(JoinPath(basGlobal.DataFolder, kStartupPicture));
     startupPicture_.load(QString::fromStdString(path));
 }
 
@@ -123,11 +124,33 @@ void frMain::ShowWindow(const Options& options) {
         resize(options.WindowSize.isEmpty() ? kDefaultWindow : options.WindowSize);
         show();
     } else {
+        CoverScreen();
         showFullScreen();
+        FollowScreen(screen());
     }
-    // Another display may have another density.
     QObject::connect(windowHandle(), &QWindow::screenChanged, this,
-                     [this] { screen_->Layout(size()); });
+                     [this, windowed = options.Windowed](QScreen* screen) {
+                         if (!windowed) {
+                             FollowScreen(screen);
+                             CoverScreen();
+                         }
+                         screen_->Layout(size());  // another display may have another density
+                     });
+}
+
+/// Without a window manager nobody else gives the window the size of the screen.
+void frMain::CoverScreen() {
+    const QRect area = screen()->geometry();
+    if (!area.isEmpty()) setGeometry(area);  // a display that is switched off has no size
+    // A window with a size of its own no longer counts as one that fills the screen.
+    setWindowState(windowState() | Qt::WindowFullScreen);
+}
+
+void frMain::FollowScreen(const QScreen* screen) {
+    QObject::disconnect(screenGeometry_);
+    if (screen == nullptr) return;
+    screenGeometry_ =
+        QObject::connect(screen, &QScreen::geometryChanged, this, [this] { CoverScreen(); });
 }
 
 void frMain::Pause() {

@@ -9,6 +9,8 @@
 
 #include "core/basGlobal.h"
 
+class QScreen;
+
 namespace dravik {
 
 class frSettings;
@@ -65,6 +67,8 @@ class frMain : public QWidget {
     void ConnectScreen();
     void Pause();
     void ShowWindow(const Options& options);
+    void CoverScreen();
+    void FollowScreen(const QScreen* screen);
     void MessageShown(bool shown);
 
     std::unique_ptr<SkinScreen> screen_;
@@ -72,6 +76,7 @@ class frMain : public QWidget {
     frWarning* warning_;
     QPointer<frSettings> settings_;
     QPixmap startupPicture_;
+    QMetaObject::Connection screenGeometry_;
     bool started_ = false;
     bool unloaded_ = false;
 };

@@ -79,7 +79,7 @@ int main(int argc, char** argv) {
     options.Launch.Language = line.Language;
     options.Windowed = line.Windowed;
     options.WindowSize = line.WindowSize;
-    options.ProgramFolder = FindProgramFolder(line.Folder);
+    options.ProgramFolder = FindProgramFolder(line.Folder, options.Launch);
 
     std::unique_ptr<vehicle::VehicleServer> vehicle;
     if (line.Demo) {

@@ -118,6 +118,8 @@ SettingsValues ReadSettings() {
 
 std::optional<std::string> SaveSettings(const SettingsValues& values,
                                         const std::vector<SensorRow>& sensors) {
+    // The sensors on the screen are then those of the installation, and not the user's to change.
+    if (!basGlobal.Launch.InstalledData.empty()) return basGlobal.IniFile;
     if (!SaveSensors(sensors)) return basGlobal.SensorFile;
     if (!WriteProfileEntries(basGlobal.IniFile, SettingsEntries(values))) return basGlobal.IniFile;
     return std::nullopt;

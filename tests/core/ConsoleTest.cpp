@@ -2,7 +2,6 @@
 
 #include <QImage>
 #include <filesystem>
-#include <fstream>
 
 #include "core/TestSkin.h"
 #include "support/ConsoleProgram.h"
@@ -165,27 +164,14 @@ TEST(Program, WithoutASkinSaysWhichFileItTried) {
     EXPECT_EQ(dravik.WaitForEnd(), 0);
 }
 
-TEST(Program, FillsTheUsersFolderOnFirstUseAndNeverTheInstallation) {
-    const ProgramFolderWithSkin source;
-    const TemporaryFolder machine;
-    namespace fs = std::filesystem;
-    for (const char* folder : {"bin", "share"}) fs::create_directories(machine / folder);
-    fs::copy(DRAVIK_PROGRAM, machine / "bin/dravik");
-    fs::copy(source.Folder.Path(), machine / "share/dravik", fs::copy_options::recursive);
-    const std::string settings = "config/dravik/Dravik.ini";
-
-    // The language of the system, where there is a file for it.
-    const std::string language = machine / "share/dravik/languages/Deutsch.ini";
-    fs::copy(machine / "share/dravik/languages/test.ini", language);
-    std::ofstream(language, std::ios::app) << "[General]\nLocales=nl,de\n";
-
-    ConsoleProgram dravik({}, machine / "bin/dravik",
-                          {{"XDG_CONFIG_HOME", machine / "config"}, {"LC_ALL", "de_AT.UTF-8"}});
-    EXPECT_EQ(dravik.State("SensorCount"), "3");
-    EXPECT_EQ(dravik.Finish(), 0);
-    EXPECT_THAT(machine.Read(settings),
-                AllOf(HasSubstr("Language=Deutsch\n"), HasSubstr("[Resume]")));
-    EXPECT_EQ(machine.Read("share/dravik/Dravik.ini"), source.Folder.Read("Dravik.ini"));
+TEST(Program, FillsTheScreenWhereNoWindowManagerDoes) {
+    const ProgramFolderWithSkin program;
+    // A platform that leaves a window's size alone, with a screen of 240 x 320.
+    ConsoleProgram dravik({"--folder", program.Folder.Path()}, DRAVIK_PROGRAM,
+                          {{"QT_QPA_PLATFORM", "minimal"}}, ConsoleProgram::Display::FullScreen);
+    const std::string file = program.Folder / "window.png";
+    EXPECT_EQ(dravik.Ask("grab " + file), "ok");
+    EXPECT_EQ(QImage(QString::fromStdString(file)).size(), QSize(240, 320));
 }
 
 }  // namespace

@@ -15,16 +15,19 @@ class ConsoleProgram {
  public:
     using Variables = std::vector<std::pair<std::string, std::string>>;
 
-    /// Starts `program` with --console and --windowed and further arguments.
+    enum class Display { Windowed, FullScreen };
+
+    /// Starts `program` with --console, --windowed unless asked otherwise, and further arguments.
     explicit ConsoleProgram(const std::vector<std::string>& arguments,
                             const std::string& program = DRAVIK_PROGRAM,
-                            const Variables& variables = {}) {
+                            const Variables& variables = {}, Display display = Display::Windowed) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         for (const auto& [name, value] : variables)
             environment.insert(QString::fromStdString(name), QString::fromStdString(value));
         process_.setProcessEnvironment(environment);
-        QStringList list = {QStringLiteral("--console"), QStringLiteral("--windowed")};
+        QStringList list = {QStringLiteral("--console")};
+        if (display == Display::Windowed) list.append(QStringLiteral("--windowed"));
         for (const std::string& argument : arguments) list.append(QString::fromStdString(argument));
         process_.start(QString::fromStdString(program), list);
     }
