@@ -1,9 +1,5 @@
 #include "core/ProgramFolder.h"
 
-#ifndef _WIN32
-#include <unistd.h>
-#endif
-
 #include <QLocale>
 #include <cstdio>
 #include <cstdlib>
@@ -196,9 +192,7 @@ std::optional<fs::path> FillFolder(const std::string& folder, const std::string&
         if (auto failed = CopyTree(PathOf(from), PathOf(ResolvePath(JoinPath(folder, name)))))
             return failed;
     }
-#ifndef _WIN32
-    ::sync();  // a power cut must not leave settings that say "filled" beside empty files
-#endif
+    FlushFiles();  // a power cut must not leave settings that say "filled" beside empty files
     // The settings come last: a folder that has them counts as filled.
     const std::string settings = JoinPath(folder, kSettings);
     if (!FillSettings(JoinPath(data, kSettings), settings, FirstLanguage(data)))

@@ -41,6 +41,9 @@ std::optional<std::string> ReadWholeFile(std::string_view path);
 /// write-protected file is not replaced. Of several writers at once the last one wins.
 bool ReplaceFile(std::string_view path, std::string_view content);
 
+/// Sees that files written before are on the disk, as far as the system does that for all of them.
+void FlushFiles();
+
 /// Names (not paths) of the files of a folder, without its subfolders, whose names end in
 /// `extension` (".ini", compared without regard to case), sorted by name without regard to case.
 /// Empty for a missing folder.

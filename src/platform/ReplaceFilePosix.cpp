@@ -139,4 +139,8 @@ bool ReplaceFile(std::string_view path, std::string_view content) {
     return true;
 }
 
+void FlushFiles() {
+    ::sync();
+}
+
 }  // namespace dravik
