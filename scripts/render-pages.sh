@@ -16,6 +16,13 @@ grab() { printf 'wait %s\ngrab %s/%s.png\n' "$1" "$target" "$2"; }
 
 # The menu list of the skin names its pages; a freeze frame can be shown once codes are known.
 pages=$(sed -n 's/^Menu[0-9]*=\(.*\)$/\1/p' "skins/$skin.ini" | tr -d '\r')
+# What the media page shows: a folder as a user might have it.
+home=$(mktemp -d)
+trap 'rm -rf "$home"' EXIT
+mkdir -p "$home/music/Audio books" "$home/music/Live" "$home/music/Road songs"
+touch "$home/music/01 Open road.mp3" "$home/music/02 Night drive.ogg" \
+    "$home/music/03 Coast line.flac" "$home/music/Evening.pls"
+
 requests() {
     echo "wait 7000"
     for page in ${pages:-mainmenu} $(has freezeframe && echo freezeframe); do
@@ -42,6 +49,6 @@ requests() {
     grab 300 box-query
     echo "click no"
 }
-requests | QT_QPA_PLATFORM=offscreen "$build/dravik" --folder "$build" --skin "$skin" \
+requests | HOME="$home/music" QT_QPA_PLATFORM=offscreen "$build/dravik" --folder "$build" --skin "$skin" \
     --demo faults --windowed "$size" --console | { grep -v '^ok$' || true; }
 ls "$target"/*.png

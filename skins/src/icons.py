@@ -13,6 +13,17 @@ ICONS = {
     "parent": '<path d="M6 38 V12 a2 2 0 0 1 2-2 h10 l4 5 h18 a2 2 0 0 1 2 2 V38'
               ' a2 2 0 0 1 -2 2 H8 a2 2 0 0 1 -2 -2 z"/>'
               '<path d="M24 34 V22"/><path d="M18.5 27 L24 21.5 L29.5 27"/>',
+    "folder": '<path d="M6 38 V12 a2 2 0 0 1 2-2 h10 l4 5 h18 a2 2 0 0 1 2 2 V38'
+              ' a2 2 0 0 1 -2 2 H8 a2 2 0 0 1 -2 -2 z"/>',
+    "harddisk": '<rect x="9" y="5" width="30" height="38" rx="3"/><circle cx="24" cy="20" r="9"/>'
+                '<circle cx="24" cy="20" r="1.2" fill="COLOR"/><path d="M16 36 H26"/>',
+    "cddrive": '<circle cx="24" cy="24" r="18"/><circle cx="24" cy="24" r="5"/>'
+               '<path d="M12.5 24 A11.5 11.5 0 0 1 24 12.5"/>',
+    "removeable": '<rect x="12" y="18" width="24" height="25" rx="3"/><path d="M17 18 V6 H31 V18"/>'
+                  '<path d="M21.5 11 v1 M26.5 11 v1"/>',
+    "playlist": '<path d="M6 12 H30 M6 22 H30 M6 32 H18"/><path d="M28 39 V21 L41 18 V35"/>'
+                '<ellipse cx="24.5" cy="39" rx="3.8" ry="3.2"/>'
+                '<ellipse cx="37.5" cy="35" rx="3.8" ry="3.2"/>',
     "shortcuts": '<path d="M27 5 L12 27 H23 L20 43 L36 20 H25 z"/>',
     "dashboard": '<path d="M10.5 38 A19 19 0 1 1 37.5 38"/><path d="M24 27 L34 16"/>'
                  '<circle cx="24" cy="27" r="3" fill="COLOR"/>'

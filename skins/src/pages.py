@@ -185,6 +185,15 @@ def list_page(page, function, top, points, tab):
              BackColor=number(c["panel"]), Tabindex=tab)
 
 
+def list_pictures(skin):
+    """What stands before the entries of a media list, by the names that the list asks for."""
+    for name, symbol in (("parent", "parent"), ("folder", "folder"), ("harddisk", "harddisk"),
+                         ("cddrive", "cddrive"), ("removeable", "removeable"),
+                         ("pls", "playlist"), ("standard", "media")):
+        skin.picture(name, 40, 40, icon(symbol, 2, 2, 36, skin.colors["accent"]))
+        skin.list_pictures.add(name)
+
+
 def step_keys(page, top, height, tab):
     """Keys that move the selection of the list."""
     for i, (function, symbol) in enumerate((("value_+", "up"), ("value_-", "down"))):
@@ -253,6 +262,7 @@ def sensor_pages(skin):
 def mediaplayer(skin):
     c = skin.colors
     page = parts.page(skin, "mediaplayer", "Media")
+    list_pictures(skin)
     list_page(page, "media", 34, 17, 0)
     page.label("currentfolder", 16, 32, 420, 14, "muted", ON_PANEL)
     page.label("indexlabel", 440, 32, 138, 14, "muted", ON_PANEL, 1)

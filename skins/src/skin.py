@@ -208,6 +208,7 @@ class Skin:
         self.colors = colors
         self.sections = []
         self.pictures = {}
+        self.list_pictures = set()
         self.faults = []
 
     def fault(self, text):
@@ -234,7 +235,7 @@ class Skin:
                     self.fault(f"{section.name}: {count} elements of the kind {kind}")
             used = "\n".join(line for part in self.sections for line in part.lines)
         for name in self.pictures:
-            if f"={name}.png" not in used:
+            if f"={name}.png" not in used and name not in self.list_pictures:
                 self.fault(f"picture {name} is not used")
 
     def ini(self):
