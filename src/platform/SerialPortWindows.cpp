@@ -1,15 +1,14 @@
-#define NOMINMAX
-#include <windows.h>
-
 #include <QWinEventNotifier>
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <optional>
 #include <utility>
 
 #include "platform/DeleteLater.h"
 #include "platform/SerialChannel.h"
 #include "platform/SerialPort.h"
+#include "platform/WindowsApi.h"
 
 namespace dravik {
 namespace {
@@ -48,12 +47,8 @@ bool SetLine(HANDLE port, int baudrate) {
     line.StopBits = ONESTOPBIT;
     if (!SetCommState(port, &line)) return false;
 
-    // A read ends with the characters that are there, or else with the first that comes.
-    COMMTIMEOUTS timeouts{};
-    timeouts.ReadIntervalTimeout = MAXDWORD;
-    timeouts.ReadTotalTimeoutMultiplier = MAXDWORD;
-    timeouts.ReadTotalTimeoutConstant = MAXDWORD - 1;
-    if (!SetCommTimeouts(port, &timeouts)) return false;
+    COMMTIMEOUTS none{};
+    if (!SetCommTimeouts(port, &none)) return false;
     SetupComm(port, SerialPort::kBufferSize, SerialPort::kBufferSize);
     PurgeComm(port, PURGE_RXCLEAR | PURGE_TXCLEAR);
     return true;
@@ -121,6 +116,7 @@ class ComChannel : public SerialChannel {
     void FlushInput() override { PurgeComm(port_, PURGE_RXCLEAR); }
 
  private:
+    std::optional<DWORD> Waiting();
     void StartRead();
     void StartWrite();
     void FinishWrite();
@@ -128,6 +124,7 @@ class ComChannel : public SerialChannel {
 
     HANDLE port_;
     bool lost_ = false;
+    bool overrun_ = false;
     std::string queue_;
     std::weak_ptr<SerialListener> listener_;
     std::unique_ptr<Operation> read_ = std::make_unique<Operation>();
@@ -155,10 +152,23 @@ ComChannel::~ComChannel() {
     CloseHandle(port_);
 }
 
+/// The number of characters that the driver holds; nothing when the device is gone.
+std::optional<DWORD> ComChannel::Waiting() {
+    DWORD errors = 0;
+    COMSTAT status{};
+    if (!ClearCommError(port_, &errors, &status)) return std::nullopt;
+    // Asking clears the errors, so they are kept here.
+    if ((errors & (CE_OVERRUN | CE_RXOVER)) != 0) overrun_ = true;
+    return status.cbInQue;
+}
+
+// A read of what the driver holds ends at once, one of a single character with the next that comes.
 void ComChannel::StartRead() {
-    const BOOL accepted = ReadFile(port_, read_->bytes.data(),
-                                   static_cast<DWORD>(read_->bytes.size()), nullptr, &read_->state);
-    read_->pending = Started(accepted) == Outcome::Pending;
+    if (const std::optional<DWORD> waiting = Waiting()) {
+        const DWORD size = std::clamp<DWORD>(*waiting, 1, SerialPort::kBufferSize);
+        const BOOL accepted = ReadFile(port_, read_->bytes.data(), size, nullptr, &read_->state);
+        read_->pending = Started(accepted) == Outcome::Pending;
+    }
     if (!read_->pending) lost_ = true;
 }
 
@@ -182,9 +192,8 @@ bool ComChannel::Read(std::string& characters) {
 }
 
 bool ComChannel::TakeOverrun() {
-    DWORD errors = 0;
-    if (!ClearCommError(port_, &errors, nullptr)) return false;
-    return (errors & (CE_OVERRUN | CE_RXOVER)) != 0;
+    static_cast<void>(Waiting());
+    return std::exchange(overrun_, false);
 }
 
 bool ComChannel::Write(std::string_view bytes) {
