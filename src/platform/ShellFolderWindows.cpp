@@ -122,7 +122,7 @@ std::optional<std::string> ParentFolder(const std::string& folder) {
     const ShellScope scope;
     if (const ItemId id = FolderId(folder)) {
         ::ILRemoveLastID(id.get());
-        return ::ILIsEmpty(id.get()) ? std::string(kTopFolder) : PathOf(id.get());
+        return ILIsEmpty(id.get()) ? std::string(kTopFolder) : PathOf(id.get());
     }
     // Of a folder that has gone, only the name tells.
     const std::size_t end = folder.find_last_not_of('\\');
