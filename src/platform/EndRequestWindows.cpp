@@ -1,9 +1,8 @@
-#include <windows.h>
-
 #include <utility>
 
 #include "platform/EndRequest.h"
 #include "platform/Events.h"
+#include "platform/WindowsApi.h"
 
 namespace dravik {
 
@@ -11,8 +10,11 @@ namespace {
 
 std::function<void()> endHandler;
 
-BOOL WINAPI HandleConsoleEvent(DWORD) {
+// Runs in a thread of its own. The system ends the process when this returns, unless only a key was
+// pressed, or after some seconds; so it does not return before the program has ended itself.
+BOOL WINAPI HandleConsoleEvent(DWORD event) {
     PostToUserInterface([] { endHandler(); });
+    if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT) ::Sleep(INFINITE);
     return TRUE;
 }
 
