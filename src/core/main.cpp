@@ -13,6 +13,7 @@
 #include "core/frMain.h"
 #include "platform/EndRequest.h"
 #include "platform/Paths.h"
+#include "platform/Terminal.h"
 #include "vehicle/VehicleServer.h"
 
 namespace {
@@ -58,6 +59,7 @@ int Fail(const std::string& message) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    JoinTerminal();
     const CommandLine line = ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
     if (!line.Error.empty()) return Fail(line.Error + " (try --help)");
     if (line.Help) {
