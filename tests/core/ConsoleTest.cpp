@@ -139,7 +139,7 @@ TEST(Snapshot, WritesOnePictureForEachChartAndNeverOverAnother) {
     int pictures = 0;
     for (const auto& entry : std::filesystem::directory_iterator(program.Folder / "save")) {
         EXPECT_EQ(entry.path().extension(), ".bmp");
-        pictures += QImage(QString::fromStdString(entry.path())).size() == QSize(200, 60);
+        pictures += QImage(QString::fromStdString(entry.path().string())).size() == QSize(200, 60);
     }
     EXPECT_EQ(pictures, 5);
 
@@ -164,6 +164,7 @@ TEST(Program, WithoutASkinSaysWhichFileItTried) {
     EXPECT_EQ(dravik.WaitForEnd(), 0);
 }
 
+#ifndef _WIN32
 TEST(Program, FillsTheScreenWhereNoWindowManagerDoes) {
     const ProgramFolderWithSkin program;
     // A platform that leaves a window's size alone, with a screen of 240 x 320.
@@ -173,6 +174,7 @@ TEST(Program, FillsTheScreenWhereNoWindowManagerDoes) {
     EXPECT_EQ(dravik.Ask("grab " + file), "ok");
     EXPECT_EQ(QImage(QString::fromStdString(file)).size(), QSize(240, 320));
 }
+#endif
 
 }  // namespace
 }  // namespace dravik

@@ -49,7 +49,7 @@ TEST(CodeFiles, AreNamedByTheFiveLanguagesOfTheFolderAndNothingElseLiesThere) {
     }
     std::set<std::string> found;
     for (const auto& entry : std::filesystem::directory_iterator(kLanguageFolder)) {
-        if (entry.is_regular_file()) found.insert(entry.path());
+        if (entry.is_regular_file()) found.insert(entry.path().generic_string());
     }
     EXPECT_EQ(found, named);
 }

@@ -1,5 +1,6 @@
 #include "settings/basSettings.h"
 
+#include <algorithm>
 #include <string>
 
 #include "support/GlobalsFixture.h"
@@ -8,6 +9,12 @@ namespace dravik {
 namespace {
 
 using ::testing::EndsWith;
+
+/// A path with the separators of the system.
+std::string Native(std::string path) {
+    std::replace(path.begin(), path.end(), '/', kPathSeparator);
+    return path;
+}
 
 class Settings : public GlobalsTest {
  protected:
@@ -43,12 +50,12 @@ TEST_F(Settings, WithoutASettingsFileEveryDefaultHolds) {
     EXPECT_EQ(g.CurrentMenu, "mainmenu");
     EXPECT_EQ(g.PreviousMenu, "mainmenu");
     const std::string root = folder_.string();
-    EXPECT_EQ(g.LanguageFile, root + "/languages/0.ini");
-    EXPECT_EQ(g.SensorFile, root + "/languages/0");
-    EXPECT_EQ(g.DescriptionFile, root + "/languages/0");
-    EXPECT_EQ(g.SkinFile, root + "/skins/0.ini");
-    EXPECT_EQ(g.ImageFolder, root + "/skins/0/");
-    EXPECT_EQ(g.SaveFolder, root + "/save");
+    EXPECT_EQ(g.LanguageFile, root + Native("/languages/0.ini"));
+    EXPECT_EQ(g.SensorFile, root + Native("/languages/0"));
+    EXPECT_EQ(g.DescriptionFile, root + Native("/languages/0"));
+    EXPECT_EQ(g.SkinFile, root + Native("/skins/0.ini"));
+    EXPECT_EQ(g.ImageFolder, root + Native("/skins/0/"));
+    EXPECT_EQ(g.SaveFolder, root + Native("/save"));
     EXPECT_EQ(ActiveSensors(), std::string(90, '1') + "0");
 }
 
@@ -66,16 +73,16 @@ TEST_F(Settings, FilesAreFoundThroughOneAnother) {
     EXPECT_EQ(g.ConnState, 4);
     EXPECT_EQ(g.ReconnectSeconds, 7);
     EXPECT_EQ(g.OSKPath, "C:\\keys.exe");
-    EXPECT_THAT(g.SensorFile, EndsWith("/languages/s.de"));
-    EXPECT_THAT(g.DescriptionFile, EndsWith("/languages/codes.de"));
-    EXPECT_THAT(g.SkinFile, EndsWith("/skins/night.ini"));
-    EXPECT_THAT(g.ImageFolder, EndsWith("/skins/dark/"));
+    EXPECT_THAT(g.SensorFile, EndsWith(Native("/languages/s.de")));
+    EXPECT_THAT(g.DescriptionFile, EndsWith(Native("/languages/codes.de")));
+    EXPECT_THAT(g.SkinFile, EndsWith(Native("/skins/night.ini")));
+    EXPECT_THAT(g.ImageFolder, EndsWith(Native("/skins/dark/")));
 
     basGlobal.Launch = {"/dev/demo", "day", "francais"};
     WriteFile("Dravik.ini", "[Options]\nLanguage=deutsch\nSkin=night\n");
     LoadSettings();
-    EXPECT_THAT(g.SkinFile, EndsWith("/skins/day.ini"));
-    EXPECT_THAT(g.LanguageFile, EndsWith("/languages/francais.ini"));
+    EXPECT_THAT(g.SkinFile, EndsWith(Native("/skins/day.ini")));
+    EXPECT_THAT(g.LanguageFile, EndsWith(Native("/languages/francais.ini")));
     EXPECT_EQ(g.ConnState, 4) << "the demo connects without the option";
 }
 

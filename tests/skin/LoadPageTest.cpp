@@ -295,7 +295,7 @@ TEST_F(LoadPageTest, PicturesThatCannotBeLoadedAreNamed) {
                             "Bargraph0Bar", "Image0Picture", "Chart0Background"}) {
         for (const char* file :
              {"missing.png", "half.png", "half.jpg", "half.bmp", "empty.png", "text.png", ".."}) {
-            const std::string kind(key, std::strchr(key, '0') + 1);
+            const std::string kind(key, std::string_view(key).find('0') + 1);
             const std::string skin = "[mainmenu]\n" + kind + "Function=a\n" + kind +
                                      "Direction=1\n" + key + "=" + file + "\n";
             if (window == nullptr)

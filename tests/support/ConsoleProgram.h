@@ -22,7 +22,6 @@ class ConsoleProgram {
                             const std::string& program = DRAVIK_PROGRAM,
                             const Variables& variables = {}, Display display = Display::Windowed) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
         for (const auto& [name, value] : variables)
             environment.insert(QString::fromStdString(name), QString::fromStdString(value));
         process_.setProcessEnvironment(environment);
@@ -42,7 +41,7 @@ class ConsoleProgram {
             if (!process_.waitForReadyRead(kLimit)) return "(no answer)";
         }
         std::string line = process_.readLine().toStdString();
-        line.pop_back();
+        while (line.ends_with('\n') || line.ends_with('\r')) line.pop_back();
         return line;
     }
 

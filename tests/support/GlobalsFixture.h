@@ -13,6 +13,7 @@
 #include "core/basGlobal.h"
 #include "platform/Paths.h"
 #include "support/FakeScreen.h"
+#include "support/TemporaryFolder.h"
 #include "support/Waiting.h"
 
 namespace dravik {
@@ -27,18 +28,13 @@ inline std::vector<std::string> Words(const std::string& text) {
 class GlobalsTest : public ::testing::Test {
  protected:
     GlobalsTest() {
-        std::string name = (std::filesystem::temp_directory_path() / "dravik-XXXXXX").string();
-        folder_ = mkdtemp(name.data());
         for (const char* part : {"skins", "languages"})
             std::filesystem::create_directory(folder_ / part);
         basGlobal = GlobalState{};
         InitGlobals(folder_.string());
         fakeScreen = FakeScreen{};
     }
-    ~GlobalsTest() override {
-        basGlobal = GlobalState{};
-        std::filesystem::remove_all(folder_);
-    }
+    ~GlobalsTest() override { basGlobal = GlobalState{}; }
 
     void WriteFile(const std::string& name, const std::string& text) const {
         std::ofstream(folder_ / name, std::ios::binary) << text;
@@ -57,7 +53,8 @@ class GlobalsTest : public ::testing::Test {
         }
     }
 
-    std::filesystem::path folder_;
+    const TemporaryFolder temporaryFolder_;
+    const std::filesystem::path folder_ = temporaryFolder_.Path();
 };
 
 }  // namespace dravik

@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 
-#include "platform/serial/PseudoTerminal.h"
 #include "support/Waiting.h"
 
 namespace dravik {
@@ -26,23 +25,6 @@ class FarEnd {
     virtual void Send(std::string_view bytes) = 0;
     virtual std::string Receive() = 0;
     virtual void Vanish() = 0;
-};
-
-class TerminalEnd : public FarEnd {
- public:
-    ~TerminalEnd() override { close(name_); }
-    std::string Device() const override { return terminal_.Path(); }
-    void Send(std::string_view bytes) override { terminal_.Send(bytes); }
-    std::string Receive() override { return terminal_.Receive(); }
-    void Vanish() override {
-        // Held open, so that no other program is given a terminal of this name meanwhile.
-        name_ = open(terminal_.Path().c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-        terminal_.Vanish();
-    }
-
- private:
-    PseudoTerminal terminal_;
-    int name_ = -1;
 };
 
 /// A network interface for diagnosis: accepts one connection after the other.

@@ -6,8 +6,8 @@
 #include <memory>
 #include <optional>
 
-#include "platform/serial/FarEnd.h"
 #include "platform/serial/PortEvents.h"
+#include "platform/serial/TerminalEnd.h"
 #include "support/ChildProcess.h"
 
 namespace dravik {
