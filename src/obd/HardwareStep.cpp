@@ -90,10 +90,11 @@ constexpr StateAction kStateActions[] = {
     {kPortNotFound, RestWithoutPort},
 };
 
-/// A device that vanished has closed its port; the state follows unless a connect sequence is
+/// A device that vanished has closed its port; the state follows unless a connect is asked for or
 /// running, which finds out by itself.
 void HandleLostDevice() {
-    if (basGlobal.ConnState != kPortNotFound) basGlobal.ConnState = kNotConnected;
+    const std::uint8_t state = basGlobal.ConnState;
+    if (state != kPortNotFound && state != kConnecting) basGlobal.ConnState = kNotConnected;
 }
 
 }  // namespace

@@ -156,6 +156,27 @@ TEST_F(ConnectSequence, WaitsForTheBusBeforeTheFirstRequest) {
     EXPECT_EQ(basGlobal.ConnState, 3);
 }
 
+TEST_F(ConnectSequence, TheWaitForTheBusEndsWithTheDevice) {
+    WriteSettings("BusInitDelay=30");
+    int ticksAfterLoss = 0;
+    FormTimer watch(2, true);
+    watch.OnTick([&] {
+        if (basGlobal.ConnState == 8) interface_->Vanish();
+        if (basGlobal.ConnState == 1 && ++ticksAfterLoss == 5) AdvanceHighResTimer(31);
+    });
+    Connect();
+    EXPECT_LT(ticksAfterLoss, 5) << "it waited on";
+    EXPECT_EQ(basGlobal.ConnState, 1);
+}
+
+TEST_F(ConnectSequence, AConnectThatIsAskedForOutlastsTheLossOfTheDevice) {
+    OpenIn(kConnecting);
+    interface_->Vanish();
+    ASSERT_TRUE(Until([] { return !basGlobal.comOBD.IsOpen(); }));
+    Settle();
+    EXPECT_EQ(basGlobal.ConnState, 4);
+}
+
 TEST_F(ConnectSequence, WithoutAPortItClosesTheOldOneAndRests) {
     for (const char* settings :
          {"[OBD]\nComPort=0\n", "[OBD]\n", "[OBD]\nComPort=none\n", "[OBD]\nComPort=99999999999\n",
