@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "core/basGlobal.h"
@@ -11,27 +13,34 @@ namespace {
 constexpr int kAttempts = 3;
 constexpr double kReplySeconds = 50;  // for all attempts of one command together
 
-// A prompt that never comes must not let a babbling line eat the memory.
-constexpr std::size_t kReceiveLimit = 64 * 1024;
+// A line that talks without a prompt must not eat the memory or the disk.
+constexpr std::size_t kTextLimit = 64 * 1024;
 
-bool HasPrompt(const std::string& text) {
-    return text.find('>') != std::string::npos;
+bool HasPrompt(std::string_view text) {
+    return text.find('>') != std::string_view::npos;
+}
+
+/// The trace tells how a connect began; what goes beyond the limit is left out.
+void Trace(std::string_view text) {
+    std::string& trace = basGlobal.CommTrace;
+    trace.append(text.substr(0, kTextLimit - std::min(kTextLimit, trace.size())));
 }
 
 /// Collects the reply until its prompt or the deadline. The time is tested before the read: once it
-/// is over, nothing more is read.
+/// is over, nothing more is read. Of a longer text the end is kept, where the prompt is.
 std::string AwaitReply(double deadline) {
     SerialPort& port = basGlobal.comOBD;
     std::string reply;
-    while (!HasPrompt(reply) && port.IsOpen() && !basGlobal.Closing) {
+    for (bool complete = false; !complete && port.IsOpen() && !basGlobal.Closing;) {
         const double left = deadline - HighResTimer();
         if (left <= 0) break;
         WaitForEvents(left);
-        if (port.InputCount() > 0) {
-            const std::string received = port.ReadAll();
-            reply += received;
-            basGlobal.CommTrace += received;
-        }
+        if (port.InputCount() == 0) continue;
+        const std::string received = port.ReadAll();
+        complete = HasPrompt(received);
+        Trace(received);
+        reply += received;
+        if (reply.size() > kTextLimit) reply.erase(0, reply.size() - kTextLimit);
     }
     return reply;
 }
@@ -47,7 +56,7 @@ std::string SendCommand(const std::string& command) {
     for (int attempt = 1; attempt <= kAttempts; ++attempt) {
         port.DiscardInput();
         port.Write(command + "\r");
-        basGlobal.CommTrace += command + "\r\n";
+        Trace(command + "\r\n");
         reply = AwaitReply(deadline);
         if (reply.find('?') == std::string::npos) break;  // "?": not understood, try again
     }
@@ -74,13 +83,14 @@ void HandleReceiveEvent(int code) {
     if (code == SerialPort::kBufferOverflow) {
         g.ConnState = kConnecting;
     } else if (code == SerialPort::kDataReceived) {
-        g.RxBuffer += g.comOBD.ReadAll();
-        if (HasPrompt(g.RxBuffer)) {
+        const std::string received = g.comOBD.ReadAll();
+        g.RxBuffer += received;
+        if (HasPrompt(received)) {
             HandlePidReply(g.RxBuffer);
             g.RxBuffer.clear();
             g.AwaitingReply = false;
             TakeOwedStep();
-        } else if (g.RxBuffer.size() > kReceiveLimit) {
+        } else if (g.RxBuffer.size() > kTextLimit) {
             g.RxBuffer.clear();
         }
     }

@@ -22,12 +22,13 @@ void InitLink();
 ///
 /// @param command  text without its carriage return, e.g. "0101"
 /// @return everything received up to and including ">", echoes and line ends included; empty when
-///         the port is closed. Without a prompt after 50 s in all: what arrived so far.
+///         the port is closed. Without a prompt after 50 s in all: what arrived so far. Of more
+///         than 64 KiB the end.
 ///
 /// Resends up to twice while the reply contains "?"; the 50 s are one budget for all attempts.
-/// Appends what is sent and received to `CommTrace`. Pumps events while it waits, so `ConnState`
-/// must already say that a command is under way. The wait also ends when the program is closing or
-/// the device disappears.
+/// Appends what is sent and received to `CommTrace`, which keeps its first 64 KiB. Pumps events
+/// while it waits, so `ConnState` must already say that a command is under way. The wait also ends
+/// when the program is closing or the device disappears.
 std::string SendCommand(const std::string& command);
 
 /// The receive event of comOBD: gathers the replies of live requests, hands each whole one to

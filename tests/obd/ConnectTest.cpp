@@ -177,6 +177,19 @@ TEST_F(ConnectSequence, AConnectThatIsAskedForOutlastsTheLossOfTheDevice) {
     EXPECT_EQ(basGlobal.ConnState, 4);
 }
 
+TEST_F(ConnectSequence, OfATalkWithoutEndTheTraceKeepsTheBeginningAndTheReplyItsEnd) {
+    constexpr std::size_t kLimit = 64 * 1024;
+    OpenIn(kConnecting);
+    std::string talk = "first";
+    for (int piece = 0; piece < 40; ++piece) talk += "|" + std::string(4000, 'x');
+    interface_->On("ATZ", {talk + "|last>"});
+    const std::string reply = SendCommand("ATZ");
+    EXPECT_EQ(reply.size(), kLimit);
+    EXPECT_THAT(reply, ::testing::EndsWith("xlast>"));
+    EXPECT_EQ(basGlobal.CommTrace.size(), kLimit);
+    EXPECT_THAT(basGlobal.CommTrace, ::testing::StartsWith("ATZ\r\nfirstx"));
+}
+
 TEST_F(ConnectSequence, WithoutAPortItClosesTheOldOneAndRests) {
     for (const char* settings :
          {"[OBD]\nComPort=0\n", "[OBD]\n", "[OBD]\nComPort=none\n", "[OBD]\nComPort=99999999999\n",
