@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -188,6 +189,47 @@ TEST_F(ConnectSequence, OfATalkWithoutEndTheTraceKeepsTheBeginningAndTheReplyIts
     EXPECT_THAT(reply, ::testing::EndsWith("xlast>"));
     EXPECT_EQ(basGlobal.CommTrace.size(), kLimit);
     EXPECT_THAT(basGlobal.CommTrace, ::testing::StartsWith("ATZ\r\nfirstx"));
+}
+
+TEST_F(ConnectSequence, WithReconnectAQuietLinkIsGivenUpAndTriedAgain) {
+    const auto quiet = [](double seconds) {
+        return ScriptedInterface::Answer([seconds] { AdvanceHighResTimer(seconds); });
+    };
+    const auto after = [this](double seconds, const char* reply) {
+        return ScriptedInterface::Answer([this, seconds, reply] {
+            AdvanceHighResTimer(seconds);
+            interface_->Say(reply);
+        });
+    };
+    const char* const kStatus = "41 01 83 07 65 04\r\r>";
+    const struct {
+        int Reconnect;
+        const char* Command;
+        Answers Replies;
+        int Sent;
+        int State;
+        int NextState;  ///< after one more step
+    } rows[] = {
+        {2, "ATZ", {quiet(5.5)}, 1, 1, 4},          {60, "ATZ", {quiet(5.5)}, 1, 1, 1},
+        {2, "ATZ", {after(4.5, "OK\r>")}, 1, 3, 3}, {2, "ATE0", {quiet(2.5), "OK\r>"}, 2, 3, 3},
+        {2, "ATI", {quiet(2.1)}, 3, 1, 4},          {2, "0101", {after(9, kStatus)}, 1, 3, 3},
+        {2, "0101", {quiet(10.5)}, 1, 1, 4},        {0, "ATZ", {after(49, "OK\r>")}, 1, 3, 3},
+        {0, "0101", {after(49, kStatus)}, 1, 3, 3},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::to_string(&row - rows));
+        basGlobal.ReconnectSeconds = row.Reconnect;
+        interface_->OnAllCommands();
+        interface_->On(row.Command, row.Replies);
+        interface_->Commands.clear();
+        Connect();
+        EXPECT_EQ(basGlobal.ConnState, row.State);
+        EXPECT_EQ(basGlobal.comOBD.IsOpen(), row.State == 3);
+        const auto& sent = interface_->Commands;
+        EXPECT_EQ(std::count(sent.begin(), sent.end(), row.Command), row.Sent);
+        HardwareStep();
+        EXPECT_EQ(basGlobal.ConnState, row.NextState);
+    }
 }
 
 TEST_F(ConnectSequence, WithoutAPortItClosesTheOldOneAndRests) {
