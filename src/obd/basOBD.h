@@ -73,6 +73,8 @@ bool FreezeFrameMode();
 void RequestNextPid();
 
 /// Takes one whole reply apart and stores its data bytes as one number under the PID that it names.
+/// With the Reconnect setting it asks for a new connect when values were coming and replies have
+/// brought none for 5 s; NO DATA counts as a value there.
 /// @param reply  everything received up to and including ">"
 void HandlePidReply(const std::string& reply);
 

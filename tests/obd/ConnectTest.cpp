@@ -20,7 +20,7 @@ class ConnectSequence : public LinkTest {
         g.InterfaceId = g.ProtocolText = "before";
         g.DtcCount = 77;
         g.MilOn = true;
-        g.AwaitingReply = true;
+        g.AwaitingReply = g.ValuesCame = true;
         g.LiveRaw.fill(5);
         g.FreezeRaw.fill(6);
     }
@@ -50,7 +50,7 @@ TEST_F(ConnectSequence, AsksInOrderAndKeepsWhatItLearns) {
     EXPECT_EQ(g.ProtocolText, "AUTO, ISO 15765-4 (CAN 11/500)");
     EXPECT_EQ(g.DtcCount, 3);
     EXPECT_TRUE(g.MilOn);
-    EXPECT_FALSE(g.AwaitingReply);
+    EXPECT_FALSE(g.AwaitingReply || g.ValuesCame);
     EXPECT_TRUE(g.tiHardware.Enabled());
     EXPECT_TRUE(g.tiTimeout.Enabled());
     for (std::size_t pid = 0; pid < 80; ++pid) EXPECT_EQ(g.LiveRaw[pid] | g.FreezeRaw[pid], 0);
@@ -178,19 +178,6 @@ TEST_F(ConnectSequence, AConnectThatIsAskedForOutlastsTheLossOfTheDevice) {
     EXPECT_EQ(basGlobal.ConnState, 4);
 }
 
-TEST_F(ConnectSequence, OfATalkWithoutEndTheTraceKeepsTheBeginningAndTheReplyItsEnd) {
-    constexpr std::size_t kLimit = 64 * 1024;
-    OpenIn(kConnecting);
-    std::string talk = "first";
-    for (int piece = 0; piece < 40; ++piece) talk += "|" + std::string(4000, 'x');
-    interface_->On("ATZ", {talk + "|last>"});
-    const std::string reply = SendCommand("ATZ");
-    EXPECT_EQ(reply.size(), kLimit);
-    EXPECT_THAT(reply, ::testing::EndsWith("xlast>"));
-    EXPECT_EQ(basGlobal.CommTrace.size(), kLimit);
-    EXPECT_THAT(basGlobal.CommTrace, ::testing::StartsWith("ATZ\r\nfirstx"));
-}
-
 TEST_F(ConnectSequence, WithReconnectAQuietLinkIsGivenUpAndTriedAgain) {
     const auto quiet = [](double seconds) {
         return ScriptedInterface::Answer([seconds] { AdvanceHighResTimer(seconds); });
@@ -230,6 +217,19 @@ TEST_F(ConnectSequence, WithReconnectAQuietLinkIsGivenUpAndTriedAgain) {
         HardwareStep();
         EXPECT_EQ(basGlobal.ConnState, row.NextState);
     }
+}
+
+TEST_F(ConnectSequence, OfATalkWithoutEndTheTraceKeepsTheBeginningAndTheReplyItsEnd) {
+    constexpr std::size_t kLimit = 64 * 1024;
+    OpenIn(kConnecting);
+    std::string talk = "first";
+    for (int piece = 0; piece < 40; ++piece) talk += "|" + std::string(4000, 'x');
+    interface_->On("ATZ", {talk + "|last>"});
+    const std::string reply = SendCommand("ATZ");
+    EXPECT_EQ(reply.size(), kLimit);
+    EXPECT_THAT(reply, ::testing::EndsWith("xlast>"));
+    EXPECT_EQ(basGlobal.CommTrace.size(), kLimit);
+    EXPECT_THAT(basGlobal.CommTrace, ::testing::StartsWith("ATZ\r\nfirstx"));
 }
 
 TEST_F(ConnectSequence, WithoutAPortItClosesTheOldOneAndRests) {

@@ -230,6 +230,72 @@ TEST_F(LiveData, RepliesAreStoredUnderThePidThatTheyName) {
     EXPECT_EQ(basGlobal.ConnState, 3);
 }
 
+TEST_F(LiveData, WithReconnectAnInterfaceThatRestartedIsConnectedAgain) {
+    const char* const kValue = "41 0C 1A F8\r\r>";
+    const char* const kEcho = "010C\r41 0C 1A F8\r\r>";
+    const char* const kNoData = "NO DATA\r\r>";
+    const char* const kUnknown = "?\r\r>";
+    const char* const kName = "DVI 1.0\r\r>";
+    const struct {
+        int Reconnect;
+        std::vector<const char*> Replies;  ///< three seconds apart
+        int State;
+    } rows[] = {
+        {2, {kValue, kEcho, kEcho}, 9},
+        {2, {kValue, kEcho, kUnknown, kName}, 4},
+        {2, {kValue, kUnknown, kUnknown, kValue, kUnknown, kUnknown}, 9},
+        {2, {kValue, kNoData, kNoData, kNoData}, 9},
+        {2, {kValue, kUnknown, kNoData, kUnknown, kUnknown}, 9},
+        {2, {kValue, "010C\rNO DATA\r\r>", kEcho, kEcho}, 4},
+        {2, {kUnknown, kUnknown, kUnknown}, 9},
+        {0, {kValue, kEcho, kEcho, kEcho}, 9},
+    };
+    for (const auto& row : rows) {
+        basGlobal.ReconnectSeconds = row.Reconnect;
+        basGlobal.ValuesCame = false;
+        basGlobal.ValuelessSince = 0;
+        for (const char* reply : row.Replies) {
+            basGlobal.ConnState = kConnected;
+            AdvanceHighResTimer(3);
+            HandlePidReply(reply);
+        }
+        EXPECT_EQ(basGlobal.ConnState, row.State) << "row " << &row - rows;
+    }
+}
+
+TEST_F(LiveData, WithReconnectAnInterfaceThatRestartedIsConnectedAgain) {
+    const char* const kValue = "41 0C 1A F8\r\r>";
+    const char* const kEcho = "010C\r41 0C 1A F8\r\r>";
+    const char* const kNoData = "NO DATA\r\r>";
+    const char* const kUnknown = "?\r\r>";
+    const char* const kName = "DVI 1.0\r\r>";
+    const struct {
+        int Reconnect;
+        std::vector<const char*> Replies;  ///< three seconds apart
+        int State;
+    } rows[] = {
+        {2, {kValue, kEcho, kEcho}, 9},
+        {2, {kValue, kEcho, kUnknown, kName}, 4},
+        {2, {kValue, kUnknown, kUnknown, kValue, kUnknown, kUnknown}, 9},
+        {2, {kValue, kNoData, kNoData, kNoData}, 9},
+        {2, {kValue, kUnknown, kNoData, kUnknown, kUnknown}, 9},
+        {2, {kValue, "010C\rNO DATA\r\r>", kEcho, kEcho}, 4},
+        {2, {kUnknown, kUnknown, kUnknown}, 9},
+        {0, {kValue, kEcho, kEcho, kEcho}, 9},
+    };
+    for (const auto& row : rows) {
+        basGlobal.ReconnectSeconds = row.Reconnect;
+        basGlobal.ValuesCame = false;
+        basGlobal.ValuelessSince = 0;
+        for (const char* reply : row.Replies) {
+            basGlobal.ConnState = kConnected;
+            AdvanceHighResTimer(3);
+            HandlePidReply(reply);
+        }
+        EXPECT_EQ(basGlobal.ConnState, row.State) << "row " << &row - rows;
+    }
+}
+
 TEST_F(LiveData, ASecondOfSilenceOnlyChangesWhatIsShown) {
     basGlobal.tiTimeout.SetInterval(1);
     basGlobal.AwaitingReply = true;
