@@ -56,7 +56,7 @@ void ConnectInterface();
 /// folder. The trace is brought to "\r\n" line ends in place.
 void WriteConnectLog();
 
-/// The device that a port number (1 to 32) stands for: key COMn of the Ports section, else the
+/// The device that a port number (1 to 255) stands for: key COMn of the Ports section, else the
 /// system's usual one. Empty when there is none.
 std::string PortDevice(int number);
 
