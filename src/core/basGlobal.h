@@ -145,8 +145,10 @@ struct GlobalState {
     std::string RxBuffer;       ///< received by the event path since the last whole reply
     int ReconnectSeconds = 0;   ///< OBD/Reconnect; 0 = a lost link stays lost
     bool ConnectTried = false;  ///< a connect has run since start-up
-    double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
-    double RequestedAt = 0;  ///< HighResTimer of the last live request
+    double FailedSince = 0;   ///< HighResTimer when the link was first found failed, 0 = it is not
+    double RequestedAt = 0;   ///< HighResTimer of the last live request
+    bool ValuesCame = false;  ///< a live reply since the last connect brought a value
+    double ValuelessSince = 0;  ///< HighResTimer when replies began to bring no value, 0 = they do
     SerialPort comOBD{9600};
     SerialPort comCAN{57600};  ///< never opened
 

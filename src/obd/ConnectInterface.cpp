@@ -56,10 +56,12 @@ std::string AskIdentity() {
     return reply.substr(0, reply.find('\r'));
 }
 
-/// Gives the vehicle bus its time before the first request.
+/// Gives the vehicle bus its time before the first request. Ends with the device.
 void WaitForBus(int seconds) {
+    const GlobalState& g = basGlobal;
     const double end = HighResTimer() + seconds;
-    for (double left = seconds; left > 0 && !basGlobal.Closing; left = end - HighResTimer())
+    for (double left = seconds; left > 0 && g.comOBD.IsOpen() && !g.Closing;
+         left = end - HighResTimer())
         WaitForEvents(left);
 }
 
@@ -98,6 +100,8 @@ void ConnectInterface() {
     g.CommTrace.clear();
     g.LiveRaw.fill(0);
     g.FreezeRaw.fill(0);
+    g.ValuesCame = false;
+    g.ValuelessSince = 0;
 
     if (!OpenPort()) {
         g.ConnState = kPortNotFound;

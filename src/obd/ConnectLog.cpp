@@ -1,6 +1,3 @@
-#include <filesystem>
-#include <fstream>
-
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
 #include "platform/Paths.h"
@@ -13,11 +10,8 @@ void WriteConnectLog() {
     trace = ReplaceAll(trace, "\r", "\r\n");
     trace = ReplaceAll(trace, "\r\n\n", "\r\n");  // a return that had its line feed already
 
-    const std::string path = JoinPath(basGlobal.ProgramFolder, "log.txt");
-    std::error_code ignored;
-    std::filesystem::remove(path, ignored);
-    std::ofstream file(path, std::ios::binary);
-    file << CurrentStatusText() + "\r\n" + trace;
+    WriteFileAnew(JoinPath(basGlobal.ProgramFolder, "log.txt"),
+                  CurrentStatusText() + "\r\n" + trace);
 }
 
 }  // namespace dravik

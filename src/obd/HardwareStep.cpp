@@ -55,14 +55,14 @@ void SettleLiveRequest() {
     if (!g.AwaitingReply) return;
     constexpr double kLongestReply = 1;  // second, as tiTimeout
     const double deadline = HighResTimer() + kLongestReply;
-    std::string reply;
-    while (reply.find('>') == std::string::npos && g.comOBD.IsOpen() && !g.Closing) {
+    bool complete = false;
+    while (!complete && g.comOBD.IsOpen() && !g.Closing) {
         const double left = deadline - HighResTimer();
         if (left <= 0) break;
         if (g.comOBD.InputCount() == 0) WaitForEvents(left);
-        reply += g.comOBD.ReadAll();
+        complete = g.comOBD.ReadAll().find('>') != std::string::npos;
     }
-    if (reply.find('>') == std::string::npos) return;  // a reply without its end stays outstanding
+    if (!complete) return;  // a reply without its end stays outstanding
     g.RxBuffer.clear();
     g.AwaitingReply = false;
 }
@@ -90,10 +90,11 @@ constexpr StateAction kStateActions[] = {
     {kPortNotFound, RestWithoutPort},
 };
 
-/// A device that vanished has closed its port; the state follows unless a connect sequence is
+/// A device that vanished has closed its port; the state follows unless a connect is asked for or
 /// running, which finds out by itself.
 void HandleLostDevice() {
-    if (basGlobal.ConnState != kPortNotFound) basGlobal.ConnState = kNotConnected;
+    const std::uint8_t state = basGlobal.ConnState;
+    if (state != kPortNotFound && state != kConnecting) basGlobal.ConnState = kNotConnected;
 }
 
 }  // namespace

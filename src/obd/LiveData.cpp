@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <charconv>
+#include <string_view>
 
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
@@ -50,6 +52,38 @@ void AdvanceCursor() {
     cursor = cursor < kLastPid ? static_cast<std::int16_t>(cursor + 1) : std::int16_t{0};
 }
 
+/// Stores the value of a reply's first line, given without its blanks; false when it has none.
+bool StoreValue(const std::string& line) {
+    // Text answers such as NO DATA are not hexadecimal and end here. The mode itself is not
+    // compared with that of the request: whatever lies above 40 is stored under its second byte.
+    GlobalState& g = basGlobal;
+    if (ReplyByte(line, 1) <= kReplyOffset) return false;
+    const std::size_t pid = ReplyByte(line, 2);
+    const std::optional<std::int32_t> value =
+        HexNumber(std::string_view(line).substr(std::min<std::size_t>(4, line.size())));
+    if (!value || pid >= g.LiveRaw.size()) return false;
+    (FreezeFrameMode() ? g.FreezeRaw : g.LiveRaw)[pid] = *value;
+    return true;
+}
+
+/// True for an answer of a working link that there is nothing to tell. Behind an echo it is none:
+/// an interface that echoes has forgotten how it was set up.
+bool TellsNoData(const std::string& line, const std::string& reply) {
+    const bool echoes = HexNumber(std::string_view(line).substr(0, 2)).has_value();
+    return !echoes && reply.find("NO DATA") != std::string::npos;
+}
+
+/// True once replies have brought no value for too long although values were coming: what answers
+/// then is an interface that has restarted by itself. Without the Reconnect setting never.
+bool ValuesOverdue() {
+    GlobalState& g = basGlobal;
+    constexpr double kLongest = 5;  // seconds
+    if (g.ReconnectSeconds <= 0 || !g.ValuesCame) return false;
+    const double now = HighResTimer();
+    if (g.ValuelessSince == 0) g.ValuelessSince = now;
+    return now - g.ValuelessSince >= kLongest;
+}
+
 }  // namespace
 
 bool FreezeFrameMode() {
@@ -77,15 +111,14 @@ void HandlePidReply(const std::string& reply) {
 
     std::string line = reply.substr(0, reply.find('\r'));
     std::erase(line, ' ');
-
-    // Text answers such as NO DATA are not hexadecimal and end here. The mode itself is not
-    // compared with that of the request: whatever lies above 40 is stored under its second byte.
-    if (ReplyByte(line, 1) <= kReplyOffset) return;
-    const std::size_t pid = ReplyByte(line, 2);
-    const std::optional<std::int32_t> value =
-        HexNumber(std::string_view(line).substr(std::min<std::size_t>(4, line.size())));
-    if (!value || pid >= g.LiveRaw.size()) return;
-    (FreezeFrameMode() ? g.FreezeRaw : g.LiveRaw)[pid] = *value;
+    if (StoreValue(line)) {
+        g.ValuesCame = true;
+        g.ValuelessSince = 0;
+    } else if (TellsNoData(line, reply)) {
+        g.ValuelessSince = 0;
+    } else if (ValuesOverdue()) {
+        g.ConnState = kConnecting;
+    }
 }
 
 void ClearPidWanted() {

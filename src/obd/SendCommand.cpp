@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "core/basGlobal.h"
@@ -11,29 +13,70 @@ namespace {
 constexpr int kAttempts = 3;
 constexpr double kReplySeconds = 50;  // for all attempts of one command together
 
-// A prompt that never comes must not let a babbling line eat the memory.
-constexpr std::size_t kReceiveLimit = 64 * 1024;
+// With the Reconnect setting a link that is quiet for so long is given up. A request goes to the
+// vehicle's bus, and the search for that may be quiet; a reset takes its time. What else the
+// interface is asked it answers at once, so that a sending without an answer was lost.
+constexpr double kQuietInterface = 5;
+constexpr double kQuietBus = 10;
+constexpr double kQuietBeforeResend = 2;
 
-bool HasPrompt(const std::string& text) {
-    return text.find('>') != std::string::npos;
+// A line that talks without a prompt must not eat the memory or the disk.
+constexpr std::size_t kTextLimit = 64 * 1024;
+
+bool HasPrompt(std::string_view text) {
+    return text.find('>') != std::string_view::npos;
 }
 
-/// Collects the reply until its prompt or the deadline. The time is tested before the read: once it
-/// is over, nothing more is read.
-std::string AwaitReply(double deadline) {
+/// Seconds without a character after which the wait of this attempt ends. Without the setting that
+/// is never before the time for the reply is over.
+double QuietLimit(const std::string& command, int attempt) {
+    if (basGlobal.ReconnectSeconds <= 0) return kReplySeconds;
+    if (!command.starts_with("AT")) return kQuietBus;
+    if (command == "ATZ") return kQuietInterface;
+    return std::min(kQuietBeforeResend * attempt, kQuietInterface);
+}
+
+/// The trace tells how a connect began; what goes beyond the limit is left out.
+void Trace(std::string_view text) {
+    std::string& trace = basGlobal.CommTrace;
+    trace.append(text.substr(0, kTextLimit - std::min(kTextLimit, trace.size())));
+}
+
+struct Answer {
+    std::string Text;
+    bool Quiet = false;  ///< no prompt, and nothing came for as long as the limit allows
+};
+
+/// Collects the reply until its prompt, the deadline or the end of patience. The time is tested
+/// before the read: once it is over, nothing more is read. Of a longer text the end is kept, where
+/// the prompt is.
+///
+/// @param heard  when the last character came; brought up to date
+Answer AwaitReply(double deadline, double quietLimit, double& heard) {
     SerialPort& port = basGlobal.comOBD;
-    std::string reply;
-    while (!HasPrompt(reply) && port.IsOpen() && !basGlobal.Closing) {
-        const double left = deadline - HighResTimer();
-        if (left <= 0) break;
-        WaitForEvents(left);
-        if (port.InputCount() > 0) {
-            const std::string received = port.ReadAll();
-            reply += received;
-            basGlobal.CommTrace += received;
-        }
+    Answer answer;
+    for (bool complete = false; !complete && port.IsOpen() && !basGlobal.Closing;) {
+        const double now = HighResTimer();
+        if (now >= deadline) break;
+        answer.Quiet = now - heard >= quietLimit;
+        if (answer.Quiet) break;
+        WaitForEvents(std::min(deadline, heard + quietLimit) - now);
+        if (port.InputCount() == 0) continue;
+        const std::string received = port.ReadAll();
+        heard = HighResTimer();
+        complete = HasPrompt(received);
+        Trace(received);
+        answer.Text += received;
+        if (answer.Text.size() > kTextLimit) answer.Text.erase(0, answer.Text.size() - kTextLimit);
     }
-    return reply;
+    return answer;
+}
+
+/// Closes a link that has been silent for too long, as if its device had vanished. The silence
+/// counts as waiting for the next connect.
+void GiveUp(double heard) {
+    basGlobal.comOBD.Close();
+    basGlobal.FailedSince = heard;
 }
 
 }  // namespace
@@ -42,16 +85,22 @@ std::string SendCommand(const std::string& command) {
     SerialPort& port = basGlobal.comOBD;
     if (!port.IsOpen()) return {};
 
-    const double deadline = HighResTimer() + kReplySeconds;
-    std::string reply;
+    double heard = HighResTimer();
+    const double deadline = heard + kReplySeconds;
+    Answer answer;
     for (int attempt = 1; attempt <= kAttempts; ++attempt) {
         port.DiscardInput();
         port.Write(command + "\r");
-        basGlobal.CommTrace += command + "\r\n";
-        reply = AwaitReply(deadline);
-        if (reply.find('?') == std::string::npos) break;  // "?": not understood, try again
+        Trace(command + "\r\n");
+        answer = AwaitReply(deadline, QuietLimit(command, attempt), heard);
+        if (answer.Quiet && HighResTimer() - heard >= QuietLimit(command, kAttempts)) {
+            GiveUp(heard);
+            break;
+        }
+        // "?": not understood, try again
+        if (!answer.Quiet && answer.Text.find('?') == std::string::npos) break;
     }
-    return reply;
+    return answer.Text;
 }
 
 namespace {
@@ -74,13 +123,14 @@ void HandleReceiveEvent(int code) {
     if (code == SerialPort::kBufferOverflow) {
         g.ConnState = kConnecting;
     } else if (code == SerialPort::kDataReceived) {
-        g.RxBuffer += g.comOBD.ReadAll();
-        if (HasPrompt(g.RxBuffer)) {
+        const std::string received = g.comOBD.ReadAll();
+        g.RxBuffer += received;
+        if (HasPrompt(received)) {
             HandlePidReply(g.RxBuffer);
             g.RxBuffer.clear();
             g.AwaitingReply = false;
             TakeOwedStep();
-        } else if (g.RxBuffer.size() > kReceiveLimit) {
+        } else if (g.RxBuffer.size() > kTextLimit) {
             g.RxBuffer.clear();
         }
     }

@@ -22,12 +22,17 @@ void InitLink();
 ///
 /// @param command  text without its carriage return, e.g. "0101"
 /// @return everything received up to and including ">", echoes and line ends included; empty when
-///         the port is closed. Without a prompt after 50 s in all: what arrived so far.
+///         the port is closed. Without a prompt after 50 s in all: what arrived so far. Of more
+///         than 64 KiB the end.
 ///
 /// Resends up to twice while the reply contains "?"; the 50 s are one budget for all attempts.
-/// Appends what is sent and received to `CommTrace`. Pumps events while it waits, so `ConnState`
-/// must already say that a command is under way. The wait also ends when the program is closing or
-/// the device disappears.
+/// Appends what is sent and received to `CommTrace`, which keeps its first 64 KiB. Pumps events
+/// while it waits, so `ConnState` must already say that a command is under way. The wait also ends
+/// when the program is closing or the device disappears.
+///
+/// With the Reconnect setting a link on which nothing arrives for 5 s (10 s for a request to the
+/// vehicle, whose bus may have to be searched) is given up: the port is closed. Before that the
+/// commands that an interface answers at once, all "AT" ones but the reset, are resent after 2 s.
 std::string SendCommand(const std::string& command);
 
 /// The receive event of comOBD: gathers the replies of live requests, hands each whole one to
@@ -51,7 +56,7 @@ void ConnectInterface();
 /// folder. The trace is brought to "\r\n" line ends in place.
 void WriteConnectLog();
 
-/// The device that a port number (1 to 32) stands for: key COMn of the Ports section, else the
+/// The device that a port number (1 to 255) stands for: key COMn of the Ports section, else the
 /// system's usual one. Empty when there is none.
 std::string PortDevice(int number);
 
@@ -68,6 +73,8 @@ bool FreezeFrameMode();
 void RequestNextPid();
 
 /// Takes one whole reply apart and stores its data bytes as one number under the PID that it names.
+/// With the Reconnect setting it asks for a new connect when values were coming and replies have
+/// brought none for 5 s; NO DATA counts as a value there.
 /// @param reply  everything received up to and including ">"
 void HandlePidReply(const std::string& reply);
 

@@ -41,6 +41,10 @@ std::optional<std::string> ReadWholeFile(std::string_view path);
 /// write-protected file is not replaced. Of several writers at once the last one wins.
 bool ReplaceFile(std::string_view path, std::string_view content);
 
+/// Deletes the file and writes it anew, for what is not worth the flush of ReplaceFile. False when
+/// it could not be written; there may then be no file or a part of it.
+bool WriteFileAnew(std::string_view path, std::string_view content);
+
 /// Sees that files written before are on the disk, as far as the system does that for all of them.
 void FlushFiles();
 

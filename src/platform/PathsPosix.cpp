@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <fstream>
 
 #include "platform/FileInfoPosix.h"
 #include "platform/PathNames.h"
@@ -118,6 +119,15 @@ std::optional<std::string> ReadWholeFile(std::string_view path) {
     if (count < 0) return std::nullopt;
     content.resize(length);
     return content;
+}
+
+bool WriteFileAnew(std::string_view path, std::string_view content) {
+    const std::string name = ResolvePath(path);
+    ::unlink(name.c_str());
+    std::ofstream file(name, std::ios::binary);
+    file << content;
+    file.close();
+    return !file.fail();
 }
 
 std::vector<std::string> FileNamesIn(const std::string& resolvedFolder) {

@@ -59,6 +59,19 @@ std::optional<std::string> ReadWholeFile(std::string_view path) {
     return content;
 }
 
+bool WriteFileAnew(std::string_view path, std::string_view content) {
+    const std::wstring name = ToWide(ResolvePath(path));
+    ::DeleteFileW(name.c_str());
+    const HANDLE file = ::CreateFileW(name.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                      CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    DWORD count = 0;
+    const BOOL written =
+        ::WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &count, nullptr);
+    ::CloseHandle(file);
+    return written && count == content.size();
+}
+
 std::vector<std::string> FileNamesIn(const std::string& resolvedFolder) {
     std::vector<std::string> names;
     WIN32_FIND_DATAW entry;

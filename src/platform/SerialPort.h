@@ -76,8 +76,8 @@ class SerialPort {
 };
 
 /// What a port number stands for when the settings do not say: COM1-8 /dev/ttyUSB0-7, COM9-16
-/// /dev/ttyACM0-7, COM17-24 /dev/rfcomm0-7, COM25-32 /dev/ttyS0-7; "\\.\COMn" on Windows. Empty for
-/// other numbers.
+/// /dev/ttyACM0-7, COM17-24 /dev/rfcomm0-7, COM25-32 /dev/ttyS0-7; "\\.\COMn" for 1 to 255 on
+/// Windows. Empty for other numbers.
 std::string DefaultPortDevice(int number);
 
 }  // namespace dravik

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -22,6 +23,7 @@
 #include "platform/DeleteLater.h"
 #include "platform/SerialChannel.h"
 #include "platform/SerialPort.h"
+#include "platform/SerialSpeed.h"
 
 namespace dravik {
 namespace {
@@ -82,6 +84,16 @@ bool Claim(int descriptor) {
     // The lock also keeps out a privileged process, which the mark does not stop.
     if (flock(descriptor, LOCK_EX | LOCK_NB) != 0) return false;
     return IsPseudoTerminal(descriptor) || ioctl(descriptor, TIOCEXCL) == 0;
+}
+
+/// What SetLine cannot: a speed that has no name in termios.
+bool SetSpeed(int descriptor, int baudrate) {
+#ifdef __linux__
+    return FindSpeed(baudrate) || SetUnnamedSpeed(descriptor, baudrate);
+#else
+    static_cast<void>(descriptor);
+    return FindSpeed(baudrate).has_value();
+#endif
 }
 
 bool SetLine(int descriptor, speed_t speed) {
@@ -230,14 +242,17 @@ void TerminalChannel::Report() {
 }  // namespace
 
 NativeHandle OpenNative(const std::string& device, int baudrate) {
-    const std::optional<speed_t> speed = FindSpeed(baudrate);
     struct stat info {};
     // Looked at first, because merely opening a file of another kind can have effects.
-    if (!speed || stat(device.c_str(), &info) != 0 || !S_ISCHR(info.st_mode)) return kNoHandle;
+    if (baudrate <= 0 || stat(device.c_str(), &info) != 0 || !S_ISCHR(info.st_mode))
+        return kNoHandle;
     const int descriptor = open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor < 0) return kNoHandle;
     if (isatty(descriptor) == 1 && Claim(descriptor)) {
-        if (SetLine(descriptor, *speed)) return descriptor;
+        if (SetLine(descriptor, FindSpeed(baudrate).value_or(B9600))) {
+            if (SetSpeed(descriptor, baudrate)) return descriptor;
+            std::fprintf(stderr, "dravik: %s does not take %d baud\n", device.c_str(), baudrate);
+        }
         CloseNative(descriptor);
         return kNoHandle;
     }

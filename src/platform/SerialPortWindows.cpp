@@ -13,7 +13,7 @@
 namespace dravik {
 namespace {
 
-constexpr int kHighestPort = 32;
+constexpr int kHighestPort = 255;
 
 // A sender without pause must not keep Read from returning.
 constexpr std::size_t kReadLimit = 64 * 1024;
@@ -239,7 +239,7 @@ NativeHandle OpenNative(const std::string& device, int baudrate) {
     if (device.empty() || baudrate <= 0) return kNoHandle;
     const std::string name = device.starts_with("\\\\") ? device : "\\\\.\\" + device;
     // No sharing: the port is exclusive.
-    const HANDLE port = CreateFileA(name.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+    const HANDLE port = CreateFileW(ToWide(name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
                                     OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
     if (port == INVALID_HANDLE_VALUE) return kNoHandle;
     if (SetLine(port, baudrate)) return reinterpret_cast<NativeHandle>(port);

@@ -1,6 +1,7 @@
 #include "vehicle/Scenario.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -272,7 +273,9 @@ std::string LoadScenario(const std::string& fileOrName, Scenario& scenario) {
     if (const auto builtIn = BuiltInScenario(wanted); !builtIn.empty()) {
         problem = ParseScenario(builtIn, wanted, fresh);
     } else {
-        std::ifstream file(wanted, std::ios::binary);
+        // As UTF-8: a name given as bytes would go through the code page on Windows.
+        const std::filesystem::path path(std::u8string(wanted.begin(), wanted.end()));
+        std::ifstream file(path, std::ios::binary);
         const std::string text{std::istreambuf_iterator<char>(file), {}};
         if (!file.is_open() || file.bad()) {
             problem = wanted + ": cannot be read, and there is no built-in scenario of that name (";

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -19,7 +20,7 @@ class ConnectSequence : public LinkTest {
         g.InterfaceId = g.ProtocolText = "before";
         g.DtcCount = 77;
         g.MilOn = true;
-        g.AwaitingReply = true;
+        g.AwaitingReply = g.ValuesCame = true;
         g.LiveRaw.fill(5);
         g.FreezeRaw.fill(6);
     }
@@ -49,7 +50,7 @@ TEST_F(ConnectSequence, AsksInOrderAndKeepsWhatItLearns) {
     EXPECT_EQ(g.ProtocolText, "AUTO, ISO 15765-4 (CAN 11/500)");
     EXPECT_EQ(g.DtcCount, 3);
     EXPECT_TRUE(g.MilOn);
-    EXPECT_FALSE(g.AwaitingReply);
+    EXPECT_FALSE(g.AwaitingReply || g.ValuesCame);
     EXPECT_TRUE(g.tiHardware.Enabled());
     EXPECT_TRUE(g.tiTimeout.Enabled());
     for (std::size_t pid = 0; pid < 80; ++pid) EXPECT_EQ(g.LiveRaw[pid] | g.FreezeRaw[pid], 0);
@@ -154,6 +155,81 @@ TEST_F(ConnectSequence, WaitsForTheBusBeforeTheFirstRequest) {
     Connect();
     EXPECT_EQ(sentEarly, 8U) << "up to ATI";
     EXPECT_EQ(basGlobal.ConnState, 3);
+}
+
+TEST_F(ConnectSequence, TheWaitForTheBusEndsWithTheDevice) {
+    WriteSettings("BusInitDelay=30");
+    int ticksAfterLoss = 0;
+    FormTimer watch(2, true);
+    watch.OnTick([&] {
+        if (basGlobal.ConnState == 8) interface_->Vanish();
+        if (basGlobal.ConnState == 1 && ++ticksAfterLoss == 5) AdvanceHighResTimer(31);
+    });
+    Connect();
+    EXPECT_LT(ticksAfterLoss, 5) << "it waited on";
+    EXPECT_EQ(basGlobal.ConnState, 1);
+}
+
+TEST_F(ConnectSequence, AConnectThatIsAskedForOutlastsTheLossOfTheDevice) {
+    OpenIn(kConnecting);
+    interface_->Vanish();
+    ASSERT_TRUE(Until([] { return !basGlobal.comOBD.IsOpen(); }));
+    Settle();
+    EXPECT_EQ(basGlobal.ConnState, 4);
+}
+
+TEST_F(ConnectSequence, WithReconnectAQuietLinkIsGivenUpAndTriedAgain) {
+    const auto quiet = [](double seconds) {
+        return ScriptedInterface::Answer([seconds] { AdvanceHighResTimer(seconds); });
+    };
+    const auto after = [this](double seconds, const char* reply) {
+        return ScriptedInterface::Answer([this, seconds, reply] {
+            AdvanceHighResTimer(seconds);
+            interface_->Say(reply);
+        });
+    };
+    const char* const kStatus = "41 01 83 07 65 04\r\r>";
+    const struct {
+        int Reconnect;
+        const char* Command;
+        Answers Replies;
+        int Sent;
+        int State;
+        int NextState;  ///< after one more step
+    } rows[] = {
+        {2, "ATZ", {quiet(5.5)}, 1, 1, 4},          {60, "ATZ", {quiet(5.5)}, 1, 1, 1},
+        {2, "ATZ", {after(4.5, "OK\r>")}, 1, 3, 3}, {2, "ATE0", {quiet(2.5), "OK\r>"}, 2, 3, 3},
+        {2, "ATI", {quiet(2.1)}, 3, 1, 4},          {2, "0101", {after(9, kStatus)}, 1, 3, 3},
+        {2, "0101", {quiet(10.5)}, 1, 1, 4},        {0, "ATZ", {after(49, "OK\r>")}, 1, 3, 3},
+        {0, "0101", {after(49, kStatus)}, 1, 3, 3},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::to_string(&row - rows));
+        basGlobal.ReconnectSeconds = row.Reconnect;
+        interface_->OnAllCommands();
+        interface_->On(row.Command, row.Replies);
+        interface_->Commands.clear();
+        Connect();
+        EXPECT_EQ(basGlobal.ConnState, row.State);
+        EXPECT_EQ(basGlobal.comOBD.IsOpen(), row.State == 3);
+        const auto& sent = interface_->Commands;
+        EXPECT_EQ(std::count(sent.begin(), sent.end(), row.Command), row.Sent);
+        HardwareStep();
+        EXPECT_EQ(basGlobal.ConnState, row.NextState);
+    }
+}
+
+TEST_F(ConnectSequence, OfATalkWithoutEndTheTraceKeepsTheBeginningAndTheReplyItsEnd) {
+    constexpr std::size_t kLimit = 64 * 1024;
+    OpenIn(kConnecting);
+    std::string talk = "first";
+    for (int piece = 0; piece < 40; ++piece) talk += "|" + std::string(4000, 'x');
+    interface_->On("ATZ", {talk + "|last>"});
+    const std::string reply = SendCommand("ATZ");
+    EXPECT_EQ(reply.size(), kLimit);
+    EXPECT_THAT(reply, ::testing::EndsWith("xlast>"));
+    EXPECT_EQ(basGlobal.CommTrace.size(), kLimit);
+    EXPECT_THAT(basGlobal.CommTrace, ::testing::StartsWith("ATZ\r\nfirstx"));
 }
 
 TEST_F(ConnectSequence, WithoutAPortItClosesTheOldOneAndRests) {

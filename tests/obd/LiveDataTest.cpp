@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <algorithm>
 #include <string>
 #include <vector>
@@ -230,6 +232,39 @@ TEST_F(LiveData, RepliesAreStoredUnderThePidThatTheyName) {
     EXPECT_EQ(basGlobal.ConnState, 3);
 }
 
+TEST_F(LiveData, WithReconnectAnInterfaceThatRestartedIsConnectedAgain) {
+    const char* const kValue = "41 0C 1A F8\r\r>";
+    const char* const kEcho = "010C\r41 0C 1A F8\r\r>";
+    const char* const kNoData = "NO DATA\r\r>";
+    const char* const kUnknown = "?\r\r>";
+    const char* const kName = "DVI 1.0\r\r>";
+    const struct {
+        int Reconnect;
+        std::vector<const char*> Replies;  ///< three seconds apart
+        int State;
+    } rows[] = {
+        {2, {kValue, kEcho, kEcho}, 9},
+        {2, {kValue, kEcho, kUnknown, kName}, 4},
+        {2, {kValue, kUnknown, kUnknown, kValue, kUnknown, kUnknown}, 9},
+        {2, {kValue, kNoData, kNoData, kNoData}, 9},
+        {2, {kValue, kUnknown, kNoData, kUnknown, kUnknown}, 9},
+        {2, {kValue, "010C\rNO DATA\r\r>", kEcho, kEcho}, 4},
+        {2, {kUnknown, kUnknown, kUnknown}, 9},
+        {0, {kValue, kEcho, kEcho, kEcho}, 9},
+    };
+    for (const auto& row : rows) {
+        basGlobal.ReconnectSeconds = row.Reconnect;
+        basGlobal.ValuesCame = false;
+        basGlobal.ValuelessSince = 0;
+        for (const char* reply : row.Replies) {
+            basGlobal.ConnState = kConnected;
+            AdvanceHighResTimer(3);
+            HandlePidReply(reply);
+        }
+        EXPECT_EQ(basGlobal.ConnState, row.State) << "row " << &row - rows;
+    }
+}
+
 TEST_F(LiveData, ASecondOfSilenceOnlyChangesWhatIsShown) {
     basGlobal.tiTimeout.SetInterval(1);
     basGlobal.AwaitingReply = true;
@@ -242,6 +277,18 @@ TEST_F(LiveData, ASecondOfSilenceOnlyChangesWhatIsShown) {
     basGlobal.tiTimeout.SetEnabled(true);
     EXPECT_TRUE(Until([] { return !basGlobal.tiTimeout.Enabled(); }));
     EXPECT_EQ(basGlobal.ConnState, 16);
+
+    // Every reply begins the second anew: a timer that is started between two of them ends first.
+    basGlobal.tiTimeout.SetInterval(40);
+    HandlePidReply("41 0C 11\r>");
+    usleep(5000);
+    int state = 0;
+    FormTimer between(40, true);
+    between.OnTick([&] { state = basGlobal.ConnState; });
+    usleep(5000);
+    HandlePidReply("41 0C 11\r>");
+    EXPECT_TRUE(Until([&] { return state != 0; }));
+    EXPECT_EQ(state, 9);
 }
 
 TEST_F(LiveData, ForgettingTheWantedPidsSparesTheLast) {

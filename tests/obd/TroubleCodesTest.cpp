@@ -139,11 +139,13 @@ TEST_F(TroubleCodes, AnOutstandingLiveReplyIsAwaitedSoThatPollingGoesOnAfterward
         interface_->On("0105", {reply});
         OpenIn(kConnected);
         HardwareStep();
-        ASSERT_TRUE(basGlobal.AwaitingReply);
+        ASSERT_TRUE(Until([] { return basGlobal.RxBuffer == "41 05"; }));
+        EXPECT_TRUE(basGlobal.AwaitingReply);
         basGlobal.ConnState = kReadingCodes;
         HardwareStep();
         EXPECT_EQ(basGlobal.ConnState, 3);
         EXPECT_EQ(basGlobal.DtcList[0], "P0133");
+        EXPECT_EQ(basGlobal.RxBuffer, pollsAgain ? "" : "41 05") << "the next reply begins anew";
         HardwareStep();
         std::vector<std::string> commands = {"0105", "0101", "03"};
         if (pollsAgain) commands.push_back("0105");
@@ -151,6 +153,7 @@ TEST_F(TroubleCodes, AnOutstandingLiveReplyIsAwaitedSoThatPollingGoesOnAfterward
         EXPECT_EQ(interface_->Commands, commands);
         EXPECT_TRUE(basGlobal.AwaitingReply);
         basGlobal.AwaitingReply = false;
+        basGlobal.RxBuffer.clear();
     }
 }
 
