@@ -76,6 +76,7 @@ void frMain::ConnectScreen() {
     events.ButtonReleased = [this](int) { selection_->StopRepeat(); };
     events.ButtonClicked = [this](int index) { selection_->ButtonClicked(index); };
     events.ButtonEntered = [this](int index) { selection_->PointerOverButton(index); };
+    events.PressesDropped = [this] { selection_->StopRepeat(); };
     // A page appears with its values, not a refresh later.
     events.PageBuilt = [this] {
         if (basGlobal.tiMain.Enabled()) RefreshScreen(*screen_);
@@ -252,6 +253,7 @@ void frMain::MessageShown(bool shown) {
 }
 
 void frMain::ShowSettings() {
+    screen_->DropPresses();
     if (settings_ == nullptr || settings_->Closed()) settings_ = new frSettings(this);
     if (warning_->IsOpen())
         settings_->GiveWay(true);  // it follows once the message is answered

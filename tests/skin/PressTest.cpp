@@ -1,0 +1,84 @@
+#include <QApplication>
+
+#include "SkinFixture.h"
+#include "lists/basFunctions.h"
+
+namespace dravik {
+namespace {
+
+constexpr const char* kListAndSlider =
+    "Slider0Function=listview\nSlider0Background=track.png\nSlider0Bar=knob.png\nSlider0Y=200\n"
+    "Slider0Direction=1\nList0Function=media\nList0X=700\nList0Width=100\nList0Height=200\n";
+
+/// A page of buttons, a slider, a list and a text box. Another page and a box have other commands
+/// at the same places, and the message's "ok" lies where the page has the button that opens it.
+class PressTest : public SkinTest {
+ protected:
+    void SetUp() override {
+        Picture("over.png", 64, 64, Qt::green);
+        Picture("down.png", 64, 64, Qt::red);
+        Picture("track.png", 100, 20, Qt::black);
+        Picture("knob.png", 10, 20, Qt::white);
+        Picture("box.png", 400, 200, Qt::darkGray);
+        Start("[mainmenu]\n" +
+              ButtonKeys({{"sensoron_a", 0, 0}, {"sensoron_b", 200, 0}, {"showinfo_x", 210, 260}}) +
+              "Button0Over=over.png\nButton0Down=down.png\nTextbox0Function=x\nTextbox0X=500\n" +
+              kListAndSlider + "[other]\n" +
+              ButtonKeys({{"sensoron_c", 200, 0}, {"sensoron_d", 0, 0}}) + kListAndSlider +
+              "[bare]\n[box]\n" + ButtonKeys({{"sensoron_e", 0, 0}, {"sensoron_f", 200, 0}}) +
+              "[info]\nBackground=box.png\nButton0Function=ok\nButton0X=10\nButton0Y=120\n"
+              "Button0Up=b64.png\n");
+        ASSERT_TRUE(errors.empty());
+        Finish();
+        for (int i = 0; i < 40; ++i) AddListEntry(Media(), {"x", "", ""});
+        basGlobal.LastCommand.clear();
+    }
+    static ListSlot& Media() { return *FindList(ListSlotByName("media")); }
+    frWarning& Dialog() const { return window->Warning(); }
+};
+
+TEST_F(PressTest, IsForgottenWhenSomethingElseComesBeneathIt) {
+    const struct {
+        const char* Name;
+        std::function<void()> Come;
+    } rows[] = {{"page", [] { Load("other"); }},
+                {"box", [] { Load("box", true); }},
+                {"message", [] { ShowPopup("look", 1); }},
+                {"page and message",
+                 [] {
+                     Load("bare");
+                     ShowPopup("look", 1);
+                 }},
+                {"settings", [this] { window->ShowSettings(); }}};
+    // Two buttons, the slider, the list and the bare background.
+    for (const QPoint from : {QPoint(10, 10), {210, 10}, {20, 210}, {710, 10}, {600, 300}}) {
+        for (const QPoint to : {from, QPoint(210, 10), QPoint(400, 240)}) {
+            for (const auto& row : rows) {
+                SCOPED_TRACE(testing::Message() << row.Name << ' ' << from.x() << ' ' << to.x());
+                Load("mainmenu");
+                SelectListEntry(Media(), 7);
+                Press(from.x(), from.y());
+                basGlobal.tiKeyrepeat.SetEnabled(true);
+                row.Come();
+                basGlobal.LastCommand.clear();
+                EXPECT_FALSE(basGlobal.tiKeyrepeat.Enabled());
+                const bool message = Dialog().IsOpen();
+                Release(to.x(), to.y());
+                EXPECT_EQ(basGlobal.LastCommand, "");
+                EXPECT_EQ(Media().Selected, 7);
+                EXPECT_EQ(Dialog().IsOpen(), message) << "a release alone answers nothing";
+                EXPECT_NE(Button(0).State(), ButtonState::kDown);
+                if (message) Dialog().Answer(kAnswerNo);
+                for (QWidget* other : QApplication::topLevelWidgets()) {
+                    if (other != window.get()) other->close();
+                }
+            }
+        }
+    }
+    Load("mainmenu");
+    Click(10, 10);
+    EXPECT_EQ(basGlobal.LastCommand, "sensoron_a") << "the next press counts";
+}
+
+}  // namespace
+}  // namespace dravik
