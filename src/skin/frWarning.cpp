@@ -70,6 +70,7 @@ frWarning::frWarning(QWidget* window)
     QObject::connect(&Timer1_, &QTimer::timeout, this, [this] { Answer(kAnswerNo); });
     for (const AnswerButton& entry : buttons_) {
         entry.Button->Click = [this, answer = entry.Answer] { Answer(answer); };
+        entry.Button->installEventFilter(this);
     }
 }
 
@@ -78,7 +79,7 @@ void frWarning::Open(const std::string& message, int kind, double scale) {
     kind_ = std::clamp(kind, 0, 2);
     message_ = message;
     scale_ = scale;
-    pressed_ = false;
+    pressSeen_ = pressed_ = false;
     if (CurrentScreen() != nullptr) CurrentScreen()->DropPresses();
     Arrange();
     Timer1_.start();
@@ -242,8 +243,18 @@ void frWarning::paintEvent(QPaintEvent*) {
                      ShownText(ReplaceAll(message_, "\r\n", "\n")));
 }
 
+bool frWarning::eventFilter(QObject* button, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress) pressSeen_ = true;
+    if (event->type() == QEvent::MouseButtonDblClick && !pressSeen_) return true;
+    return QWidget::eventFilter(button, event);
+}
+
 void frWarning::mousePressEvent(QMouseEvent*) {
-    pressed_ = true;
+    pressSeen_ = pressed_ = true;
+}
+
+void frWarning::mouseDoubleClickEvent(QMouseEvent*) {
+    pressed_ = pressSeen_;
 }
 
 void frWarning::mouseReleaseEvent(QMouseEvent* event) {

@@ -80,5 +80,13 @@ TEST_F(PressTest, IsForgottenWhenSomethingElseComesBeneathIt) {
     EXPECT_EQ(basGlobal.LastCommand, "sensoron_a") << "the next press counts";
 }
 
+TEST_F(PressTest, MessageIgnoresTheRestOfADoubleClickThatOpenedIt) {
+    QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, QPoint(220, 270));
+    EXPECT_TRUE(Dialog().IsOpen());
+    ASSERT_TRUE(Dialog().ShownButton("ok")->geometry().contains(220, 270));
+    Click(220, 270);
+    EXPECT_FALSE(Dialog().IsOpen());
+}
+
 }  // namespace
 }  // namespace dravik
