@@ -13,9 +13,7 @@
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
 #include "platform/Events.h"
-#include "platform/KeyState.h"
 #include "platform/Paths.h"
-#include "platform/Pointer.h"
 #include "settings/basSettings.h"
 #include "settings/frSettings.h"
 #include "skin/PageCanvas.h"
@@ -226,16 +224,11 @@ bool frMain::TakesWheel(const QObject* object) const {
            static_cast<const QWidget*>(object)->window() == this && !warning_->IsOpen();
 }
 
-/// Sees every event of the program: keeps the key state, takes the wheel, and makes a real pointer
-/// count again after one that was put somewhere by a request.
+/// Sees every event of the program: keeps track of pointer and keys, and takes the wheel.
 bool frMain::eventFilter(QObject* object, QEvent* event) {
     const QEvent::Type type = event->type();
-    if (type == QEvent::KeyPress || type == QEvent::KeyRelease) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        if (!key->isAutoRepeat()) NoteKeyEvent(key->key(), type == QEvent::KeyPress);
-    } else if (type == QEvent::MouseMove && event->spontaneous()) {
-        ForgetPointerOverride();
-    } else if (type == QEvent::Wheel && TakesWheel(object)) {
+    if (input_.Takes(object, event)) return true;
+    if (type == QEvent::Wheel && TakesWheel(object)) {
         selection_->WheelTurned(static_cast<QWheelEvent*>(event)->angleDelta().y());
         event->accept();
         return true;

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QPointingDevice>
 
 #include "SkinFixture.h"
 #include "lists/basFunctions.h"
@@ -36,6 +37,29 @@ class PressTest : public SkinTest {
     static ListSlot& Media() { return *FindList(ListSlotByName("media")); }
     frWarning& Dialog() const { return window->Warning(); }
 };
+
+TEST_F(PressTest, FingerHoldsThePressedPictureAndSlidesOffAndBack) {
+    static QPointingDevice* const finger = QTest::createTouchDevice();
+    ForgetPointerOverride();
+    const auto touch = [&] { return QTest::touchEvent(window->windowHandle(), finger); };
+    const auto slide = [&](int x, int y) {
+        for (int step = 0; step < 2; ++step) touch().move(0, QPoint(x + step, y));
+    };
+    const ButtonEx& button = Button(1);
+    touch().press(0, QPoint(220, 20));
+    slide(222, 20);
+    QTest::qWait(400);  // the watch over the pointer has looked several times
+    EXPECT_EQ(button.State(), ButtonState::kDown);
+    slide(220, 150);
+    EXPECT_TRUE(Until([&] { return button.State() == ButtonState::kUp; }));
+    slide(230, 20);
+    EXPECT_EQ(button.State(), ButtonState::kDown);
+    touch().release(0, QPoint(231, 20));
+    EXPECT_EQ(basGlobal.LastCommand, "sensoron_b");
+    EXPECT_EQ(button.State(), ButtonState::kOver);
+    QTest::mouseMove(window->windowHandle(), QPoint(600, 400));
+    EXPECT_TRUE(Until([&] { return button.State() == ButtonState::kUp; })) << "a mouse took over";
+}
 
 TEST_F(PressTest, IsForgottenWhenSomethingElseComesBeneathIt) {
     const struct {
