@@ -1,5 +1,6 @@
 #include "core/InputWatch.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 
@@ -22,10 +23,6 @@ void FollowPointer(const QMouseEvent& event) {
     }
 }
 
-void NoteKey(const QKeyEvent& event) {
-    if (!event.isAutoRepeat()) NoteKeyEvent(event.key(), event.type() == QEvent::KeyPress);
-}
-
 }  // namespace
 
 bool InputWatch::Takes(QObject* receiver, QEvent* event) {
@@ -39,11 +36,36 @@ bool InputWatch::Takes(QObject* receiver, QEvent* event) {
             return false;
         case QEvent::KeyPress:
         case QEvent::KeyRelease:
-            NoteKey(*static_cast<const QKeyEvent*>(event));
-            return false;
+            return TakesKey(receiver, static_cast<QKeyEvent*>(event));
         default:
             return false;
     }
+}
+
+bool InputWatch::TakesKey(QObject* window, QKeyEvent* event) {
+    const bool press = event->type() == QEvent::KeyPress;
+    if (press && !event->isAutoRepeat() && IsRepeat(*event)) {
+        QKeyEvent repeat(QEvent::KeyPress, event->key(), event->modifiers(),
+                         event->nativeScanCode(), event->nativeVirtualKey(),
+                         event->nativeModifiers(), event->text(), true,
+                         static_cast<quint16>(event->count()), event->device());
+        repeat.setTimestamp(event->timestamp());
+        QCoreApplication::sendEvent(window, &repeat);
+        event->setAccepted(repeat.isAccepted());
+        return true;
+    }
+    if (press || !event->isAutoRepeat()) NoteKeyEvent(event->key(), press);
+    if (event->nativeScanCode() != lastKey_.ScanCode) lastKey_ = {event->nativeScanCode(), 0, 0};
+    (press ? lastKey_.Pressed : lastKey_.Released) = event->timestamp();
+    return false;
+}
+
+/// X11 reports a held key as releases and presses, each release with the time of the press that
+/// follows, and the two are not always recognised as a repeat. A key that was down for no time at
+/// all has not been held, and what does not come from a keyboard has no scan code.
+bool InputWatch::IsRepeat(const QKeyEvent& press) const {
+    return press.nativeScanCode() != 0 && press.nativeScanCode() == lastKey_.ScanCode &&
+           press.timestamp() == lastKey_.Released && lastKey_.Pressed < lastKey_.Released;
 }
 
 }  // namespace dravik

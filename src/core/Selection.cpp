@@ -22,9 +22,10 @@ namespace dravik {
 
 namespace {
 
-constexpr int kRepeatDelay = 400;     // milliseconds until a held key repeats
-constexpr int kRepeatInterval = 100;  // and between repeats
-constexpr int kWheelNotch = 120;      // eighths of a degree
+using Milliseconds = std::chrono::duration<int, std::milli>;
+constexpr Milliseconds kRepeatDelay(400);     // until a held key repeats
+constexpr Milliseconds kRepeatInterval(100);  // and between repeats
+constexpr int kWheelNotch = 120;              // eighths of a degree
 
 struct KeyCommand {
     int Key;
@@ -90,8 +91,10 @@ bool StepFocusedList(QWidget* focused, const std::string& direction) {
 Selection::Selection(SkinScreen& screen) : screen_(screen) {
     basGlobal.tiKeyrepeat.OnTick([this] {
         hasRepeated_ = true;
-        basGlobal.tiKeyrepeat.SetInterval(kRepeatInterval);
-        ExecuteCommand(repeated_);
+        nextRepeat_ = Clock::now() + kRepeatInterval;
+        basGlobal.tiKeyrepeat.SetInterval(kRepeatInterval.count());
+        const auto step = repeated_;  // it may start another repeat
+        step();
     });
 }
 
@@ -136,6 +139,7 @@ void Selection::WheelTurned(int delta) {
 }
 
 bool Selection::KeyPressed(const QKeyEvent& event) {
+    if (event.isAutoRepeat() && interrupted_ == event.key()) ResumeRepeat();
     for (const KeyCommand& row : kKeyCommands) {
         if (row.Key != event.key()) continue;
         if (event.isAutoRepeat()) return true;  // tiKeyrepeat sets the pace
@@ -146,16 +150,37 @@ bool Selection::KeyPressed(const QKeyEvent& event) {
     return false;
 }
 
+/// What looks like a release may be one half of a repeat; the other half then takes it back.
+void Selection::KeyReleased(const QKeyEvent& event) {
+    if (event.isAutoRepeat()) return;
+    const bool repeating = basGlobal.tiKeyrepeat.Enabled();
+    StopRepeat();
+    if (repeating) interrupted_ = event.key();
+}
+
 void Selection::StartRepeat(const std::string& command) {
     StopRepeat();
-    if (!Repeats(command)) return;
-    repeated_ = command;
-    basGlobal.tiKeyrepeat.SetInterval(kRepeatDelay);
+    if (Repeats(command)) StartRepeat([command] { ExecuteCommand(command); });
+}
+
+void Selection::StartRepeat(std::function<void()> step) {
+    StopRepeat();
+    repeated_ = std::move(step);
+    nextRepeat_ = Clock::now() + kRepeatDelay;
+    ResumeRepeat();
+}
+
+/// Goes on as if there had been no interruption.
+void Selection::ResumeRepeat() {
+    interrupted_ = 0;
+    const auto left = std::chrono::ceil<Milliseconds>(nextRepeat_ - Clock::now());
+    basGlobal.tiKeyrepeat.SetInterval(std::max(1, left.count()));
     basGlobal.tiKeyrepeat.SetEnabled(true);
 }
 
 void Selection::StopRepeat() {
     basGlobal.tiKeyrepeat.SetEnabled(false);
+    interrupted_ = 0;
 }
 
 std::vector<QWidget*> Selection::Candidates() const {

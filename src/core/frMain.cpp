@@ -214,7 +214,7 @@ void frMain::keyPressEvent(QKeyEvent* event) {
 }
 
 void frMain::keyReleaseEvent(QKeyEvent* event) {
-    if (!event->isAutoRepeat()) selection_->StopRepeat();
+    selection_->KeyReleased(*event);
 }
 
 /// Whether a wheel turned over that object works on the page. Asked before the object has the

@@ -263,6 +263,7 @@ void frWarning::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void frWarning::keyPressEvent(QKeyEvent* event) {
+    if (event->isAutoRepeat()) return;  // a key that opened the message may still be held
     switch (event->key()) {
         case Qt::Key_Escape:
             Answer(kAnswerNo);

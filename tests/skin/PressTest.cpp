@@ -1,8 +1,10 @@
 #include <QApplication>
+#include <QKeyEvent>
 #include <QPointingDevice>
 
 #include "SkinFixture.h"
 #include "lists/basFunctions.h"
+#include "platform/KeyState.h"
 
 namespace dravik {
 namespace {
@@ -36,6 +38,19 @@ class PressTest : public SkinTest {
     }
     static ListSlot& Media() { return *FindList(ListSlotByName("media")); }
     frWarning& Dialog() const { return window->Warning(); }
+
+    /// A key as the system's keyboard reports it.
+    void KeyAt(std::uint64_t time, QEvent::Type type, Qt::Key key) const {
+        constexpr quint32 kScanCode = 36;
+        QKeyEvent event(type, key, {}, kScanCode, 0, 0);
+        event.setTimestamp(time);
+        QCoreApplication::sendEvent(window->windowHandle(), &event);
+    }
+    /// A repeat of a held key that nobody has recognised as one.
+    void PairAt(std::uint64_t time, Qt::Key key) const {
+        KeyAt(time, QEvent::KeyRelease, key);
+        KeyAt(time, QEvent::KeyPress, key);
+    }
 };
 
 TEST_F(PressTest, FingerHoldsThePressedPictureAndSlidesOffAndBack) {
@@ -110,6 +125,38 @@ TEST_F(PressTest, MessageIgnoresTheRestOfADoubleClickThatOpenedIt) {
     ASSERT_TRUE(Dialog().ShownButton("ok")->geometry().contains(220, 270));
     Click(220, 270);
     EXPECT_FALSE(Dialog().IsOpen());
+}
+
+TEST_F(PressTest, FreshPairsOfAHeldKeyAreItsRepeats) {
+    const auto take = [] { return std::exchange(basGlobal.LastCommand, ""); };
+    Button(0).setFocus();
+    KeyAt(1000, QEvent::KeyPress, Qt::Key_Return);
+    EXPECT_EQ(take(), "sensoron_a");
+    AsyncKeyState(13);
+    for (const std::uint64_t time : {1660u, 1700u, 1740u}) PairAt(time, Qt::Key_Return);
+    EXPECT_EQ(take(), "");
+    EXPECT_LT(AsyncKeyState(13), 0) << "still down";
+    ShowPopup("look", 1);
+    PairAt(1780, Qt::Key_Return);
+    EXPECT_TRUE(Dialog().IsOpen()) << "what opened a message does not answer it";
+    KeyAt(1790, QEvent::KeyRelease, Qt::Key_Return);
+    KeyAt(1900, QEvent::KeyPress, Qt::Key_Return);
+    EXPECT_FALSE(Dialog().IsOpen());
+    PairAt(1900, Qt::Key_Return);
+    EXPECT_EQ(take(), "sensoron_a") << "never held: two taps that a program has sent";
+    KeyAt(1950, QEvent::KeyRelease, Qt::Key_Return);
+
+    Screen().List[0]->setFocus();
+    KeyAt(2000, QEvent::KeyPress, Qt::Key_Down);
+    EXPECT_EQ(Media().Selected, 2);
+    KeyAt(2660, QEvent::KeyRelease, Qt::Key_Down);
+    EXPECT_FALSE(basGlobal.tiKeyrepeat.Enabled());
+    KeyAt(2660, QEvent::KeyPress, Qt::Key_Down);
+    EXPECT_TRUE(basGlobal.tiKeyrepeat.Enabled()) << "the timer goes on where it was";
+    EXPECT_EQ(Media().Selected, 2);
+    ShowPopup("look", 1);
+    PairAt(2700, Qt::Key_Down);
+    EXPECT_FALSE(basGlobal.tiKeyrepeat.Enabled()) << "beneath a message";
 }
 
 }  // namespace
