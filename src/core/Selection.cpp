@@ -109,12 +109,16 @@ void Selection::FocusChanged(QWidget* now) {
 
 void Selection::PointerOver(QObject* object) {
     auto* slider = dynamic_cast<Slider*>(object);
-    if (slider != nullptr && screen_.SliderIndex(slider) >= 0) slider->setFocus();
+    if (slider != nullptr && screen_.SliderIndex(slider) >= 0) SelectHovered(slider);
 }
 
 void Selection::PointerOverButton(int index) {
-    ButtonEx* button = screen_.Button[static_cast<std::size_t>(index)];
-    if (!button->hasFocus()) button->setFocus();
+    SelectHovered(screen_.Button[static_cast<std::size_t>(index)]);
+}
+
+void Selection::SelectHovered(QWidget* control) {
+    const bool typing = dynamic_cast<SkinTextbox*>(control->window()->focusWidget()) != nullptr;
+    if (!typing && !control->hasFocus()) control->setFocus();
 }
 
 void Selection::ButtonPressed(int index) {

@@ -54,6 +54,8 @@ class Selection {
     void StartRepeat(std::function<void()> step);
     void StartRepeat(const std::string& command);
     void ResumeRepeat();
+    /// The selection follows the pointer, but hovering never takes the keyboard from a text box.
+    void SelectHovered(QWidget* control);
     std::vector<QWidget*> Candidates() const;
     QRect WindowRect(const QWidget* widget) const;
 

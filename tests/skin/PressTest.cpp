@@ -127,6 +127,15 @@ TEST_F(PressTest, MessageIgnoresTheRestOfADoubleClickThatOpenedIt) {
     EXPECT_FALSE(Dialog().IsOpen());
 }
 
+TEST_F(PressTest, HoveringLeavesTheKeyboardToATextBox) {
+    const QWidget* field = Screen().Textbox[0];
+    ASSERT_EQ(window->focusWidget(), field);
+    for (const QPoint at : {QPoint(10, 10), {12, 12}, {20, 210}, {22, 210}}) Move(at.x(), at.y());
+    EXPECT_EQ(window->focusWidget(), field);
+    Click(10, 10);
+    EXPECT_EQ(window->focusWidget(), &Button(0));
+}
+
 TEST_F(PressTest, FreshPairsOfAHeldKeyAreItsRepeats) {
     const auto take = [] { return std::exchange(basGlobal.LastCommand, ""); };
     Button(0).setFocus();
