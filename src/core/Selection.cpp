@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -37,6 +38,21 @@ constexpr KeyCommand kKeyCommands[] = {
     {Qt::Key_Left, "object_left"},     {Qt::Key_Right, "object_right"},
     {Qt::Key_Up, "object_up"},         {Qt::Key_Down, "object_down"},
     {Qt::Key_Escape, "exit"},
+};
+
+/// Keys that work within a list. They repeat like those that step from element to element.
+enum class ListStep { kUp, kDown, kPageUp, kPageDown, kFirst, kLast };
+
+struct ListKey {
+    int Key;
+    ListStep Step;
+};
+
+constexpr ListKey kListKeys[] = {
+    {Qt::Key_PageUp, ListStep::kPageUp},
+    {Qt::Key_PageDown, ListStep::kPageDown},
+    {Qt::Key_Home, ListStep::kFirst},
+    {Qt::Key_End, ListStep::kLast},
 };
 
 /// Steps repeat while they are held; a selection does not, since it may open a question.
@@ -77,13 +93,40 @@ int SlotOf(const SkinList* list) {
     return static_cast<int>(list->Slot() - basGlobal.Lists.data());
 }
 
+int EntryAfter(const SkinList& list, ListStep step) {
+    const int selected = list.Slot()->Selected;
+    const int page = std::max(1, list.PageSize());
+    switch (step) {
+        case ListStep::kUp:
+            return selected - 1;
+        case ListStep::kDown:
+            return selected + 1;
+        case ListStep::kPageUp:
+            return selected - page;
+        case ListStep::kPageDown:
+            return selected + page;
+        case ListStep::kFirst:
+            return 1;
+        case ListStep::kLast:
+            break;
+    }
+    return static_cast<int>(list.Slot()->Entries.size());
+}
+
+/// Selects another entry of a list that has the focus, stopping at its ends.
+/// @return false when nothing that has entries has the focus
+bool StepFocusedList(QWidget* focused, ListStep step) {
+    auto* list = dynamic_cast<SkinList*>(focused);
+    if (SlotOf(list) < 0 || list->Slot()->Entries.empty()) return false;
+    const auto count = static_cast<int>(list->Slot()->Entries.size());
+    list->SelectEntry(std::clamp(EntryAfter(*list, step), 1, count));
+    return true;
+}
+
 /// A list takes "up" and "down" for itself as long as it has entries to go to.
 bool StepFocusedList(QWidget* focused, const std::string& direction) {
-    auto* list = dynamic_cast<SkinList*>(focused);
-    const int step = direction == "up" ? -1 : direction == "down" ? 1 : 0;
-    if (step == 0 || SlotOf(list) < 0 || list->Slot()->Entries.empty()) return false;
-    list->SelectEntry(list->Slot()->Selected + step);
-    return true;
+    if (direction == "up") return StepFocusedList(focused, ListStep::kUp);
+    return direction == "down" && StepFocusedList(focused, ListStep::kDown);
 }
 
 }  // namespace
@@ -151,7 +194,20 @@ bool Selection::KeyPressed(const QKeyEvent& event) {
         ExecuteCommand(row.Command);
         return true;
     }
-    return false;
+    return ListKeyPressed(event);
+}
+
+bool Selection::ListKeyPressed(const QKeyEvent& event) {
+    const auto* row = std::find_if(std::begin(kListKeys), std::end(kListKeys),
+                                   [&event](const ListKey& key) { return key.Key == event.key(); });
+    if (row == std::end(kListKeys)) return false;
+    if (event.isAutoRepeat()) return true;
+    const auto act = [this, step = row->Step] {
+        return StepFocusedList(screen_.Page()->window()->focusWidget(), step);
+    };
+    if (!act()) return false;
+    StartRepeat([act] { act(); });
+    return true;
 }
 
 /// What looks like a release may be one half of a repeat; the other half then takes it back.

@@ -56,6 +56,7 @@ class Selection {
     void ResumeRepeat();
     /// The selection follows the pointer, but hovering never takes the keyboard from a text box.
     void SelectHovered(QWidget* control);
+    bool ListKeyPressed(const QKeyEvent& event);
     std::vector<QWidget*> Candidates() const;
     QRect WindowRect(const QWidget* widget) const;
 
