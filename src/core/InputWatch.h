@@ -4,7 +4,6 @@
 
 class QEvent;
 class QKeyEvent;
-class QMouseEvent;
 class QObject;
 
 namespace dravik {
