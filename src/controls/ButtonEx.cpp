@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "controls/PointerInput.h"
 
@@ -192,16 +193,20 @@ int Twips(double pixels, double scale) {
 
 void ButtonEx::mousePressEvent(QMouseEvent* event) {
     const QPointer<ButtonEx> alive(this);
-    if (event->button() == Qt::LeftButton) pressed_ = true;
+    if (event->button() == Qt::LeftButton) press_ = Press::kHeld;
     if (MouseDown) {
         MouseDown(ButtonNumber(*event), ShiftNumber(*event),
                   Twips(event->position().x(), box_.Scale),
                   Twips(event->position().y(), box_.Scale));
     }
-    if (alive) ShowState(ButtonState::kDown);
+    if (alive && press_ != Press::kDropped) ShowState(ButtonState::kDown);
 }
 
 void ButtonEx::mouseMoveEvent(QMouseEvent* event) {
+    if (press_ == Press::kDropped) {
+        if (event->buttons().testFlag(Qt::LeftButton)) return;
+        press_ = Press::kNone;  // its release went elsewhere
+    }
     if (hoverOff_) return;
     if (!Timer1_.isActive()) {
         Timer1_.start();  // the pointer has just arrived
@@ -215,9 +220,11 @@ void ButtonEx::mouseMoveEvent(QMouseEvent* event) {
 
 void ButtonEx::mouseReleaseEvent(QMouseEvent* event) {
     const QPointer<ButtonEx> alive(this);
-    const bool clicked = event->button() == Qt::LeftButton && pressed_ &&
-                         rect().contains(event->position().toPoint());
-    if (event->button() == Qt::LeftButton) pressed_ = false;
+    const bool left = event->button() == Qt::LeftButton;
+    const Press press = left ? std::exchange(press_, Press::kNone) : press_;
+    if (press == Press::kDropped) return;
+    const bool clicked =
+        left && press == Press::kHeld && rect().contains(event->position().toPoint());
     if (MouseUp) {
         MouseUp(ButtonNumber(*event), ShiftNumber(*event), Twips(event->position().x(), box_.Scale),
                 Twips(event->position().y(), box_.Scale));
@@ -232,8 +239,18 @@ void ButtonEx::mouseDoubleClickEvent(QMouseEvent* event) {
         return;
     }
     const QPointer<ButtonEx> alive(this);
+    press_ = Press::kClicked;
     if (Click) Click();  // here, and not by the release that follows
-    if (alive && MouseDown) MouseDown(1, 0, 0, 0);
+    if (alive && press_ == Press::kClicked && MouseDown) MouseDown(1, 0, 0, 0);
+}
+
+void ButtonEx::DropPress() {
+    if (press_ != Press::kNone) press_ = Press::kDropped;
+    if (state_ == ButtonState::kDown) ShowState(ButtonState::kUp);
+}
+
+void ButtonEx::hideEvent(QHideEvent*) {
+    DropPress();
 }
 
 bool ButtonEx::PointerInside() const {

@@ -59,6 +59,10 @@ class ButtonEx : public QWidget {
     const SkinPicture& ShownPicture() const { return shown_; }
     bool HoverOff() const { return hoverOff_; }
 
+    /// Forgets a press that is still held: its release clicks nothing and raises nothing, and the
+    /// down picture goes. For a button that is given another meaning, hidden or covered meanwhile.
+    void DropPress();
+
     // The small picture (imgImage).
     void SetImage(const SkinPicture& picture);
     void SetImageVisible(bool visible);
@@ -102,8 +106,17 @@ class ButtonEx : public QWidget {
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
  private:
+    /// What became of the left button's press.
+    enum class Press {
+        kNone,
+        kHeld,     ///< its release inside is a click
+        kClicked,  ///< the second one of a double click, which has clicked already
+        kDropped,  ///< still held, but no longer meant for what the button is now
+    };
+
     void ShowState(ButtonState state);
     void ShowStateOnce(ButtonState state);
     void CheckForLeave();
@@ -123,7 +136,7 @@ class ButtonEx : public QWidget {
     SkinPicture shown_;
     ButtonState state_ = ButtonState::kUp;
     bool hoverOff_ = true;
-    bool pressed_ = false;  ///< the left button went down inside; its release is a click
+    Press press_ = Press::kNone;
 
     SkinPicture image_;
     bool imageVisible_ = true;

@@ -42,6 +42,9 @@ class SkinList : public QWidget {
     /// list is ignored.
     void SelectEntry(int index);
 
+    /// Forgets a press that is still held: its release selects nothing.
+    void DropPress() { pressed_ = false; }
+
     /// Whole rows that fit: height by row height, both rounded, the remainder dropped. 0 when a row
     /// has no height.
     int PageSize() const;
@@ -59,6 +62,7 @@ class SkinList : public QWidget {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void hideEvent(QHideEvent*) override { DropPress(); }
 
  private:
     void Place();

@@ -279,6 +279,7 @@ void Slider::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void Slider::mouseReleaseEvent(QMouseEvent* event) {
+    if (!heldDown_) return;  // the press was dropped, or began elsewhere
     const QPointer<Slider> alive(this);
     if (!moved_) {
         FollowPointer(event->position());
@@ -294,10 +295,16 @@ void Slider::mouseReleaseEvent(QMouseEvent* event) {
     }
 }
 
-/// A page change may hide the slider under the finger; its release then goes elsewhere.
-void Slider::hideEvent(QHideEvent*) {
+void Slider::DropPress() {
+    if (!heldDown_) return;
     heldDown_ = false;
     moved_ = false;
+    Draw(false);
+}
+
+/// A page change may hide the slider under the finger; its release then goes elsewhere.
+void Slider::hideEvent(QHideEvent*) {
+    DropPress();
 }
 
 void Slider::CheckPointerOver() {

@@ -29,6 +29,9 @@ class Slider : public QWidget {
 
     /// A bargraph only shows: it takes neither the pointer nor the focus.
     void SetDisplayOnly(bool displayOnly);
+    /// Forgets a press that is still held: the knob stays where it is, and what the pointer does
+    /// until its next press changes nothing.
+    void DropPress();
     /// 0: bottom to top. Anything else: left to right.
     void SetDirection(int direction);
     bool Horizontal() const { return horizontal_; }

@@ -130,6 +130,8 @@ std::string InputClick(std::string_view arguments) {
     if (dialog == nullptr || !dialog->IsOpen()) return "error: no message is open";
     const ButtonEx* button = dialog->ShownButton(name);
     if (button == nullptr) return "error: the message has no such button: " + name;
+    // An answer by name is never the second half of a double click.
+    pointer.SincePress.invalidate();
     Click(button->mapTo(button->window(), button->rect().center()));
     return "ok";
 }

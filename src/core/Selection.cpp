@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -22,9 +23,10 @@ namespace dravik {
 
 namespace {
 
-constexpr int kRepeatDelay = 400;     // milliseconds until a held key repeats
-constexpr int kRepeatInterval = 100;  // and between repeats
-constexpr int kWheelNotch = 120;      // eighths of a degree
+using Milliseconds = std::chrono::duration<int, std::milli>;
+constexpr Milliseconds kRepeatDelay(400);     // until a held key repeats
+constexpr Milliseconds kRepeatInterval(100);  // and between repeats
+constexpr int kWheelNotch = 120;              // eighths of a degree
 
 struct KeyCommand {
     int Key;
@@ -36,6 +38,21 @@ constexpr KeyCommand kKeyCommands[] = {
     {Qt::Key_Left, "object_left"},     {Qt::Key_Right, "object_right"},
     {Qt::Key_Up, "object_up"},         {Qt::Key_Down, "object_down"},
     {Qt::Key_Escape, "exit"},
+};
+
+/// Keys that work within a list. They repeat like those that step from element to element.
+enum class ListStep { kUp, kDown, kPageUp, kPageDown, kFirst, kLast };
+
+struct ListKey {
+    int Key;
+    ListStep Step;
+};
+
+constexpr ListKey kListKeys[] = {
+    {Qt::Key_PageUp, ListStep::kPageUp},
+    {Qt::Key_PageDown, ListStep::kPageDown},
+    {Qt::Key_Home, ListStep::kFirst},
+    {Qt::Key_End, ListStep::kLast},
 };
 
 /// Steps repeat while they are held; a selection does not, since it may open a question.
@@ -76,13 +93,40 @@ int SlotOf(const SkinList* list) {
     return static_cast<int>(list->Slot() - basGlobal.Lists.data());
 }
 
+int EntryAfter(const SkinList& list, ListStep step) {
+    const int selected = list.Slot()->Selected;
+    const int page = std::max(1, list.PageSize());
+    switch (step) {
+        case ListStep::kUp:
+            return selected - 1;
+        case ListStep::kDown:
+            return selected + 1;
+        case ListStep::kPageUp:
+            return selected - page;
+        case ListStep::kPageDown:
+            return selected + page;
+        case ListStep::kFirst:
+            return 1;
+        case ListStep::kLast:
+            break;
+    }
+    return static_cast<int>(list.Slot()->Entries.size());
+}
+
+/// Selects another entry of a list that has the focus, stopping at its ends.
+/// @return false when nothing that has entries has the focus
+bool StepFocusedList(QWidget* focused, ListStep step) {
+    auto* list = dynamic_cast<SkinList*>(focused);
+    if (SlotOf(list) < 0 || list->Slot()->Entries.empty()) return false;
+    const auto count = static_cast<int>(list->Slot()->Entries.size());
+    list->SelectEntry(std::clamp(EntryAfter(*list, step), 1, count));
+    return true;
+}
+
 /// A list takes "up" and "down" for itself as long as it has entries to go to.
 bool StepFocusedList(QWidget* focused, const std::string& direction) {
-    auto* list = dynamic_cast<SkinList*>(focused);
-    const int step = direction == "up" ? -1 : direction == "down" ? 1 : 0;
-    if (step == 0 || SlotOf(list) < 0 || list->Slot()->Entries.empty()) return false;
-    list->SelectEntry(list->Slot()->Selected + step);
-    return true;
+    if (direction == "up") return StepFocusedList(focused, ListStep::kUp);
+    return direction == "down" && StepFocusedList(focused, ListStep::kDown);
 }
 
 }  // namespace
@@ -90,8 +134,10 @@ bool StepFocusedList(QWidget* focused, const std::string& direction) {
 Selection::Selection(SkinScreen& screen) : screen_(screen) {
     basGlobal.tiKeyrepeat.OnTick([this] {
         hasRepeated_ = true;
-        basGlobal.tiKeyrepeat.SetInterval(kRepeatInterval);
-        ExecuteCommand(repeated_);
+        nextRepeat_ = Clock::now() + kRepeatInterval;
+        basGlobal.tiKeyrepeat.SetInterval(kRepeatInterval.count());
+        const auto step = repeated_;  // it may start another repeat
+        step();
     });
 }
 
@@ -106,12 +152,16 @@ void Selection::FocusChanged(QWidget* now) {
 
 void Selection::PointerOver(QObject* object) {
     auto* slider = dynamic_cast<Slider*>(object);
-    if (slider != nullptr && screen_.SliderIndex(slider) >= 0) slider->setFocus();
+    if (slider != nullptr && screen_.SliderIndex(slider) >= 0) SelectHovered(slider);
 }
 
 void Selection::PointerOverButton(int index) {
-    ButtonEx* button = screen_.Button[static_cast<std::size_t>(index)];
-    if (!button->hasFocus()) button->setFocus();
+    SelectHovered(screen_.Button[static_cast<std::size_t>(index)]);
+}
+
+void Selection::SelectHovered(QWidget* control) {
+    const bool typing = dynamic_cast<SkinTextbox*>(control->window()->focusWidget()) != nullptr;
+    if (!typing && !control->hasFocus()) control->setFocus();
 }
 
 void Selection::ButtonPressed(int index) {
@@ -136,6 +186,7 @@ void Selection::WheelTurned(int delta) {
 }
 
 bool Selection::KeyPressed(const QKeyEvent& event) {
+    if (event.isAutoRepeat() && interrupted_ == event.key()) ResumeRepeat();
     for (const KeyCommand& row : kKeyCommands) {
         if (row.Key != event.key()) continue;
         if (event.isAutoRepeat()) return true;  // tiKeyrepeat sets the pace
@@ -143,19 +194,53 @@ bool Selection::KeyPressed(const QKeyEvent& event) {
         ExecuteCommand(row.Command);
         return true;
     }
-    return false;
+    return ListKeyPressed(event);
+}
+
+bool Selection::ListKeyPressed(const QKeyEvent& event) {
+    const auto* row = std::find_if(std::begin(kListKeys), std::end(kListKeys),
+                                   [&event](const ListKey& key) { return key.Key == event.key(); });
+    if (row == std::end(kListKeys)) return false;
+    if (event.isAutoRepeat()) return true;
+    const auto act = [this, step = row->Step] {
+        return StepFocusedList(screen_.Page()->window()->focusWidget(), step);
+    };
+    if (!act()) return false;
+    StartRepeat([act] { act(); });
+    return true;
+}
+
+/// What looks like a release may be one half of a repeat; the other half then takes it back.
+void Selection::KeyReleased(const QKeyEvent& event) {
+    if (event.isAutoRepeat()) return;
+    const bool repeating = basGlobal.tiKeyrepeat.Enabled();
+    StopRepeat();
+    if (repeating) interrupted_ = event.key();
 }
 
 void Selection::StartRepeat(const std::string& command) {
     StopRepeat();
-    if (!Repeats(command)) return;
-    repeated_ = command;
-    basGlobal.tiKeyrepeat.SetInterval(kRepeatDelay);
+    if (Repeats(command)) StartRepeat([command] { ExecuteCommand(command); });
+}
+
+void Selection::StartRepeat(std::function<void()> step) {
+    StopRepeat();
+    repeated_ = std::move(step);
+    nextRepeat_ = Clock::now() + kRepeatDelay;
+    ResumeRepeat();
+}
+
+/// Goes on as if there had been no interruption.
+void Selection::ResumeRepeat() {
+    interrupted_ = 0;
+    const auto left = std::chrono::ceil<Milliseconds>(nextRepeat_ - Clock::now());
+    basGlobal.tiKeyrepeat.SetInterval(std::max(1, left.count()));
     basGlobal.tiKeyrepeat.SetEnabled(true);
 }
 
 void Selection::StopRepeat() {
     basGlobal.tiKeyrepeat.SetEnabled(false);
+    interrupted_ = 0;
 }
 
 std::vector<QWidget*> Selection::Candidates() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QRect>
+#include <chrono>
 #include <functional>
 #include <string>
 #include <vector>
@@ -34,7 +35,9 @@ class Selection {
     // Keys. @return whether the key means something here
     bool KeyPressed(const QKeyEvent& event);
 
-    /// The key or the button is no longer held.
+    void KeyReleased(const QKeyEvent& event);
+
+    /// The key or the button is no longer held, or no longer meant for what is on the screen.
     void StopRepeat();
 
     /// To the next or the previous element in tab order.
@@ -46,12 +49,21 @@ class Selection {
     void Move(const std::string& direction);
 
  private:
+    using Clock = std::chrono::steady_clock;
+
+    void StartRepeat(std::function<void()> step);
     void StartRepeat(const std::string& command);
+    void ResumeRepeat();
+    /// The selection follows the pointer, but hovering never takes the keyboard from a text box.
+    void SelectHovered(QWidget* control);
+    bool ListKeyPressed(const QKeyEvent& event);
     std::vector<QWidget*> Candidates() const;
     QRect WindowRect(const QWidget* widget) const;
 
     SkinScreen& screen_;
-    std::string repeated_;      ///< command that is repeated while the key or button is held
+    std::function<void()> repeated_;  ///< what is repeated while the key or button is held
+    Clock::time_point nextRepeat_;
+    int interrupted_ = 0;       ///< key whose release has ended its repeat; 0 = none
     bool hasRepeated_ = false;  ///< at least once since it was pressed
     int wheelRest_ = 0;         ///< part of a notch that has been turned
 };

@@ -13,9 +13,7 @@
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
 #include "platform/Events.h"
-#include "platform/KeyState.h"
 #include "platform/Paths.h"
-#include "platform/Pointer.h"
 #include "settings/basSettings.h"
 #include "settings/frSettings.h"
 #include "skin/PageCanvas.h"
@@ -76,6 +74,7 @@ void frMain::ConnectScreen() {
     events.ButtonReleased = [this](int) { selection_->StopRepeat(); };
     events.ButtonClicked = [this](int index) { selection_->ButtonClicked(index); };
     events.ButtonEntered = [this](int index) { selection_->PointerOverButton(index); };
+    events.PressesDropped = [this] { selection_->StopRepeat(); };
     // A page appears with its values, not a refresh later.
     events.PageBuilt = [this] {
         if (basGlobal.tiMain.Enabled()) RefreshScreen(*screen_);
@@ -215,7 +214,7 @@ void frMain::keyPressEvent(QKeyEvent* event) {
 }
 
 void frMain::keyReleaseEvent(QKeyEvent* event) {
-    if (!event->isAutoRepeat()) selection_->StopRepeat();
+    selection_->KeyReleased(*event);
 }
 
 /// Whether a wheel turned over that object works on the page. Asked before the object has the
@@ -225,16 +224,11 @@ bool frMain::TakesWheel(const QObject* object) const {
            static_cast<const QWidget*>(object)->window() == this && !warning_->IsOpen();
 }
 
-/// Sees every event of the program: keeps the key state, takes the wheel, and makes a real pointer
-/// count again after one that was put somewhere by a request.
+/// Sees every event of the program: keeps track of pointer and keys, and takes the wheel.
 bool frMain::eventFilter(QObject* object, QEvent* event) {
     const QEvent::Type type = event->type();
-    if (type == QEvent::KeyPress || type == QEvent::KeyRelease) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        if (!key->isAutoRepeat()) NoteKeyEvent(key->key(), type == QEvent::KeyPress);
-    } else if (type == QEvent::MouseMove && event->spontaneous()) {
-        ForgetPointerOverride();
-    } else if (type == QEvent::Wheel && TakesWheel(object)) {
+    if (input_.Takes(object, event)) return true;
+    if (type == QEvent::Wheel && TakesWheel(object)) {
         selection_->WheelTurned(static_cast<QWheelEvent*>(event)->angleDelta().y());
         event->accept();
         return true;
@@ -252,6 +246,7 @@ void frMain::MessageShown(bool shown) {
 }
 
 void frMain::ShowSettings() {
+    screen_->DropPresses();
     if (settings_ == nullptr || settings_->Closed()) settings_ = new frSettings(this);
     if (warning_->IsOpen())
         settings_->GiveWay(true);  // it follows once the message is answered

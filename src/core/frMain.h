@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "core/InputWatch.h"
 #include "core/basGlobal.h"
 
 class QScreen;
@@ -73,6 +74,7 @@ class frMain : public QWidget {
 
     std::unique_ptr<SkinScreen> screen_;
     std::unique_ptr<Selection> selection_;
+    InputWatch input_;
     frWarning* warning_;
     QPointer<frSettings> settings_;
     QPixmap startupPicture_;

@@ -137,6 +137,7 @@ void frSettings::keyPressEvent(QKeyEvent* event) {
         QDialog::keyPressEvent(event);
         return;
     }
+    if (event->isAutoRepeat()) return;  // the key that opened the dialog may still be held
     // Return presses the button that has the focus; in a field it must not close the dialog.
     if (auto* button = qobject_cast<QPushButton*>(focusWidget())) button->click();
 }

@@ -82,8 +82,7 @@ void BeginBox(const std::string& name) {
 void BeginPage(const std::string& name) {
     GlobalState& g = basGlobal;
     g.CurrentBox.clear();
-    g.tiKeyrepeat.SetEnabled(false);  // a held button may be about to go
-    skinScreen->ShowBox(false);       // a box whose button opens a page goes with the page beneath
+    skinScreen->ShowBox(false);  // a box whose button opens a page goes with the page beneath
     skinScreen->BeginPage();
     if (name != g.CurrentMenu) {
         g.PreviousMenu = g.CurrentMenu;

@@ -74,6 +74,9 @@ class PageCanvas : public QWidget {
     const LabelItem* Label(int index) const { return Find(labels_, index); }
     const ChartItem* Chart(int index) const { return Find(charts_, index); }
 
+    /// Forgets a press on the background that is still held: its release is no click.
+    void DropPress() { pressed_ = false; }
+
     /// A click on the background, where no element takes it.
     std::function<void()> BackgroundClicked;
 
@@ -81,6 +84,7 @@ class PageCanvas : public QWidget {
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void hideEvent(QHideEvent*) override { DropPress(); }
 
  private:
     template <typename Item>

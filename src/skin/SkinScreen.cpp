@@ -46,7 +46,7 @@ SkinScreen::SkinScreen(QWidget* window)
     Events.ButtonClicked = Events.ButtonPressed = Events.ButtonReleased = Events.ButtonEntered =
         Events.ListActivated = [](int) {};
     Events.SliderChanged = [](int, std::int32_t&) {};
-    Events.PageBuilt = [] {};
+    Events.PageBuilt = Events.PressesDropped = [] {};
     shield_->hide();
 }
 
@@ -57,7 +57,17 @@ bool SkinScreen::BoxShown() const {
 }
 
 void SkinScreen::ShowBox(bool shown) {
+    DropPresses();
     shield_->setVisible(shown);
+}
+
+void SkinScreen::DropPresses() {
+    for (ButtonEx* button : Button) button->DropPress();
+    for (Slider* slider : SliderArray) slider->DropPress();
+    for (SkinList* list : List) list->DropPress();
+    page_->DropPress();
+    popUp_->DropPress();
+    Events.PressesDropped();
 }
 
 void SkinScreen::ReadDesignSize() {
@@ -108,6 +118,7 @@ void SkinScreen::Place() {
 }
 
 void SkinScreen::BeginPage() {
+    DropPresses();
     for (auto& elements : elements_) elements.clear();
     basGlobal.ButtonTag.clear();
     basGlobal.SliderTag.clear();

@@ -47,7 +47,8 @@ struct ScreenEvents {
     std::function<void(int index)> ButtonEntered;  ///< on every movement over the button
     std::function<void(int index, std::int32_t& value)> SliderChanged;
     std::function<void(int index)> ListActivated;
-    std::function<void()> PageBuilt;  ///< a page or box has been built, but not painted yet
+    std::function<void()> PressesDropped;  ///< see DropPresses
+    std::function<void()> PageBuilt;       ///< a page or box has been built, but not painted yet
 };
 
 /// The main window's elements: one growable array of controls per kind and the record of every
@@ -67,6 +68,10 @@ class SkinScreen {
     /// True while the box container is shown; it lies over the whole page and takes its clicks.
     bool BoxShown() const;
     void ShowBox(bool shown);
+
+    /// Forgets every press that is still held, since the elements get another meaning or are
+    /// covered: what was begun on one thing is not carried out on another.
+    void DropPresses();
 
     /// Fits the containers into a window of that size: the design size scaled uniformly and
     /// centred; without a design size scale 1 at the top left.

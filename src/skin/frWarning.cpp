@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "controls/ButtonEx.h"
@@ -67,8 +68,10 @@ frWarning::frWarning(QWidget* window)
     Timer1_.setSingleShot(true);
     Timer1_.setInterval(kCloseAfter);
     QObject::connect(&Timer1_, &QTimer::timeout, this, [this] { Answer(kAnswerNo); });
-    for (const AnswerButton& entry : buttons_)
+    for (const AnswerButton& entry : buttons_) {
         entry.Button->Click = [this, answer = entry.Answer] { Answer(answer); };
+        entry.Button->installEventFilter(this);
+    }
 }
 
 void frWarning::Open(const std::string& message, int kind, double scale) {
@@ -76,9 +79,17 @@ void frWarning::Open(const std::string& message, int kind, double scale) {
     kind_ = std::clamp(kind, 0, 2);
     message_ = message;
     scale_ = scale;
+    pressSeen_ = pressed_ = false;
+    if (CurrentScreen() != nullptr) CurrentScreen()->DropPresses();
+    Arrange();
+    Timer1_.start();
+}
+
+/// Puts everything in its place and shows it.
+void frWarning::Arrange() {
     for (const AnswerButton& entry : buttons_) {
         entry.Button->hide();
-        entry.Button->SetScale(scale);
+        entry.Button->SetScale(scale_);
         entry.Button->SetLabelCaption({});
     }
     const std::string section = MessageSections()[static_cast<std::size_t>(kind_)];
@@ -88,12 +99,10 @@ void frWarning::Open(const std::string& message, int kind, double scale) {
     else
         ApplySkin(section);
     setGeometry(parentWidget()->rect());
-    Layout(parentWidget()->size(), scale);
     show();
     raise();
     setFocus();
     update();
-    Timer1_.start();
 }
 
 void frWarning::Answer(int answer) {
@@ -209,10 +218,8 @@ void frWarning::Layout(QSize window, double scale) {
     const bool moved = window != size() || scale != scale_;
     setGeometry(QRect(QPoint(0, 0), window));
     if (!moved || isHidden()) return;
-    // The box has to be placed anew; what it says and how long it stays does not change.
-    const int left = Timer1_.remainingTime();
-    Open(message_, kind_, scale);
-    Timer1_.start(std::max(0, left));
+    scale_ = scale;
+    Arrange();
 }
 
 void frWarning::paintEvent(QPaintEvent*) {
@@ -236,11 +243,27 @@ void frWarning::paintEvent(QPaintEvent*) {
                      ShownText(ReplaceAll(message_, "\r\n", "\n")));
 }
 
+bool frWarning::eventFilter(QObject* button, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress) pressSeen_ = true;
+    if (event->type() == QEvent::MouseButtonDblClick && !pressSeen_) return true;
+    return QWidget::eventFilter(button, event);
+}
+
+void frWarning::mousePressEvent(QMouseEvent*) {
+    pressSeen_ = pressed_ = true;
+}
+
+void frWarning::mouseDoubleClickEvent(QMouseEvent*) {
+    pressed_ = pressSeen_;
+}
+
 void frWarning::mouseReleaseEvent(QMouseEvent* event) {
+    if (!std::exchange(pressed_, false)) return;
     if (BoxRect().contains(event->position().toPoint())) Answer(kAnswerNo);
 }
 
 void frWarning::keyPressEvent(QKeyEvent* event) {
+    if (event->isAutoRepeat()) return;  // a key that opened the message may still be held
     switch (event->key()) {
         case Qt::Key_Escape:
             Answer(kAnswerNo);

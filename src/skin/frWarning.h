@@ -24,6 +24,9 @@ class frWarning : public QWidget {
     explicit frWarning(QWidget* window);
 
     /// Fills and shows the dialog. @param kind 0 warning, 1 information, 2 question
+    ///
+    /// A press that is held is forgotten, and of a double click that began before, the second press
+    /// is ignored: it was not meant for what has only just appeared.
     void Open(const std::string& message, int kind, double scale);
 
     /// Gives the answer (6, 7 or 1) and hides the dialog.
@@ -44,12 +47,16 @@ class frWarning : public QWidget {
     void Layout(QSize window, double scale);
 
  protected:
+    bool eventFilter(QObject* button, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     bool focusNextPrevChild(bool next) override;
 
  private:
+    void Arrange();
     void ApplySkin(const std::string& section);
     void ApplyPlainLook();
     void PlaceButton(ButtonEx* button, int x, int y);
@@ -70,6 +77,8 @@ class frWarning : public QWidget {
     int kind_ = 0;
     double scale_ = 1;
     bool plain_ = false;
+    bool pressSeen_ = false;  ///< a press has come since the dialog was opened
+    bool pressed_ = false;    ///< on the box beside its buttons, and still held
     QPointer<QWidget> focusBefore_;
     QTimer Timer1_{this};
 };

@@ -89,6 +89,11 @@ TEST(Console, ClicksPressTheRealButton) {
     ConsoleProgram dravik({"--folder", program.Folder.Path()});
     EXPECT_THAT(dravik.AskLines("elements"),
                 Contains("Button\t0\t10\t10\t200\t60\t1\topenmenu_codes\tup"));
+    EXPECT_EQ(dravik.Ask("wait 200"), "ok");
+    EXPECT_EQ(dravik.Ask("move 110 40"), "ok");
+    EXPECT_EQ(dravik.Ask("wait 200"), "ok");
+    EXPECT_THAT(dravik.AskLines("elements"), Contains(HasSubstr("openmenu_codes\tover")))
+        << "a pointer at rest stays where it was put";
     EXPECT_EQ(dravik.Ask("press 110 40"), "ok");
     EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu") << "a press alone is no click";
     EXPECT_EQ(dravik.Ask("move 500 400"), "ok");

@@ -149,6 +149,32 @@ TEST_F(SelectionTest, WheelNeedsItsOptionAndCountsNotches) {
     EXPECT_EQ(Media().Selected, 7) << "beneath a message";
 }
 
+TEST_F(SelectionTest, PageKeysWorkInTheListThatHasTheFocus) {
+    Start("[mainmenu]\nList0Function=media\nList0Width=100\nList0Height=200\n");
+    FillMedia(50);
+    SkinList* list = Screen().List[0];
+    list->setFocus();
+    const int page = list->PageSize();
+    const auto last = static_cast<int>(Media().Entries.size());
+    const struct {
+        Qt::Key Pressed;
+        int Selected;
+    } rows[] = {{Qt::Key_PageDown, 1 + page}, {Qt::Key_PageDown, 1 + 2 * page},
+                {Qt::Key_PageUp, 1 + page},   {Qt::Key_Home, 1},
+                {Qt::Key_PageUp, 1},          {Qt::Key_End, last},
+                {Qt::Key_PageDown, last}};
+    for (const auto& row : rows) {
+        Key(row.Pressed);
+        EXPECT_EQ(Media().Selected, row.Selected) << row.Pressed;
+    }
+    QTest::keyPress(window->windowHandle(), Qt::Key_PageUp);
+    EXPECT_TRUE(Until([&] { return Media().Selected == last - 3 * page; })) << "held";
+    QTest::keyRelease(window->windowHandle(), Qt::Key_PageUp);
+    Screen().Page()->setFocus();
+    Key(Qt::Key_End);
+    EXPECT_EQ(Media().Selected, last - 3 * page) << "the page has the focus";
+}
+
 TEST_F(SelectionTest, HeldArrowKeysAndStepButtonsRepeat) {
     Start("[mainmenu]\n" + ButtonKeys({{"value_-", 0, 0}, {"sensoron_x", 100, 0}, {"b", 200, 0}}) +
           "List0Function=media\nList0Y=300\nList0Width=100\nList0Height=100\n");
