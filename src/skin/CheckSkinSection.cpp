@@ -99,8 +99,7 @@ string UnknownKey(std::span<const SectionKey> rows, const string& key, const str
 
 bool IsInteger(string_view text) {
     int number = 0;
-    text = Trimmed(text);
-    if (text.starts_with('+')) text.remove_prefix(1);
+    text = WithoutPlus(Trimmed(text));
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return text.empty() || (error == std::errc{} && end == text.data() + text.size());
 }

@@ -97,7 +97,7 @@ std::optional<std::int32_t> StrictNumber(std::string_view text) {
         const auto number = LeadingHex(digits, used);
         return !digits.empty() && used == digits.size() ? number : std::nullopt;
     }
-    if (text.starts_with('+')) text.remove_prefix(1);
+    text = WithoutPlus(text);
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (text.empty() || error != std::errc{} || end != text.data() + text.size())

@@ -72,6 +72,7 @@ const Mistake kMistakes[] = {
     // Numbers, each by its reading rule.
     {"Button0X= 10", "Button0X=ten", "mainmenu", "Button0X", "read as 0"},
     {"Button0X= 10", "Button0X=10px", "mainmenu", "Button0X", "read as 10"},
+    {"Button0X= 10", "Button0X=+-5", "mainmenu", "Button0X", "read as 0"},
     {"Button0X= 10", "Button0X=&H10", "mainmenu", "Button0X", "read as 0"},
     {"Button0LabelX=", "Button0LabelX=12px", "mainmenu", "Button0LabelX", "read as 12"},
     {"Button0LabelX=", "Button0LabelX=9999999999", "mainmenu", "Button0LabelX", "32 bits"},
