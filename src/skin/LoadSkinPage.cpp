@@ -51,6 +51,8 @@ std::optional<SkinError> LoadKind(const std::string& section, const SkinKind& ki
         element.InBox = box;
         element.Function = ReadSkinValue(section, ElementKey(kind, n, "Function"));
         if (element.Function.empty()) break;
+        // The charts of a box take the table over; a box without any leaves it to the page.
+        if (box && kind.Kind == ElementKind::Chart && n == 0) basGlobal.Charts = {};
         if (auto error = ReadElement(element, box ? KeySet::All : KeySet::First)) return error;
         if (auto error = skinScreen->Build(std::move(element))) return error;
     }
@@ -59,7 +61,6 @@ std::optional<SkinError> LoadKind(const std::string& section, const SkinKind& ki
 
 std::optional<SkinError> LoadSection(const std::string& section, bool box) {
     for (const SkinKind& kind : SkinKinds()) {
-        if (kind.Kind == ElementKind::Chart) basGlobal.Charts = {};
         if (auto error = LoadKind(section, kind, box)) return error;
     }
     return std::nullopt;

@@ -115,6 +115,7 @@ void SkinScreen::BeginPage() {
     basGlobal.CurrentList = -1;
     Highlight = -1;
     HasDvdButton = false;
+    basGlobal.Charts = {};
     HasMediaTagLabel = false;
     page_->Clear();
     popUp_->Clear();

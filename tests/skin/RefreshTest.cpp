@@ -144,7 +144,7 @@ TEST_F(RefreshTest, ValuesReachTheirElementsAndMarkTheirPids) {
 TEST_F(RefreshTest, ChartsStartEmptyOnEachPage) {
     Start(
         "[mainmenu]\nChart0Function=sensor_rpm\nChart1Function=sensor_rpm\n[one]\n"
-        "Chart0Function=sensor_rpm\n");
+        "Chart0Function=sensor_rpm\n[bare]\n[curve]\nCommonObjects0=one\n");
     AddSensor("rpm", 12, 100);
     Refresh();
     EXPECT_EQ(basGlobal.ChartCount, 2);
@@ -154,6 +154,13 @@ TEST_F(RefreshTest, ChartsStartEmptyOnEachPage) {
     Refresh();
     EXPECT_EQ(basGlobal.Charts[0].Filled, 1);
     EXPECT_EQ(basGlobal.Charts[1].Filled, 0) << "paused";
+    Load("bare", true);
+    EXPECT_EQ(basGlobal.Charts[0].Filled, 1) << "a box without a chart leaves them alone";
+    EXPECT_TRUE(basGlobal.Charts[1].Paused);
+    Load("curve", true);
+    EXPECT_EQ(basGlobal.Charts[0].Filled, 0) << "a box with one does not";
+    EXPECT_EQ(basGlobal.ChartCount, 3);
+    Refresh();
     Load("one");
     EXPECT_EQ(basGlobal.ChartCount, 1);
     EXPECT_EQ(basGlobal.Charts[0].Filled, 0);
