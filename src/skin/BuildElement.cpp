@@ -227,8 +227,7 @@ std::optional<SkinError> SkinScreen::BuildSlider(const SkinElement& element, int
     slider->SetBarOver(pictures.Load("BarOver", element.BarOver));
     slider->SetBarDown(pictures.Load("BarDown", element.BarDown));
     if (pictures.Error()) return pictures.Error();
-    slider->Setmin(0);
-    slider->SetMax(kSliderMax);
+    slider->StartAtMin(0, kSliderMax);
     basGlobal.SliderTag.push_back(element.Function);
     slider->show();
     return std::nullopt;
@@ -244,8 +243,7 @@ std::optional<SkinError> SkinScreen::BuildBargraph(const SkinElement& element, i
     bar->SetPictureProgress(pictures.Load("Progress", element.Progress));
     bar->SetBar(pictures.Load("Bar", element.Bar));
     if (pictures.Error()) return pictures.Error();
-    bar->Setmin(element.Min);
-    bar->SetMax(element.Max);
+    bar->StartAtMin(element.Min, element.Max);
     bar->show();
     return std::nullopt;
 }

@@ -141,6 +141,31 @@ TEST_F(RefreshTest, ValuesReachTheirElementsAndMarkTheirPids) {
     for (const bool wanted : basGlobal.PidWanted) EXPECT_FALSE(wanted);
 }
 
+TEST_F(RefreshTest, ALoadedElementStartsAtItsMinimum) {
+    Picture("track.png", 100, 100, Qt::black);
+    const std::string look =
+        "Background=track.png\nBargraph0Background=track.png\nBargraph1Background=track.png\n"
+        "Bargraph0Direction=1\nBargraph1Direction=0\nSlider0Direction=1\n";
+    Start(
+        "[mainmenu]\nSlider0Function=obd_05\nBargraph0Function=obd_05\nBargraph0Max=100\n"
+        "Bargraph1Function=obd_05\nBargraph1Max=100\nSlider0" +
+        look +
+        "[mute]\nSlider0Function=x\nBargraph0Function=x\nBargraph0Min=-1000\n"
+        "Bargraph0Max=900\nBargraph1Function=x\nBargraph1Min=5\nBargraph1Max=5\nSlider0" +
+        look);
+    basGlobal.LiveRaw[5] = 40;
+    Load("mainmenu");
+    Refresh();
+    EXPECT_EQ(Screen().SliderArray[0]->Position(), 40);
+    EXPECT_EQ(Screen().Bargraph[0]->Position(), 40);
+    EXPECT_EQ(Screen().Bargraph[1]->Position(), 60);
+    Load("mute");
+    Refresh();
+    EXPECT_EQ(Screen().SliderArray[0]->Position(), 0);
+    EXPECT_EQ(Screen().Bargraph[0]->Position(), 0);
+    EXPECT_EQ(Screen().Bargraph[1]->Position(), 100) << "empty, though equal bounds give no scale";
+}
+
 TEST_F(RefreshTest, ChartsStartEmptyOnEachPage) {
     Start(
         "[mainmenu]\nChart0Function=sensor_rpm\nChart1Function=sensor_rpm\n[one]\n"
