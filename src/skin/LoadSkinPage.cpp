@@ -101,13 +101,6 @@ void TellMissingSkin() {
                                             basGlobal.IniFile + "\n\nCtrl+Q ends the program."));
 }
 
-void ShowCodeTicker() {
-    bool codesShown = false;
-    for (const SkinList* list : skinScreen->List)
-        codesShown |= !list->isHidden() && list->Slot() == &basGlobal.Lists[kCodeListSlot];
-    basGlobal.tiDTCScroll.SetEnabled(codesShown);
-}
-
 /// Filling may show a message, and while that waits another page may be loaded.
 void FillShownLists() {
     std::vector<int> slots;
@@ -139,7 +132,7 @@ void BuildPage(const std::string& name, bool box) {
         dialog->ForgetFocus();  // until it is answered, the keys are meant for it
     else
         skinScreen->SetInitialFocus();
-    ShowCodeTicker();
+    SwitchCodeTicker();
     FillShownLists();
     if (error) ReportError(*error);
 }
@@ -217,6 +210,15 @@ int ListPageSize() {
     if (skinScreen == nullptr) return 0;
     const int last = skinScreen->Count(ElementKind::List) - 1;
     return last < 0 ? 0 : skinScreen->List[static_cast<std::size_t>(last)]->PageSize();
+}
+
+void SwitchCodeTicker() {
+    bool shown = false;
+    if (skinScreen != nullptr) {
+        for (const SkinList* list : skinScreen->List)
+            shown |= !list->isHidden() && list->Slot() == &basGlobal.Lists[kCodeListSlot];
+    }
+    basGlobal.tiDTCScroll.SetEnabled(shown && CodesListed());
 }
 
 void ClearChart(int index) {

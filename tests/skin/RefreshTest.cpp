@@ -166,6 +166,26 @@ TEST_F(RefreshTest, ALoadedElementStartsAtItsMinimum) {
     EXPECT_EQ(Screen().Bargraph[1]->Position(), 100) << "empty, though equal bounds give no scale";
 }
 
+TEST_F(RefreshTest, TheTickerRunsWhileTheListShowsACode) {
+    Start("[mainmenu]\n[codes]\nList0Function=troublecodes\nList0Width=100\nList0Height=100\n");
+    const auto read = [](std::int16_t codes) {
+        basGlobal.DtcCount = codes;
+        ShowTroubleCodes();
+        return basGlobal.tiDTCScroll.Enabled();
+    };
+    basGlobal.DtcList[0] = "P0133";
+    EXPECT_FALSE(read(1)) << "not on this page";
+    Load("codes");
+    EXPECT_TRUE(basGlobal.tiDTCScroll.Enabled());
+    EXPECT_FALSE(read(0));
+    basGlobal.DtcCount = 1;  // counted by the interface, but not read
+    Load("codes");
+    EXPECT_FALSE(basGlobal.tiDTCScroll.Enabled()) << "\"No Errors\" stands still";
+    EXPECT_TRUE(read(1)) << "read while the page is open";
+    Load("mainmenu");
+    EXPECT_FALSE(basGlobal.tiDTCScroll.Enabled());
+}
+
 TEST_F(RefreshTest, ChartsStartEmptyOnEachPage) {
     Start(
         "[mainmenu]\nChart0Function=sensor_rpm\nChart1Function=sensor_rpm\n[one]\n"
