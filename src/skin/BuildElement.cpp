@@ -45,14 +45,6 @@ class PictureReader {
     std::optional<SkinError> error_;
 };
 
-/// A label without a width or a height reaches to the edge of any screen.
-DesignBox LabelBox(const SkinElement& element) {
-    constexpr int kToTheEdge = 4096;
-    return {static_cast<double>(element.X), static_cast<double>(element.Y),
-            static_cast<double>(element.Width > 0 ? element.Width : kToTheEdge),
-            static_cast<double>(element.Height > 0 ? element.Height : kToTheEdge)};
-}
-
 /// What a label shows from the start, where that is fixed.
 std::string FixedText(const SkinElement& element) {
     if (element.Function == kTitleWord) return ProgramTitle();
@@ -273,12 +265,13 @@ std::optional<SkinError> SkinScreen::BuildList(const SkinElement& element, int i
 }
 
 std::optional<SkinError> SkinScreen::BuildLabel(const SkinElement& element, int index) {
-    ContainerOf(element)->Add(
-        PageCanvas::LabelItem{index,
-                              LabelBox(element),
-                              {element.Font, static_cast<double>(element.FontSize), element.Color,
-                               element.Alignment, false, false},
-                              ShownText(FixedText(element))});
+    ContainerOf(element)->Add(PageCanvas::LabelItem{
+        index,
+        {static_cast<double>(element.X), static_cast<double>(element.Y),
+         static_cast<double>(element.Width), static_cast<double>(element.Height)},
+        {element.Font, static_cast<double>(element.FontSize), element.Color, element.Alignment,
+         false, false},
+        ShownText(FixedText(element))});
     if (element.Function.starts_with(kMediaTagWord)) HasMediaTagLabel = true;
     return std::nullopt;
 }

@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <algorithm>
 #include <utility>
 
 #include "core/basGlobal.h"
@@ -34,6 +35,9 @@ void PageCanvas::Add(GaugeItem item) {
 
 void PageCanvas::Add(LabelItem item) {
     item.Box.Scale = scale_;
+    item.ToRight = item.Box.Width <= 0;
+    item.ToBottom = item.Box.Height <= 0;
+    ReachEdges(item);
     update(item.Box.Pixels());
     labels_.push_back(std::move(item));
 }
@@ -51,12 +55,29 @@ void PageCanvas::SetScale(double scale) {
         item.Box.Scale = scale;
         item.Picture = item.Picture.AtScale(scale);
     }
-    for (LabelItem& item : labels_) item.Box.Scale = scale;
+    for (LabelItem& item : labels_) {
+        item.Box.Scale = scale;
+        ReachEdges(item);
+    }
     for (ChartItem& item : charts_) {
         item.Box.Scale = scale;
         item.Look.Background = item.Look.Background.AtScale(scale);
     }
     update();
+}
+
+void PageCanvas::SetExtent(QSize extent) {
+    if (extent == extent_) return;
+    extent_ = extent;
+    for (LabelItem& item : labels_) ReachEdges(item);
+    update();
+}
+
+/// A text that is aligned to the right or centred needs the true edge, not just one far away.
+void PageCanvas::ReachEdges(LabelItem& item) const {
+    const QSizeF page = QSizeF(extent_) / scale_;
+    if (item.ToRight) item.Box.Width = std::max(page.width() - item.Box.X, 0.0);
+    if (item.ToBottom) item.Box.Height = std::max(page.height() - item.Box.Y, 0.0);
 }
 
 void PageCanvas::SetNotice(const QString& text) {

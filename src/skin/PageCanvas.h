@@ -38,9 +38,11 @@ class PageCanvas : public QWidget {
     };
     struct LabelItem {
         int Index = 0;
-        DesignBox Box;
+        DesignBox Box;  ///< a width or height of 0 reaches to the edge of the page
         TextLook Look;
         QString Text;
+        bool ToRight = false;  ///< its width is what is left of the page; the canvas sees to it
+        bool ToBottom = false;
     };
     struct ChartItem {
         int Index = 0;
@@ -56,6 +58,9 @@ class PageCanvas : public QWidget {
     void Add(ChartItem item);
 
     void SetScale(double scale);
+
+    /// How far the page reaches from the corner of the canvas, in window pixels.
+    void SetExtent(QSize extent);
 
     /// Text shown in place of a page that cannot be built at all.
     void SetNotice(const QString& text);
@@ -83,6 +88,7 @@ class PageCanvas : public QWidget {
     void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
+    void ReachEdges(LabelItem& item) const;
     template <typename Item>
     static const Item* Find(const std::vector<Item>& items, int index);
     template <typename Item>
@@ -93,6 +99,7 @@ class PageCanvas : public QWidget {
     std::vector<LabelItem> labels_;
     std::vector<ChartItem> charts_;
     QString notice_;
+    QSize extent_;
     double scale_ = 1;
     bool pressed_ = false;
 };

@@ -104,7 +104,10 @@ void SkinScreen::Place() {
     page_->setGeometry(area);
     shield_->setGeometry(area);
     const DesignBox corner{static_cast<double>(boxX_), static_cast<double>(boxY_), 0, 0, scale_};
-    popUp_->setGeometry(QRect(corner.Pixels().topLeft(), area.size()));
+    const QPoint boxCorner = corner.Pixels().topLeft();
+    popUp_->setGeometry(QRect(boxCorner, area.size()));
+    page_->SetExtent(area.size());
+    popUp_->SetExtent(area.size() - QSize(boxCorner.x(), boxCorner.y()));
 }
 
 void SkinScreen::BeginPage() {
@@ -112,10 +115,10 @@ void SkinScreen::BeginPage() {
     basGlobal.ButtonTag.clear();
     basGlobal.SliderTag.clear();
     basGlobal.ChartCount = 0;
+    basGlobal.Charts = {};
     basGlobal.CurrentList = -1;
     Highlight = -1;
     HasDvdButton = false;
-    basGlobal.Charts = {};
     HasMediaTagLabel = false;
     page_->Clear();
     popUp_->Clear();

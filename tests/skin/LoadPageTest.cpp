@@ -349,6 +349,31 @@ TEST_F(LoadPageTest, FixedTextsTitleAndFlags) {
     EXPECT_FALSE(Screen().HasMediaTagLabel);
 }
 
+TEST_F(LoadPageTest, LabelsWithoutASizeEndWhereThePageDoes) {
+    const std::string labels =
+        "Label0Function=text\nLabel0Caption=HHHHHH\nLabel0Color=255\nLabel0X=100\n"
+        "Label0Alignment=1\nLabel0FontSize=40\n";
+    Start("[mainmenu]\n" + labels + "[box]\nBackgroundX=300\nBackgroundY=50\n" + labels);
+    Load("box", true);
+    const auto inkAt = [this](QRect strip) {
+        const QImage shown = window->grab(strip).toImage();
+        for (int i = 0; i < shown.width() * shown.height(); ++i) {
+            if (shown.pixelColor(i % shown.width(), i / shown.width()).red() > 128) return true;
+        }
+        return false;
+    };
+    for (const QSize size : {QSize(800, 480), QSize(1000, 300)}) {
+        window->resize(size);
+        ASSERT_TRUE(Until([&] { return Screen().Page()->size() == size; }));
+        EXPECT_EQ(Screen().Page()->Label(0)->Box.Pixels(),
+                  QRect(100, 0, size.width() - 100, size.height()));
+        EXPECT_EQ(Screen().PopUp()->Label(1)->Box.Pixels(),
+                  QRect(100, 0, size.width() - 400, size.height() - 50));
+        EXPECT_TRUE(inkAt(QRect(size.width() - 30, 0, 30, 50))) << "at the edge of the page";
+        EXPECT_TRUE(inkAt(QRect(size.width() - 30, 60, 30, 50))) << "and of the page beneath";
+    }
+}
+
 TEST_F(LoadPageTest, TextBoxesTakeTheFocusAndKeepTheirText) {
     const std::string field = "X=10\n";
     Start("[mainmenu]\n" + ButtonKeys({{"a", 300, 0}}) +
