@@ -1,5 +1,6 @@
 #include "skin/SkinFile.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -67,6 +68,12 @@ std::string SkinError::Context() const {
 
 std::string ReadSkinValue(const std::string& section, const std::string& key) {
     return ReadProfileString(basGlobal.SkinFile, section, key, "", kSkinValueBytes);
+}
+
+bool HasSkinSection(const std::string& name) {
+    const std::vector<std::string> sections = ProfileSections(basGlobal.SkinFile);
+    return std::any_of(sections.begin(), sections.end(),
+                       [&name](const std::string& section) { return EqualsNoCase(section, name); });
 }
 
 int ReadSkinInteger(const std::string& section, const std::string& key) {
