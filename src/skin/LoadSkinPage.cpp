@@ -1,5 +1,6 @@
 #include <cstdio>
 #include <optional>
+#include <utility>
 
 #include "controls/ChartTrace.h"
 #include "controls/SkinList.h"
@@ -27,18 +28,17 @@ bool MayBuild(const std::string& name) {
     return !freezePage || basGlobal.DtcCount > 0 || FreezeFrameMode();
 }
 
-/// A page that has reported a fault says nothing of a second one: its message would hide the first.
-bool faultReported = false;
+/// Builds under way. One may wait for the user, who reads a message that it shows.
+int buildsUnderWay = 0;
 
-void PrintError(const SkinError& error) {
-    std::fprintf(stderr, "Skin Config Error %s: %s\n", error.Context().c_str(),
-                 error.Description.c_str());
-}
+/// A fault that the deferred pass found during that time: its message would hide the one that is
+/// open, so it follows it.
+std::optional<SkinError> faultToFollow;
 
 void ReportError(const SkinError& error) {
     const std::string text = "Skin Config Error " + error.Context() + "\r\n" + error.Description;
-    PrintError(error);
-    faultReported = true;
+    std::fprintf(stderr, "Skin Config Error %s: %s\n", error.Context().c_str(),
+                 error.Description.c_str());
     ShowPlainMessage(text, kMessageCritical, "Dravik");
 }
 
@@ -114,7 +114,8 @@ void FillShownLists() {
 void BuildPage(const std::string& name, bool box) {
     PageCanvas* page = skinScreen->Page();
     page->setUpdatesEnabled(false);  // the page is not seen while it is being rebuilt
-    if (!box) faultReported = false;
+    if (!box) faultToFollow.reset();
+    ++buildsUnderWay;
     if (box)
         BeginBox(name);
     else
@@ -135,6 +136,8 @@ void BuildPage(const std::string& name, bool box) {
     SwitchCodeTicker();
     FillShownLists();
     if (error) ReportError(*error);
+    if (--buildsUnderWay > 0 || !faultToFollow) return;
+    ReportError(*std::exchange(faultToFollow, std::nullopt));
 }
 
 }  // namespace
@@ -183,8 +186,8 @@ void FinishPage() {
     }
     skinScreen->ApplyTabOrder();
     if (!error) return;
-    if (faultReported)
-        PrintError(*error);
+    if (buildsUnderWay > 0)
+        faultToFollow = error;
     else
         ReportError(*error);
 }
