@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 #include <optional>
 #include <utility>
@@ -19,6 +20,8 @@
 namespace dravik {
 
 namespace {
+
+constexpr const char* kFirstPage = "mainmenu";
 
 SkinScreen* skinScreen = nullptr;
 
@@ -94,11 +97,33 @@ void BeginPage(const std::string& name) {
     skinScreen->ReadDesignSize();
 }
 
-/// A skin that is not there at all leaves nothing to build: the page says so itself.
-void TellMissingSkin() {
-    skinScreen->Page()->SetNotice(ShownText("The skin file was not found:\n" + basGlobal.SkinFile +
-                                            "\n\nSet Skin in the section Options of\n" +
-                                            basGlobal.IniFile + "\n\nCtrl+Q ends the program."));
+bool PageIsEmpty() {
+    const auto kinds = SkinKinds();
+    return std::all_of(kinds.begin(), kinds.end(),
+                       [](const SkinKind& kind) { return skinScreen->Count(kind.Kind) == 0; });
+}
+
+/// Why there is nothing to show, where the skin is at fault.
+std::string WhyNothing(const std::optional<SkinError>& error) {
+    if (!FileExists(basGlobal.SkinFile))
+        return "The skin file was not found:\n" + basGlobal.SkinFile;
+    if (!PageIsEmpty()) return {};
+    if (!HasSkinSection(kFirstPage))
+        return "The skin file has no page \"" + std::string(kFirstPage) + "\":\n" +
+               basGlobal.SkinFile;
+    if (error) return "A fault in the skin leaves nothing to show:\n" + error->Context();
+    return {};
+}
+
+/// Without a page that could lead on, the background leads to the settings.
+void TellWhyNothing(const std::optional<SkinError>& error) {
+    const std::string reason = WhyNothing(error);
+    if (reason.empty()) return;
+    skinScreen->Page()->SetNotice(
+        ShownText(reason +
+                  "\n\nTouch the screen to choose another skin, or set Skin in the section Options "
+                  "of\n" +
+                  basGlobal.IniFile + "\n\nCtrl+Q ends the program."));
 }
 
 /// Filling may show a message, and while that waits another page may be loaded.
@@ -123,7 +148,7 @@ void BuildPage(const std::string& name, bool box) {
     const std::optional<SkinError> error = LoadSections(name, box);
     skinScreen->HideSurplus();
     skinScreen->StackControls();
-    if (!FileExists(basGlobal.SkinFile)) TellMissingSkin();
+    if (!box) TellWhyNothing(error);
     skinScreen->Events.PageBuilt();
     page->setUpdatesEnabled(true);
 

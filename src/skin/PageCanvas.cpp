@@ -157,10 +157,14 @@ void PageCanvas::paintEvent(QPaintEvent* event) {
         }
     }
     if (!notice_.isEmpty()) {
-        painter.setPen(Qt::white);
         constexpr int kMargin = 24;
-        painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
-                         Qt::AlignCenter | Qt::TextWrapAnywhere, notice_);
+        constexpr double kPoints = 12;
+        const QRect area = rect().adjusted(kMargin, kMargin, -kMargin, -kMargin);
+        painter.setPen(Qt::white);
+        PaintFitted(
+            painter, area,
+            FitText(notice_, area.size(), {"", kPoints, 0, 2, false, false}, PlainScale(size())),
+            Qt::AlignCenter);
     }
 }
 

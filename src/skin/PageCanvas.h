@@ -64,6 +64,7 @@ class PageCanvas : public QWidget {
 
     /// Text shown in place of a page that cannot be built at all.
     void SetNotice(const QString& text);
+    bool HasNotice() const { return !notice_.isEmpty(); }
 
     // Setters for the item of an element; nothing happens when this canvas has none of that index.
     void SetImageVisible(int index, bool visible);

@@ -403,16 +403,31 @@ TEST_F(LoadPageTest, TextBoxesTakeTheFocusAndKeepTheirText) {
     EXPECT_EQ(Screen().Textbox[1]->Text(), "");
 }
 
-TEST_F(LoadPageTest, MissingSkinFileIsToldOnThePageItself) {
+TEST_F(LoadPageTest, APageWithoutASkinSaysSoAndATouchOpensTheSettings) {
     Start("[mainmenu]\n");
     const QImage empty = window->grab().toImage();
-    std::filesystem::remove(folder / "skins/test.ini");
-    EXPECT_THAT(Load("mainmenu"), IsEmpty());
-    const QImage notice = window->grab().toImage();
-    EXPECT_NE(notice, empty);
-    WriteSkin("[mainmenu]\n");
-    Load("mainmenu");
-    EXPECT_EQ(window->grab().toImage(), empty);
+    const struct {
+        const char* Skin;  ///< null: no file
+        bool Notice, Fault;
+    } rows[] = {{nullptr, true, false},
+                {"", true, false},
+                {"[other]\nButton0Function=x\n", true, false},
+                {"[mainmenu]\nImage0Function=x\nImage0Picture=none.png\n", true, true},
+                {"[mainmenu]\n", false, false}};
+    for (const auto& row : rows) {
+        if (row.Skin != nullptr)
+            WriteSkin(row.Skin);
+        else
+            std::filesystem::remove(folder / "skins/test.ini");
+        EXPECT_EQ(!Load("mainmenu").empty(), row.Fault);
+        EXPECT_EQ(Screen().Page()->HasNotice(), row.Notice);
+        EXPECT_EQ(window->grab().toImage() != empty, row.Notice);
+        Click(400, 400);
+        EXPECT_EQ(basGlobal.LastCommand, row.Notice ? "config" : "openmenu_mainmenu");
+        for (QWidget* other : QApplication::topLevelWidgets()) {
+            if (other != window.get() && other->isVisible()) other->close();
+        }
+    }
 }
 
 }  // namespace
