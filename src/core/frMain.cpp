@@ -70,7 +70,7 @@ void frMain::ConnectTimers() {
 }
 
 void frMain::ConnectScreen() {
-    screen_->Page()->BackgroundClicked = [this] {
+    screen_->Page()->BackgroundClicked = [this](bool) {
         ExecuteCommand(screen_->Page()->HasNotice() ? "config" : "openmenu_mainmenu");
     };
     ScreenEvents& events = screen_->Events;

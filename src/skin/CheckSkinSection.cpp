@@ -9,6 +9,7 @@
 #include "platform/Text.h"
 #include "skin/CheckSkinParts.h"
 #include "skin/PageControl.h"
+#include "skinfunc/basValueProc.h"
 
 namespace dravik {
 
@@ -275,6 +276,7 @@ void SkinFindings::CheckElement(const SkinElement& element, SectionFacts& facts)
     const string function = ElementKey(kind, element.Number, "Function");
     CheckValue(section, function, Read::Text);
     Note(facts, CheckRole(section, function, *kind.Role), function);
+    if (element.Kind == ElementKind::Button) facts.LeavesBox |= LeavesBox(element.Function);
     for (const SkinKey& key : kind.Keys) {
         const string name = ElementKey(kind, element.Number, key.Name);
         CheckValue(section, name, key.How);

@@ -168,13 +168,39 @@ void PageCanvas::paintEvent(QPaintEvent* event) {
     }
 }
 
+/// Whether no element lies at that point.
+bool PageCanvas::IsBeside(QPoint point) const {
+    const auto covers = [this, point](const QRect& element) {
+        return element.contains(point) && !element.contains(QRect(QPoint(0, 0), extent_));
+    };
+    const auto any = [](const auto& items, const auto& covering) {
+        return std::any_of(items.begin(), items.end(), covering);
+    };
+    return !any(images_, [&](const ImageItem& item) {
+        return item.Visible && covers(item.Box.Pixels());
+    }) && !any(labels_, [&](const LabelItem& item) {
+        return !item.ToRight && !item.ToBottom && covers(item.Box.Pixels());
+    }) && !any(charts_, [&](const ChartItem& item) {
+        return covers(item.Box.Pixels());
+    }) && !any(gauges_, [&](const GaugeItem& item) {
+        return item.Line && covers(NeedleBounds(*item.Line, item.Look, scale_));
+    }) && !any(children(), [&](const QObject* child) {
+        const auto* control = qobject_cast<const QWidget*>(child);
+        return control != nullptr && !control->isHidden() && control->geometry().contains(point);
+    });
+}
+
 void PageCanvas::mousePressEvent(QMouseEvent* event) {
     pressed_ = event->button() == Qt::LeftButton;
+    pressedBeside_ =
+        event->type() == QEvent::MouseButtonPress && IsBeside(event->position().toPoint());
 }
 
 void PageCanvas::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !std::exchange(pressed_, false)) return;
-    if (rect().contains(event->position().toPoint()) && BackgroundClicked) BackgroundClicked();
+    const QPoint point = event->position().toPoint();
+    if (rect().contains(point) && BackgroundClicked)
+        BackgroundClicked(pressedBeside_ && IsBeside(point));
 }
 
 }  // namespace dravik

@@ -80,8 +80,10 @@ class PageCanvas : public QWidget {
     const LabelItem* Label(int index) const { return Find(labels_, index); }
     const ChartItem* Chart(int index) const { return Find(charts_, index); }
 
-    /// A click on the background, where no element takes it.
-    std::function<void()> BackgroundClicked;
+    /// A click on the background, where no control takes it. `beside` tells that no other element
+    /// lies there either: an image as large as the page and a label that reaches to its edge do not
+    /// count, nor does the second press of a double click.
+    std::function<void(bool beside)> BackgroundClicked;
 
  protected:
     void paintEvent(QPaintEvent* event) override;
@@ -89,6 +91,7 @@ class PageCanvas : public QWidget {
     void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
+    bool IsBeside(QPoint point) const;
     void ReachEdges(LabelItem& item) const;
     template <typename Item>
     static const Item* Find(const std::vector<Item>& items, int index);
@@ -103,6 +106,7 @@ class PageCanvas : public QWidget {
     QSize extent_;
     double scale_ = 1;
     bool pressed_ = false;
+    bool pressedBeside_ = false;
 };
 
 template <typename Item>

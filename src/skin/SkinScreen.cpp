@@ -11,6 +11,8 @@
 #include "controls/Slider.h"
 #include "core/basGlobal.h"
 #include "skin/PageCanvas.h"
+#include "skin/PageControl.h"
+#include "skinfunc/basValueProc.h"
 
 namespace dravik {
 
@@ -41,13 +43,17 @@ void ScaleAll(const std::vector<T*>& array, double scale) {
 SkinScreen::SkinScreen(QWidget* window)
     : window_(window),
       page_(new PageCanvas(window)),
-      shield_(new QWidget(window)),
+      shield_(new PageCanvas(window)),
       popUp_(new PageCanvas(shield_)) {
     Events.ButtonClicked = Events.ButtonPressed = Events.ButtonReleased = Events.ButtonEntered =
         Events.ListActivated = [](int) {};
     Events.SliderChanged = [](int, std::int32_t&) {};
     Events.PageBuilt = [] {};
     shield_->hide();
+    shield_->setFocusPolicy(Qt::NoFocus);
+    shield_->BackgroundClicked = popUp_->BackgroundClicked = [this](bool beside) {
+        if (beside && !BoxHasWayOut()) CloseBox();
+    };
 }
 
 SkinScreen::~SkinScreen() = default;
@@ -58,6 +64,18 @@ bool SkinScreen::BoxShown() const {
 
 void SkinScreen::ShowBox(bool shown) {
     shield_->setVisible(shown);
+}
+
+bool SkinScreen::BoxHasWayOut() const {
+    const auto& elements = elements_[static_cast<std::size_t>(ElementKind::Button)];
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        // A button without a picture or off the page cannot be touched.
+        const QRect place = Button[i]->geometry().translated(popUp_->pos());
+        if (elements[i].InBox && LeavesBox(elements[i].Function) &&
+            place.intersects(shield_->rect()))
+            return true;
+    }
+    return false;
 }
 
 void SkinScreen::ReadDesignSize() {

@@ -213,6 +213,48 @@ TEST_F(LoadPageTest, BoxLiesOverThePageAndTakesItsClicks) {
     EXPECT_EQ(basGlobal.LastCommand, "sensoron_page");
 }
 
+TEST_F(LoadPageTest, ATouchBesideABoxClosesOneThatNothingElseCloses) {
+    Picture("ground.png", 800, 480, Qt::gray);
+    const std::string image = "Image0Function=x\nImage0Picture=b64.png\nImage0X=400\n";
+    const std::string ground = "Image1Function=x\nImage1Picture=ground.png\n";
+    const std::string label = "Label0Function=time\nLabel0Color=0\n";
+    const auto box = [](const char* command) { return ButtonKeys({{command, 0, 0}}); };
+    Start("[mainmenu]\n" + ButtonKeys({{"sensoron_page", 10, 10}}) +
+          "[stuck]\nBackgroundX=200\nBackgroundY=100\n" + box("sensoron_a") + image + label +
+          "[full]\n" + box("osk") + image + ground + "[close]\n" + box("CloseBox") + "[exit]\n" +
+          box("exit") + "[other]\n" + box("openbox_stuck") + "[page]\n" + box("openmenu_mainmenu") +
+          "[ask]\n" + box("showquery_Sure?:exit") + "[sizeless]\nButton0Function=exit\n[far]\n" +
+          ButtonKeys({{"exit", 900, 0}}));
+    const struct {
+        const char* Box;
+        QPoint At;
+        bool Closes;
+    } rows[] = {
+        {"stuck", {20, 20}, true},     {"stuck", {700, 400}, true},  {"stuck", {230, 130}, false},
+        {"stuck", {630, 130}, false},  {"full", {700, 400}, true},   {"full", {420, 30}, false},
+        {"missing", {400, 240}, true}, {"close", {700, 400}, false}, {"exit", {700, 400}, false},
+        {"other", {700, 400}, false},  {"page", {700, 400}, false},  {"ask", {700, 400}, false},
+        {"sizeless", {99, 99}, true},  {"far", {99, 99}, true}};
+    for (const auto& row : rows) {
+        Load("mainmenu");
+        Load(row.Box, true);
+        Click(row.At.x(), row.At.y());
+        EXPECT_EQ(BoxOpen(), !row.Closes) << row.Box << row.At.x();
+        EXPECT_NE(basGlobal.LastCommand, "sensoron_page");
+    }
+    Load("mainmenu");
+    Load("stuck", true);
+    QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, QPoint(20, 20));
+    EXPECT_FALSE(BoxOpen());
+    // The second tap of two that began on the page.
+    const QPoint at(500, 400);
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, at);
+    Load("stuck", true);
+    QTest::mousePress(window->windowHandle(), Qt::LeftButton, {}, at, 1);
+    QTest::mouseRelease(window->windowHandle(), Qt::LeftButton, {}, at, 1);
+    EXPECT_TRUE(BoxOpen());
+}
+
 TEST_F(LoadPageTest, LimitsAreErrorsThatNameTheElement) {
     const std::string labels = Repeated("Label", 21, "time", {"Color=0"});
     const std::string gauges = Repeated("Gauge", 9, "x", {"Color=0"});

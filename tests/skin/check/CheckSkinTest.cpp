@@ -178,6 +178,7 @@ const Mistake kMistakes[] = {
     // Pages.
     {"=openmenu_codes", "=openmenu_codecs", "engine", "Button1Function", "no page \"codecs\"", 2},
     {":exit", ":obd_connect", "engine", "Button0Function", "one \"_\" too many"},
+    {"=closebox", "=quit", "keys", "", "no button closes this box"},
     {":exit", ":leave", "engine", "Button0Function", "\"leave\" is not a command"},
     {"Menu1=engine", "Menu1=engin", "General", "Menu1", "no page \"engin\"", 3},
     {"Menu1=engine", "Menu1=Engine", "General", "Menu1", "lower case"},
@@ -247,6 +248,7 @@ TEST(CheckSkin, LeavesAloneWhatWorks) {
         {"=time\n", "=SENSOR_RPM.Engine\n"},
         {"=obd_05", "=obd_0c"},
         {"; a comment", "\n \n ;; a comment"},
+        {"=closebox", "=showquery_Sure?:exit"},
     };
     const SoundSkin skin;
     for (const auto& [old, other] : kChanges) {
