@@ -59,7 +59,10 @@ void PaintNeedle(QPainter& painter, const NeedleLine& line, const NeedleLook& lo
     const Qt::PenCapStyle cap = style == Qt::SolidLine ? Qt::RoundCap : Qt::FlatCap;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, true);
-    painter.setPen(QPen(SkinColor(look.Color), PenWidth(look, scale), style, cap));
+    const double width = PenWidth(look, scale);
+    painter.setPen(QPen(SkinColor(look.Color), width, style, cap));
+    // The middle of an odd number of pixels is the middle of a pixel, not the edge between two.
+    if (std::lround(width) % 2 != 0) painter.translate(0.5, 0.5);
     painter.drawLine(OnScreen(line, scale));
     painter.restore();
 }

@@ -121,8 +121,9 @@ bool Scale(SkinPicture::Data& data, const QImage& pixels) {
 
 /// Decodes the file into `data`, or says in its Error why that failed.
 void Decode(SkinPicture::Data& data, const QString& file, bool doubleSize) {
-    const std::string notAPicture = "not a picture: " + data.Path;
-    const std::string tooLarge = "picture too large: " + data.Path;
+    const std::string name = doubleSize ? DoubleSizeName(data.Path) : data.Path;
+    const std::string notAPicture = "not a picture: " + name;
+    const std::string tooLarge = "picture too large: " + name;
 
     QImageReader reader(file);
     reader.setDecideFormatFromContent(true);
@@ -130,9 +131,7 @@ void Decode(SkinPicture::Data& data, const QString& file, bool doubleSize) {
         data.Error = notAPicture;
         return;
     }
-    // The size is known before the pixels are, so that a huge picture costs no memory.
-    const QSize size = reader.size();
-    if (size.width() > kPictureLimit || size.height() > kPictureLimit) {
+    if (IsTooLarge(reader)) {
         data.Error = tooLarge;
         return;
     }

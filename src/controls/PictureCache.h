@@ -35,7 +35,8 @@ class SkinPicture {
     const std::string& Path() const;
 
     /// Why there is nothing to draw: "file not found: PATH", "not a picture: PATH" or
-    /// "picture too large: PATH". Empty when all is well and when no picture was asked for.
+    /// "picture too large: PATH", with the path of the file that was read ("@2x" or not). Empty
+    /// when all is well and when no picture was asked for.
     const std::string& Error() const;
 
     /// The same picture for another scale, on the display as it is now.
@@ -65,7 +66,7 @@ class SkinPicture {
 /// A file is decoded once per scale and kept while it is among those used last (kPictureCacheBytes
 /// in all); pictures that are still shown stay alive in any case. A file that has changed on the
 /// disk is read again. More than kPictureLimit pixels a side, or kPicturePixels
-/// in all, are refused.
+/// in all, are refused, as is a file that decodes to more than 128 MB.
 SkinPicture LoadSkinPicture(const std::string& path, double scale);
 
 /// Tells how many pixels of the display lie along one window pixel: 1, or more on a display of high

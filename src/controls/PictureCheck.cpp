@@ -12,10 +12,11 @@ PictureFacts InspectPicture(const std::string& path) {
     if (!FileExists(path)) return {0, 0, "there is no such picture"};
     QImageReader reader(QString::fromUtf8(ResolvePath(path)));
     reader.setDecideFormatFromContent(true);
-    const QSize stated = reader.size();
-    if (stated.width() > kPictureLimit || stated.height() > kPictureLimit)
+    if (IsTooLarge(reader))
         return {0, 0,
-                "the picture has more than " + std::to_string(kPictureLimit) + " pixels a side"};
+                "the picture has more than " + std::to_string(kPictureLimit) +
+                    " pixels a side, or takes more than " +
+                    std::to_string(QImageReader::allocationLimit()) + " MB"};
     const QByteArray format = reader.format();
     const QImage image = reader.read();
     if (IsCutOff(reader.fileName(), format)) return {0, 0, "the picture is cut off"};

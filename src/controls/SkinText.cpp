@@ -1,7 +1,9 @@
 #include "controls/SkinText.h"
 
 #include <QApplication>
+#include <QImage>
 #include <QPainter>
+#include <QTextOption>
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -79,6 +81,64 @@ void PaintText(QPainter& painter, const QRect& rectangle, const QString& text, c
     painter.setFont(SkinFont(look, scale));
     painter.setPen(SkinColor(look.Color));
     painter.drawText(rectangle, int(SkinAlignment(look.Alignment) | Qt::AlignTop), text);
+}
+
+// Fitted texts
+// -------------------------------------------------------------------------------------
+
+namespace {
+
+QTextOption Wrapping(Qt::Alignment alignment) {
+    QTextOption option(alignment);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    return option;
+}
+
+/// The text with only so many of its characters, half of them from either end.
+QString WithoutMiddle(const QString& text, qsizetype kept) {
+    return text.left(kept / 2) + QStringLiteral(" ... ") + text.right(kept - kept / 2);
+}
+
+}  // namespace
+
+double WrappedHeight(const QString& text, const QFont& font, double width) {
+    constexpr double kEndless = 1e6;
+    QImage paper(1, 1, QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&paper);
+    painter.setFont(font);
+    return painter.boundingRect(QRectF(0, 0, width, kEndless), text, Wrapping(Qt::AlignLeft))
+        .height();
+}
+
+FittedText FitText(const QString& text, QSizeF area, const TextLook& look, double scale) {
+    FittedText fitted{text, SkinFont(look, scale)};
+    const auto fits = [&area](const FittedText& tried) {
+        return WrappedHeight(tried.Text, tried.Font, area.width()) <= area.height();
+    };
+    while (!fits(fitted) && fitted.Font.pixelSize() > kLeastFontPixels)
+        fitted.Font.setPixelSize(fitted.Font.pixelSize() - 1);
+    if (fits(fitted)) return fitted;
+    qsizetype most = text.size();  // the most characters that fit lie below this
+    for (qsizetype least = 0; least + 1 < most;) {
+        const qsizetype kept = (least + most) / 2;
+        fitted.Text = WithoutMiddle(text, kept);
+        (fits(fitted) ? least : most) = kept;
+    }
+    fitted.Text = WithoutMiddle(text, std::max<qsizetype>(most - 1, 0));
+    return fitted;
+}
+
+void PaintFitted(QPainter& painter, const QRect& area, const FittedText& text,
+                 Qt::Alignment alignment) {
+    painter.setFont(text.Font);
+    painter.drawText(QRectF(area), text.Text, Wrapping(alignment));
+}
+
+double PlainScale(QSize window) {
+    constexpr double kWidth = 800;
+    constexpr double kHeight = 480;
+    constexpr double kLeast = 0.7;
+    return std::max(std::min(window.width() / kWidth, window.height() / kHeight), kLeast);
 }
 
 }  // namespace dravik

@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QFont>
 #include <QRect>
+#include <QSizeF>
 #include <QString>
 #include <cstdint>
 #include <string>
@@ -48,5 +49,31 @@ QString ShownText(std::string_view bytes);
 /// breaks and is clipped at the rectangle.
 void PaintText(QPainter& painter, const QRect& rectangle, const QString& text, const TextLook& look,
                double scale);
+
+/// A text in the form in which it fits somewhere.
+struct FittedText {
+    QString Text;
+    QFont Font;
+};
+
+/// Height of a text that is wrapped at that width, in window pixels. A word that is longer than the
+/// line wraps anywhere.
+double WrappedHeight(const QString& text, const QFont& font, double width);
+
+/// Makes a text fit into an area of that size in window pixels: it is wrapped, then set in a
+/// smaller font down to kLeastFontPixels, and at last loses its middle. Its end stays, since a
+/// message about a file ends in the file's name.
+FittedText FitText(const QString& text, QSizeF area, const TextLook& look, double scale);
+
+/// Draws a fitted text into the area that it was fitted to.
+void PaintFitted(QPainter& painter, const QRect& area, const FittedText& text,
+                 Qt::Alignment alignment);
+
+/// The scale of what the program itself writes, without a skin, in a window of that size: it grows
+/// with the window, and in a small one stays large enough for eyes and fingers. A design pixel is
+/// then that of a window of 800 x 480.
+double PlainScale(QSize window);
+
+constexpr int kLeastFontPixels = 10;  ///< a text that is fitted is not made smaller
 
 }  // namespace dravik

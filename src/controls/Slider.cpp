@@ -115,6 +115,16 @@ void Slider::Setmin(std::int32_t min) {
     ShowLastValue();
 }
 
+void Slider::StartAtMin(std::int32_t min, std::int32_t max) {
+    min_ = min;
+    max_ = max;
+    lastSet_ = min;
+    dragged_ = false;
+    // Where equal bounds give no scale, the knob stays here.
+    position_ = horizontal_ ? 0 : ToInteger(TrackLength() - KnobLength());
+    ShowLastValue();
+}
+
 void Slider::SetPicture(SkinPicture& part, const SkinPicture& picture) {
     const SkinPicture scaled = picture.AtScale(box_.Scale);
     if (scaled == part) return;

@@ -46,6 +46,9 @@ class Slider : public QWidget {
     void SetNumber(double value);
     /// Moves the knob without touching the value.
     void SetPosition(std::int32_t position);
+    /// Sets both bounds at once and the value to `min`, whatever was shown before; with equal
+    /// bounds the knob stands at the track's start. Comes after the direction and the pictures.
+    void StartAtMin(std::int32_t min, std::int32_t max);
     void SetMax(std::int32_t max);
     void Setmin(std::int32_t min);
     void SetBar(const SkinPicture& picture);

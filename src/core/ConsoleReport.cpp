@@ -100,8 +100,7 @@ Placed PlaceOf(const SkinScreen& screen, const ScreenElement& element, int index
     const PageCanvas* canvas = screen.ContainerOf(element);
     if (const QWidget* control = screen.Control(element.Kind, index))
         return {control->geometry(), !control->isHidden()};
-    if (element.Kind == ElementKind::Label)
-        return {canvas->Label(index)->Box.Pixels().intersected(canvas->rect()), true};
+    if (element.Kind == ElementKind::Label) return {canvas->Label(index)->Box.Pixels(), true};
     if (element.Kind == ElementKind::Chart) return {canvas->Chart(index)->Box.Pixels(), true};
     if (element.Kind == ElementKind::Gauge)
         return {DialRect(*canvas->Gauge(index), element, screen.Scale()), true};

@@ -68,7 +68,9 @@ void frMain::ConnectTimers() {
 }
 
 void frMain::ConnectScreen() {
-    screen_->Page()->BackgroundClicked = [] { ExecuteCommand("openmenu_mainmenu"); };
+    screen_->Page()->BackgroundClicked = [this](bool) {
+        ExecuteCommand(screen_->Page()->HasNotice() ? "config" : "openmenu_mainmenu");
+    };
     ScreenEvents& events = screen_->Events;
     events.ButtonPressed = [this](int index) { selection_->ButtonPressed(index); };
     events.ButtonReleased = [this](int) { selection_->StopRepeat(); };

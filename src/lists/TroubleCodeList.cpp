@@ -4,11 +4,13 @@
 #include "lists/basFunctions.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
+#include "skin/PageControl.h"
 
 namespace dravik {
 
 namespace {
 
+constexpr const char* kNoErrors = "No Errors";
 constexpr std::size_t kFixedCharacters = 7;  // the code, its colon and its blank do not scroll
 
 /// Where the character behind the one at `index` begins, at most the end of the text. A character
@@ -28,7 +30,8 @@ void ShowTroubleCodes() {
     ListSlot& list = basGlobal.Lists[kCodeListSlot];
     ClearList(list);
     if (basGlobal.DtcCount < 1) {
-        AddListEntry(list, {"No Errors", "", "No Errors"});
+        AddListEntry(list, {kNoErrors, "", kNoErrors});
+        SwitchCodeTicker();
         return;
     }
     const std::size_t count =
@@ -40,6 +43,14 @@ void ShowTroubleCodes() {
             code + ": " + ReadIniString(basGlobal.DescriptionFile, "errorcodes", code) + ". ";
         AddListEntry(list, {line, "", line});
     }
+    SwitchCodeTicker();
+}
+
+bool CodesListed() {
+    // The interface may count codes that have not been read, while the list says that there are
+    // none.
+    const ListSlot& list = basGlobal.Lists[kCodeListSlot];
+    return basGlobal.DtcCount > 0 && !list.Entries.empty() && list.Entries.front().Tag != kNoErrors;
 }
 
 void ScrollTroubleCode() {

@@ -82,6 +82,9 @@ extern std::function<bool(const std::string& file)> PlayMedium;
 
 // Trouble codes -----------------------------------------------------------------------------------
 
+/// True while the list of trouble codes shows at least one.
+bool CodesListed();
+
 /// The tick of tiDTCScroll: rotates the text of the selected trouble code by one character, all of
 /// it behind the code, its colon and its blank.
 void ScrollTroubleCode();

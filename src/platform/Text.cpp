@@ -160,6 +160,11 @@ std::string ReplaceAll(std::string text, std::string_view what, std::string_view
     return result.append(text, from);
 }
 
+std::string_view WithoutPlus(std::string_view number) {
+    if (number.starts_with('+') && !number.starts_with("+-")) number.remove_prefix(1);
+    return number;
+}
+
 double LeadingNumber(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t");
     if (first == std::string_view::npos) return 0;

@@ -31,6 +31,10 @@ std::string_view Trimmed(std::string_view text);
 /// Every occurrence of `what` replaced by `with`; the replacement is not searched again.
 std::string ReplaceAll(std::string text, std::string_view what, std::string_view with);
 
+/// A number as text without its plus sign. A sign that another one follows stays, as what follows
+/// is no number then.
+std::string_view WithoutPlus(std::string_view number);
+
 /// Leading-number conversion: blanks and tabs are skipped, then the longest prefix that is a
 /// decimal number (sign, digits, ".", exponent) is taken; 0 when there is none. Independent of the
 /// system's locale.

@@ -45,14 +45,6 @@ class PictureReader {
     std::optional<SkinError> error_;
 };
 
-/// A label without a width or a height reaches to the edge of any screen.
-DesignBox LabelBox(const SkinElement& element) {
-    constexpr int kToTheEdge = 4096;
-    return {static_cast<double>(element.X), static_cast<double>(element.Y),
-            static_cast<double>(element.Width > 0 ? element.Width : kToTheEdge),
-            static_cast<double>(element.Height > 0 ? element.Height : kToTheEdge)};
-}
-
 /// What a label shows from the start, where that is fixed.
 std::string FixedText(const SkinElement& element) {
     if (element.Function == kTitleWord) return ProgramTitle();
@@ -227,8 +219,7 @@ std::optional<SkinError> SkinScreen::BuildSlider(const SkinElement& element, int
     slider->SetBarOver(pictures.Load("BarOver", element.BarOver));
     slider->SetBarDown(pictures.Load("BarDown", element.BarDown));
     if (pictures.Error()) return pictures.Error();
-    slider->Setmin(0);
-    slider->SetMax(kSliderMax);
+    slider->StartAtMin(0, kSliderMax);
     basGlobal.SliderTag.push_back(element.Function);
     slider->show();
     return std::nullopt;
@@ -244,8 +235,7 @@ std::optional<SkinError> SkinScreen::BuildBargraph(const SkinElement& element, i
     bar->SetPictureProgress(pictures.Load("Progress", element.Progress));
     bar->SetBar(pictures.Load("Bar", element.Bar));
     if (pictures.Error()) return pictures.Error();
-    bar->Setmin(element.Min);
-    bar->SetMax(element.Max);
+    bar->StartAtMin(element.Min, element.Max);
     bar->show();
     return std::nullopt;
 }
@@ -275,12 +265,13 @@ std::optional<SkinError> SkinScreen::BuildList(const SkinElement& element, int i
 }
 
 std::optional<SkinError> SkinScreen::BuildLabel(const SkinElement& element, int index) {
-    ContainerOf(element)->Add(
-        PageCanvas::LabelItem{index,
-                              LabelBox(element),
-                              {element.Font, static_cast<double>(element.FontSize), element.Color,
-                               element.Alignment, false, false},
-                              ShownText(FixedText(element))});
+    ContainerOf(element)->Add(PageCanvas::LabelItem{
+        index,
+        {static_cast<double>(element.X), static_cast<double>(element.Y),
+         static_cast<double>(element.Width), static_cast<double>(element.Height)},
+        {element.Font, static_cast<double>(element.FontSize), element.Color, element.Alignment,
+         false, false},
+        ShownText(FixedText(element))});
     if (element.Function.starts_with(kMediaTagWord)) HasMediaTagLabel = true;
     return std::nullopt;
 }

@@ -130,7 +130,10 @@ class PageWalk {
         }
         Allow(page, counts);
         CheckLimits(page, counts, "");
-        for (const string& box : boxes) CheckBoxOver(page, box, counts);
+        for (const string& box : boxes) {
+            CheckBoxOver(page, box, counts);
+            CheckWayOut(box);
+        }
     }
 
     void CheckSharedSections(const string& page) {
@@ -239,6 +242,16 @@ class PageWalk {
         CheckLimits(box, sum, " and the page \"" + page + "\" beneath");
     }
 
+    /// A box that no touch on a button closes.
+    void CheckWayOut(const string& box) {
+        if (!boxes_.insert(LowerCased(box)).second) return;
+        for (const string& section : PageSections(box)) {
+            if (FactsOf(section).LeavesBox) return;
+        }
+        findings_.Add(box, "",
+                      "no button closes this box: closebox, exit, openbox_... or openmenu_...");
+    }
+
     /// The sections that nothing leads to. A shared section of such a page is told with the page.
     std::vector<string> Unreached() const {
         std::set<string> named = named_;
@@ -263,6 +276,7 @@ class PageWalk {
     std::vector<string> menus_;
     std::set<string> pages_;  ///< reached, in lower case
     std::set<string> named_;  ///< shared sections of reached pages
+    std::set<string> boxes_;  ///< pages that are opened as a box, in lower case
     std::deque<string> waiting_;
     std::map<string, SectionFacts> facts_;
     std::map<string, Counts> most_;  ///< elements on the fullest page with that section

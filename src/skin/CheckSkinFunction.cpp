@@ -21,7 +21,7 @@ string Quoted(string_view text) {
 
 bool IsWholeNumber(string_view text) {
     int number = 0;
-    if (text.starts_with('+')) text.remove_prefix(1);
+    text = WithoutPlus(text);
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc{} && end == text.data() + text.size();
 }

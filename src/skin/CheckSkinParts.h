@@ -55,6 +55,7 @@ struct SectionFacts {
     std::vector<NamedElement> Named;
     std::string NextMenuKey;    ///< key with "openmenu_+", empty when there is none
     std::string MenuBeforeKey;  ///< key with "openmenu_-"
+    bool LeavesBox = false;     ///< a button closes a box, or opens a page in its place
 };
 
 /// Collects what is wrong with one skin file.

@@ -9,6 +9,7 @@
 #include "platform/Text.h"
 #include "skin/CheckSkinParts.h"
 #include "skin/PageControl.h"
+#include "skinfunc/basValueProc.h"
 
 namespace dravik {
 
@@ -99,8 +100,7 @@ string UnknownKey(std::span<const SectionKey> rows, const string& key, const str
 
 bool IsInteger(string_view text) {
     int number = 0;
-    text = Trimmed(text);
-    if (text.starts_with('+')) text.remove_prefix(1);
+    text = WithoutPlus(Trimmed(text));
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return text.empty() || (error == std::errc{} && end == text.data() + text.size());
 }
@@ -276,6 +276,7 @@ void SkinFindings::CheckElement(const SkinElement& element, SectionFacts& facts)
     const string function = ElementKey(kind, element.Number, "Function");
     CheckValue(section, function, Read::Text);
     Note(facts, CheckRole(section, function, *kind.Role), function);
+    if (element.Kind == ElementKind::Button) facts.LeavesBox |= LeavesBox(element.Function);
     for (const SkinKey& key : kind.Keys) {
         const string name = ElementKey(kind, element.Number, key.Name);
         CheckValue(section, name, key.How);

@@ -1,5 +1,7 @@
+#include <algorithm>
 #include <cstdio>
 #include <optional>
+#include <utility>
 
 #include "controls/ChartTrace.h"
 #include "controls/SkinList.h"
@@ -19,6 +21,8 @@ namespace dravik {
 
 namespace {
 
+constexpr const char* kFirstPage = "mainmenu";
+
 SkinScreen* skinScreen = nullptr;
 
 /// A freeze page is only shown while there is a freeze frame to show.
@@ -27,18 +31,17 @@ bool MayBuild(const std::string& name) {
     return !freezePage || basGlobal.DtcCount > 0 || FreezeFrameMode();
 }
 
-/// A page that has reported a fault says nothing of a second one: its message would hide the first.
-bool faultReported = false;
+/// Builds under way. One may wait for the user, who reads a message that it shows.
+int buildsUnderWay = 0;
 
-void PrintError(const SkinError& error) {
-    std::fprintf(stderr, "Skin Config Error %s: %s\n", error.Context().c_str(),
-                 error.Description.c_str());
-}
+/// A fault that the deferred pass found during that time: its message would hide the one that is
+/// open, so it follows it.
+std::optional<SkinError> faultToFollow;
 
 void ReportError(const SkinError& error) {
     const std::string text = "Skin Config Error " + error.Context() + "\r\n" + error.Description;
-    PrintError(error);
-    faultReported = true;
+    std::fprintf(stderr, "Skin Config Error %s: %s\n", error.Context().c_str(),
+                 error.Description.c_str());
     ShowPlainMessage(text, kMessageCritical, "Dravik");
 }
 
@@ -51,6 +54,8 @@ std::optional<SkinError> LoadKind(const std::string& section, const SkinKind& ki
         element.InBox = box;
         element.Function = ReadSkinValue(section, ElementKey(kind, n, "Function"));
         if (element.Function.empty()) break;
+        // The charts of a box take the table over; a box without any leaves it to the page.
+        if (box && kind.Kind == ElementKind::Chart && n == 0) basGlobal.Charts = {};
         if (auto error = ReadElement(element, box ? KeySet::All : KeySet::First)) return error;
         if (auto error = skinScreen->Build(std::move(element))) return error;
     }
@@ -59,7 +64,6 @@ std::optional<SkinError> LoadKind(const std::string& section, const SkinKind& ki
 
 std::optional<SkinError> LoadSection(const std::string& section, bool box) {
     for (const SkinKind& kind : SkinKinds()) {
-        if (kind.Kind == ElementKind::Chart) basGlobal.Charts = {};
         if (auto error = LoadKind(section, kind, box)) return error;
     }
     return std::nullopt;
@@ -92,18 +96,33 @@ void BeginPage(const std::string& name) {
     skinScreen->ReadDesignSize();
 }
 
-/// A skin that is not there at all leaves nothing to build: the page says so itself.
-void TellMissingSkin() {
-    skinScreen->Page()->SetNotice(ShownText("The skin file was not found:\n" + basGlobal.SkinFile +
-                                            "\n\nSet Skin in the section Options of\n" +
-                                            basGlobal.IniFile + "\n\nCtrl+Q ends the program."));
+bool PageIsEmpty() {
+    const auto kinds = SkinKinds();
+    return std::all_of(kinds.begin(), kinds.end(),
+                       [](const SkinKind& kind) { return skinScreen->Count(kind.Kind) == 0; });
 }
 
-void ShowCodeTicker() {
-    bool codesShown = false;
-    for (const SkinList* list : skinScreen->List)
-        codesShown |= !list->isHidden() && list->Slot() == &basGlobal.Lists[kCodeListSlot];
-    basGlobal.tiDTCScroll.SetEnabled(codesShown);
+/// Why there is nothing to show, where the skin is at fault.
+std::string WhyNothing(const std::optional<SkinError>& error) {
+    if (!FileExists(basGlobal.SkinFile))
+        return "The skin file was not found:\n" + basGlobal.SkinFile;
+    if (!PageIsEmpty()) return {};
+    if (!HasSkinSection(kFirstPage))
+        return "The skin file has no page \"" + std::string(kFirstPage) + "\":\n" +
+               basGlobal.SkinFile;
+    if (error) return "A fault in the skin leaves nothing to show:\n" + error->Context();
+    return {};
+}
+
+/// Without a page that could lead on, the background leads to the settings.
+void TellWhyNothing(const std::optional<SkinError>& error) {
+    const std::string reason = WhyNothing(error);
+    if (reason.empty()) return;
+    skinScreen->Page()->SetNotice(
+        ShownText(reason +
+                  "\n\nTouch the screen to choose another skin, or set Skin in the section Options "
+                  "of\n" +
+                  basGlobal.IniFile + "\n\nCtrl+Q ends the program."));
 }
 
 /// Filling may show a message, and while that waits another page may be loaded.
@@ -119,7 +138,8 @@ void FillShownLists() {
 void BuildPage(const std::string& name, bool box) {
     PageCanvas* page = skinScreen->Page();
     page->setUpdatesEnabled(false);  // the page is not seen while it is being rebuilt
-    if (!box) faultReported = false;
+    if (!box) faultToFollow.reset();
+    ++buildsUnderWay;
     if (box)
         BeginBox(name);
     else
@@ -127,7 +147,7 @@ void BuildPage(const std::string& name, bool box) {
     const std::optional<SkinError> error = LoadSections(name, box);
     skinScreen->HideSurplus();
     skinScreen->StackControls();
-    if (!FileExists(basGlobal.SkinFile)) TellMissingSkin();
+    if (!box) TellWhyNothing(error);
     skinScreen->Events.PageBuilt();
     page->setUpdatesEnabled(true);
 
@@ -137,9 +157,11 @@ void BuildPage(const std::string& name, bool box) {
         dialog->ForgetFocus();  // until it is answered, the keys are meant for it
     else
         skinScreen->SetInitialFocus();
-    ShowCodeTicker();
+    SwitchCodeTicker();
     FillShownLists();
     if (error) ReportError(*error);
+    if (--buildsUnderWay > 0 || !faultToFollow) return;
+    ReportError(*std::exchange(faultToFollow, std::nullopt));
 }
 
 }  // namespace
@@ -188,8 +210,8 @@ void FinishPage() {
     }
     skinScreen->ApplyTabOrder();
     if (!error) return;
-    if (faultReported)
-        PrintError(*error);
+    if (buildsUnderWay > 0)
+        faultToFollow = error;
     else
         ReportError(*error);
 }
@@ -215,6 +237,15 @@ int ListPageSize() {
     if (skinScreen == nullptr) return 0;
     const int last = skinScreen->Count(ElementKind::List) - 1;
     return last < 0 ? 0 : skinScreen->List[static_cast<std::size_t>(last)]->PageSize();
+}
+
+void SwitchCodeTicker() {
+    bool shown = false;
+    if (skinScreen != nullptr) {
+        for (const SkinList* list : skinScreen->List)
+            shown |= !list->isHidden() && list->Slot() == &basGlobal.Lists[kCodeListSlot];
+    }
+    basGlobal.tiDTCScroll.SetEnabled(shown && CodesListed());
 }
 
 void ClearChart(int index) {

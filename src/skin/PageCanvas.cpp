@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <algorithm>
 #include <utility>
 
 #include "core/basGlobal.h"
@@ -34,6 +35,9 @@ void PageCanvas::Add(GaugeItem item) {
 
 void PageCanvas::Add(LabelItem item) {
     item.Box.Scale = scale_;
+    item.ToRight = item.Box.Width <= 0;
+    item.ToBottom = item.Box.Height <= 0;
+    ReachEdges(item);
     update(item.Box.Pixels());
     labels_.push_back(std::move(item));
 }
@@ -51,12 +55,29 @@ void PageCanvas::SetScale(double scale) {
         item.Box.Scale = scale;
         item.Picture = item.Picture.AtScale(scale);
     }
-    for (LabelItem& item : labels_) item.Box.Scale = scale;
+    for (LabelItem& item : labels_) {
+        item.Box.Scale = scale;
+        ReachEdges(item);
+    }
     for (ChartItem& item : charts_) {
         item.Box.Scale = scale;
         item.Look.Background = item.Look.Background.AtScale(scale);
     }
     update();
+}
+
+void PageCanvas::SetExtent(QSize extent) {
+    if (extent == extent_) return;
+    extent_ = extent;
+    for (LabelItem& item : labels_) ReachEdges(item);
+    update();
+}
+
+/// A text that is aligned to the right or centred needs the true edge, not just one far away.
+void PageCanvas::ReachEdges(LabelItem& item) const {
+    const QSizeF page = QSizeF(extent_) / scale_;
+    if (item.ToRight) item.Box.Width = std::max(page.width() - item.Box.X, 0.0);
+    if (item.ToBottom) item.Box.Height = std::max(page.height() - item.Box.Y, 0.0);
 }
 
 void PageCanvas::SetNotice(const QString& text) {
@@ -136,20 +157,50 @@ void PageCanvas::paintEvent(QPaintEvent* event) {
         }
     }
     if (!notice_.isEmpty()) {
-        painter.setPen(Qt::white);
         constexpr int kMargin = 24;
-        painter.drawText(rect().adjusted(kMargin, kMargin, -kMargin, -kMargin),
-                         Qt::AlignCenter | Qt::TextWrapAnywhere, notice_);
+        constexpr double kPoints = 12;
+        const QRect area = rect().adjusted(kMargin, kMargin, -kMargin, -kMargin);
+        painter.setPen(Qt::white);
+        PaintFitted(
+            painter, area,
+            FitText(notice_, area.size(), {"", kPoints, 0, 2, false, false}, PlainScale(size())),
+            Qt::AlignCenter);
     }
+}
+
+/// Whether no element lies at that point.
+bool PageCanvas::IsBeside(QPoint point) const {
+    const auto covers = [this, point](const QRect& element) {
+        return element.contains(point) && !element.contains(QRect(QPoint(0, 0), extent_));
+    };
+    const auto any = [](const auto& items, const auto& covering) {
+        return std::any_of(items.begin(), items.end(), covering);
+    };
+    return !any(images_, [&](const ImageItem& item) {
+        return item.Visible && covers(item.Box.Pixels());
+    }) && !any(labels_, [&](const LabelItem& item) {
+        return !item.ToRight && !item.ToBottom && covers(item.Box.Pixels());
+    }) && !any(charts_, [&](const ChartItem& item) {
+        return covers(item.Box.Pixels());
+    }) && !any(gauges_, [&](const GaugeItem& item) {
+        return item.Line && covers(NeedleBounds(*item.Line, item.Look, scale_));
+    }) && !any(children(), [&](const QObject* child) {
+        const auto* control = qobject_cast<const QWidget*>(child);
+        return control != nullptr && !control->isHidden() && control->geometry().contains(point);
+    });
 }
 
 void PageCanvas::mousePressEvent(QMouseEvent* event) {
     pressed_ = event->button() == Qt::LeftButton;
+    pressedBeside_ =
+        event->type() == QEvent::MouseButtonPress && IsBeside(event->position().toPoint());
 }
 
 void PageCanvas::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !std::exchange(pressed_, false)) return;
-    if (rect().contains(event->position().toPoint()) && BackgroundClicked) BackgroundClicked();
+    const QPoint point = event->position().toPoint();
+    if (rect().contains(point) && BackgroundClicked)
+        BackgroundClicked(pressedBeside_ && IsBeside(point));
 }
 
 }  // namespace dravik

@@ -38,9 +38,11 @@ class PageCanvas : public QWidget {
     };
     struct LabelItem {
         int Index = 0;
-        DesignBox Box;
+        DesignBox Box;  ///< a width or height of 0 reaches to the edge of the page
         TextLook Look;
         QString Text;
+        bool ToRight = false;  ///< its width is what is left of the page; the canvas sees to it
+        bool ToBottom = false;
     };
     struct ChartItem {
         int Index = 0;
@@ -57,8 +59,12 @@ class PageCanvas : public QWidget {
 
     void SetScale(double scale);
 
+    /// How far the page reaches from the corner of the canvas, in window pixels.
+    void SetExtent(QSize extent);
+
     /// Text shown in place of a page that cannot be built at all.
     void SetNotice(const QString& text);
+    bool HasNotice() const { return !notice_.isEmpty(); }
 
     // Setters for the item of an element; nothing happens when this canvas has none of that index.
     void SetImageVisible(int index, bool visible);
@@ -77,8 +83,10 @@ class PageCanvas : public QWidget {
     /// Forgets a press on the background that is still held: its release is no click.
     void DropPress() { pressed_ = false; }
 
-    /// A click on the background, where no element takes it.
-    std::function<void()> BackgroundClicked;
+    /// A click on the background, where no control takes it. `beside` tells that no other element
+    /// lies there either: an image as large as the page and a label that reaches to its edge do not
+    /// count, nor does the second press of a double click.
+    std::function<void(bool beside)> BackgroundClicked;
 
  protected:
     void paintEvent(QPaintEvent* event) override;
@@ -87,6 +95,8 @@ class PageCanvas : public QWidget {
     void hideEvent(QHideEvent*) override { DropPress(); }
 
  private:
+    bool IsBeside(QPoint point) const;
+    void ReachEdges(LabelItem& item) const;
     template <typename Item>
     static const Item* Find(const std::vector<Item>& items, int index);
     template <typename Item>
@@ -97,8 +107,10 @@ class PageCanvas : public QWidget {
     std::vector<LabelItem> labels_;
     std::vector<ChartItem> charts_;
     QString notice_;
+    QSize extent_;
     double scale_ = 1;
     bool pressed_ = false;
+    bool pressedBeside_ = false;
 };
 
 template <typename Item>

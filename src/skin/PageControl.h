@@ -20,6 +20,9 @@ bool BoxOpen();
 /// Number of whole rows of the list that was built last on the page; 0 when there is none.
 int ListPageSize();
 
+/// Lets tiDTCScroll run while the page shows the trouble-code list and there is a code in it.
+void SwitchCodeTicker();
+
 /// Clears the samples of chart `index`.
 void ClearChart(int index);
 

@@ -1,5 +1,6 @@
 #include "skin/SkinFile.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -69,6 +70,12 @@ std::string ReadSkinValue(const std::string& section, const std::string& key) {
     return ReadProfileString(basGlobal.SkinFile, section, key, "", kSkinValueBytes);
 }
 
+bool HasSkinSection(const std::string& name) {
+    const std::vector<std::string> sections = ProfileSections(basGlobal.SkinFile);
+    return std::any_of(sections.begin(), sections.end(),
+                       [&name](const std::string& section) { return EqualsNoCase(section, name); });
+}
+
 int ReadSkinInteger(const std::string& section, const std::string& key) {
     return ReadProfileInt(basGlobal.SkinFile, section, key, 0);
 }
@@ -97,7 +104,7 @@ std::optional<std::int32_t> StrictNumber(std::string_view text) {
         const auto number = LeadingHex(digits, used);
         return !digits.empty() && used == digits.size() ? number : std::nullopt;
     }
-    if (text.starts_with('+')) text.remove_prefix(1);
+    text = WithoutPlus(text);
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (text.empty() || error != std::errc{} || end != text.data() + text.size())

@@ -23,6 +23,9 @@ struct SkinError {
     std::string Context() const;
 };
 
+/// Whether the current skin file has a section of that name.
+bool HasSkinSection(const std::string& name);
+
 /// An integer key: leading decimal digits, else 0.
 int ReadSkinInteger(const std::string& section, const std::string& key);
 

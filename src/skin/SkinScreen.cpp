@@ -11,6 +11,8 @@
 #include "controls/Slider.h"
 #include "core/basGlobal.h"
 #include "skin/PageCanvas.h"
+#include "skin/PageControl.h"
+#include "skinfunc/basValueProc.h"
 
 namespace dravik {
 
@@ -41,13 +43,17 @@ void ScaleAll(const std::vector<T*>& array, double scale) {
 SkinScreen::SkinScreen(QWidget* window)
     : window_(window),
       page_(new PageCanvas(window)),
-      shield_(new QWidget(window)),
+      shield_(new PageCanvas(window)),
       popUp_(new PageCanvas(shield_)) {
     Events.ButtonClicked = Events.ButtonPressed = Events.ButtonReleased = Events.ButtonEntered =
         Events.ListActivated = [](int) {};
     Events.SliderChanged = [](int, std::int32_t&) {};
     Events.PageBuilt = Events.PressesDropped = [] {};
     shield_->hide();
+    shield_->setFocusPolicy(Qt::NoFocus);
+    shield_->BackgroundClicked = popUp_->BackgroundClicked = [this](bool beside) {
+        if (beside && !BoxHasWayOut()) CloseBox();
+    };
 }
 
 SkinScreen::~SkinScreen() = default;
@@ -66,8 +72,21 @@ void SkinScreen::DropPresses() {
     for (Slider* slider : SliderArray) slider->DropPress();
     for (SkinList* list : List) list->DropPress();
     page_->DropPress();
+    shield_->DropPress();
     popUp_->DropPress();
     Events.PressesDropped();
+}
+
+bool SkinScreen::BoxHasWayOut() const {
+    const auto& elements = elements_[static_cast<std::size_t>(ElementKind::Button)];
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        // A button without a picture or off the page cannot be touched.
+        const QRect place = Button[i]->geometry().translated(popUp_->pos());
+        if (elements[i].InBox && LeavesBox(elements[i].Function) &&
+            place.intersects(shield_->rect()))
+            return true;
+    }
+    return false;
 }
 
 void SkinScreen::ReadDesignSize() {
@@ -114,7 +133,10 @@ void SkinScreen::Place() {
     page_->setGeometry(area);
     shield_->setGeometry(area);
     const DesignBox corner{static_cast<double>(boxX_), static_cast<double>(boxY_), 0, 0, scale_};
-    popUp_->setGeometry(QRect(corner.Pixels().topLeft(), area.size()));
+    const QPoint boxCorner = corner.Pixels().topLeft();
+    popUp_->setGeometry(QRect(boxCorner, area.size()));
+    page_->SetExtent(area.size());
+    popUp_->SetExtent(area.size() - QSize(boxCorner.x(), boxCorner.y()));
 }
 
 void SkinScreen::BeginPage() {
@@ -123,6 +145,7 @@ void SkinScreen::BeginPage() {
     basGlobal.ButtonTag.clear();
     basGlobal.SliderTag.clear();
     basGlobal.ChartCount = 0;
+    basGlobal.Charts = {};
     basGlobal.CurrentList = -1;
     Highlight = -1;
     HasDvdButton = false;

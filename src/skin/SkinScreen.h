@@ -65,7 +65,8 @@ class SkinScreen {
     PageCanvas* Page() const { return page_; }
     PageCanvas* PopUp() const { return popUp_; }
 
-    /// True while the box container is shown; it lies over the whole page and takes its clicks.
+    /// True while the box container is shown; it lies over the whole page and takes its clicks. A
+    /// click beside its elements closes a box that has no button for that.
     bool BoxShown() const;
     void ShowBox(bool shown);
 
@@ -150,10 +151,11 @@ class SkinScreen {
     template <typename T>
     T* Member(std::vector<T*>& array, int index, const SkinElement& element);
     void Place();
+    bool BoxHasWayOut() const;
 
     QWidget* window_;
     PageCanvas* page_;
-    QWidget* shield_;  ///< covers the page while a box is open; holds popUp_
+    PageCanvas* shield_;  ///< covers the page while a box is open; holds popUp_ and nothing else
     PageCanvas* popUp_;
     std::array<std::vector<ScreenElement>, kElementKinds> elements_;
     QSize windowSize_;

@@ -2,13 +2,13 @@
 
 #include <QKeyEvent>
 #include <QPainter>
+#include <QtMath>
 #include <algorithm>
 #include <utility>
 #include <vector>
 
 #include "controls/ButtonEx.h"
 #include "core/basGlobal.h"
-#include "platform/Profile.h"
 #include "platform/Text.h"
 #include "skin/ShowMessage.h"
 #include "skin/SkinFile.h"
@@ -23,8 +23,10 @@ namespace {
 constexpr int kCloseAfter = 30000;  // milliseconds until an unanswered question counts as no
 constexpr int kAnswerEntries = 3;
 
-// The plain look, in design pixels.
-constexpr QSize kPlainSize(560, 260);
+// The plain look, in pixels at its own scale.
+constexpr QSize kPlainSize(560, 260);  // the height grows with the text
+constexpr int kPlainRoom = 8;          // beside the box, at least
+constexpr int kPlainGap = 24;          // between two buttons
 constexpr QSize kPlainButton(160, 64);
 constexpr int kPlainMargin = 28;
 constexpr QColor kPlainBack(24, 28, 34);
@@ -33,8 +35,8 @@ constexpr QColor kPlainEdges[] = {QColor(226, 86, 66), QColor(86, 156, 214), QCo
 constexpr int kPlainPoints = 15;
 constexpr int kWhite = 0xFFFFFF;
 
-SkinPicture PlainButtonPicture(QColor fill, double scale) {
-    QImage image(kPlainButton, QImage::Format_ARGB32_Premultiplied);
+SkinPicture PlainButtonPicture(QColor fill, QSize size, double scale) {
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -46,12 +48,6 @@ SkinPicture PlainButtonPicture(QColor fill, double scale) {
 
 SkinPicture SkinKeyPicture(const std::string& section, const std::string& key, double scale) {
     return LoadSkinPicture(PicturePath(ReadSkinValue(section, key)), scale);
-}
-
-bool HasSection(const std::string& name) {
-    const auto sections = ProfileSections(basGlobal.SkinFile);
-    return std::any_of(sections.begin(), sections.end(),
-                       [&name](const std::string& section) { return EqualsNoCase(section, name); });
 }
 
 }  // namespace
@@ -78,7 +74,7 @@ void frWarning::Open(const std::string& message, int kind, double scale) {
     if (isHidden()) focusBefore_ = window()->focusWidget();
     kind_ = std::clamp(kind, 0, 2);
     message_ = message;
-    scale_ = scale;
+    pageScale_ = scale;
     pressSeen_ = pressed_ = false;
     if (CurrentScreen() != nullptr) CurrentScreen()->DropPresses();
     Arrange();
@@ -87,17 +83,19 @@ void frWarning::Open(const std::string& message, int kind, double scale) {
 
 /// Puts everything in its place and shows it.
 void frWarning::Arrange() {
+    const std::string section = MessageSections()[static_cast<std::size_t>(kind_)];
+    plain_ = !HasSkinSection(section);
+    scale_ = plain_ ? PlainScale(parentWidget()->size()) : pageScale_;
     for (const AnswerButton& entry : buttons_) {
         entry.Button->hide();
         entry.Button->SetScale(scale_);
         entry.Button->SetLabelCaption({});
     }
-    const std::string section = MessageSections()[static_cast<std::size_t>(kind_)];
-    plain_ = !HasSection(section);
     if (plain_)
         ApplyPlainLook();
     else
         ApplySkin(section);
+    fitted_ = FitText(dravik::ShownText(message_), lWarning_.Pixels().size(), look_, scale_);
     setGeometry(parentWidget()->rect());
     show();
     raise();
@@ -127,7 +125,9 @@ void frWarning::ApplySkin(const std::string& section) {
     const auto number = [&section](const char* key) { return ReadSkinInteger(section, key); };
 
     imgWarning_ = SkinKeyPicture(section, "Background", scale_);
-    boxSize_ = imgWarning_.IsNull() ? kPlainSize : imgWarning_.DesignSize().toSize();
+    boxSize_ = imgWarning_.IsNull()
+                   ? kPlainSize.boundedTo((QSizeF(parentWidget()->size()) / scale_).toSize())
+                   : imgWarning_.DesignSize().toSize();
     look_ = {text("Label0Font"),
              static_cast<double>(number("Label0FontSize")),
              LenientNumber(text("Label0Color")).value_or(0),
@@ -158,25 +158,35 @@ void frWarning::ApplySkin(const std::string& section) {
 
 void frWarning::ApplyPlainLook() {
     imgWarning_ = {};
-    boxSize_ = kPlainSize;
     look_ = {"", kPlainPoints, kWhite, 2, false, false};
-    const int textHeight = kPlainSize.height() - kPlainButton.height() - 3 * kPlainMargin;
-    lWarning_ = {kPlainMargin, kPlainMargin,
-                 static_cast<double>(kPlainSize.width()) - 2 * kPlainMargin,
-                 static_cast<double>(textHeight), scale_};
+    // The box is as high as its text needs, and no larger than the window.
+    const QSize window = (QSizeF(parentWidget()->size()) / scale_).toSize();
+    const QSize room = window - QSize(2 * kPlainRoom, 2 * kPlainRoom);
+    const int width = std::min(kPlainSize.width(), room.width());
+    const int beside = kPlainButton.height() + 3 * kPlainMargin;
+    const double textWidth = width - 2 * kPlainMargin;
+    const double needed =
+        WrappedHeight(dravik::ShownText(message_), SkinFont(look_, scale_), textWidth * scale_) /
+        scale_;
+    const int height = std::min(std::max(kPlainSize.height(), beside + qCeil(needed) + 1),
+                                std::max(room.height(), beside));
+    boxSize_ = QSize(width, height);
+    lWarning_ = {kPlainMargin, kPlainMargin, textWidth, double{1} * (height - beside), scale_};
 
+    const QSize size(std::min(kPlainButton.width(), (width - 2 * kPlainGap) / 2),
+                     kPlainButton.height());
     const bool question = kind_ == 2;
-    const int y = kPlainSize.height() - kPlainMargin - kPlainButton.height();
-    const int middle = kPlainSize.width() / 2;
+    const int y = height - kPlainMargin - size.height();
+    const int middle = width / 2;
     for (const AnswerButton& entry : buttons_) {
         if (question == (entry.Answer == kAnswerOk)) continue;
         ButtonEx* button = entry.Button;
-        button->SetSkinUp(PlainButtonPicture(QColor(44, 52, 64), scale_));
-        button->SetSkinOver(PlainButtonPicture(QColor(60, 72, 88), scale_));
-        button->SetSkinDown(PlainButtonPicture(QColor(30, 36, 44), scale_));
+        button->SetSkinUp(PlainButtonPicture(QColor(44, 52, 64), size, scale_));
+        button->SetSkinOver(PlainButtonPicture(QColor(60, 72, 88), size, scale_));
+        button->SetSkinDown(PlainButtonPicture(QColor(30, 36, 44), size, scale_));
         button->SetLabelX(0);
         button->SetLabelY(18);
-        button->SetLabelWidth(kPlainButton.width());
+        button->SetLabelWidth(size.width());
         button->SetLabelHeight(0);
         button->SetLabelFontSize(kPlainPoints);
         button->SetLabelForecolor(std::to_string(kWhite));
@@ -184,9 +194,9 @@ void frWarning::ApplyPlainLook() {
         button->SetLabelCaption(entry.Answer == kAnswerYes  ? "Yes"
                                 : entry.Answer == kAnswerNo ? "No"
                                                             : "OK");
-        const int left = !question                    ? middle - kPlainButton.width() / 2
-                         : entry.Answer == kAnswerYes ? middle - kPlainButton.width() - 12
-                                                      : middle + 12;
+        const int left = !question                    ? middle - size.width() / 2
+                         : entry.Answer == kAnswerYes ? middle - size.width() - kPlainGap / 2
+                                                      : middle + kPlainGap / 2;
         PlaceButton(button, left, y);
     }
 }
@@ -214,11 +224,15 @@ QRect frWarning::BoxRect() const {
         .Pixels();
 }
 
+QRect frWarning::TextArea() const {
+    return lWarning_.Pixels().translated(BoxRect().topLeft());
+}
+
 void frWarning::Layout(QSize window, double scale) {
-    const bool moved = window != size() || scale != scale_;
+    const bool moved = window != size() || scale != pageScale_;
     setGeometry(QRect(QPoint(0, 0), window));
     if (!moved || isHidden()) return;
-    scale_ = scale;
+    pageScale_ = scale;
     Arrange();
 }
 
@@ -234,13 +248,8 @@ void frWarning::paintEvent(QPaintEvent*) {
     } else {
         PaintPicture(painter, box, imgWarning_);
     }
-    DesignBox label = lWarning_;
-    label.Scale = scale_;
-    const QRect area = label.Pixels().translated(box.topLeft());
-    painter.setFont(SkinFont(look_, scale_));
     painter.setPen(SkinColor(look_.Color));
-    painter.drawText(area, static_cast<int>(SkinAlignment(look_.Alignment)) | Qt::TextWordWrap,
-                     ShownText(ReplaceAll(message_, "\r\n", "\n")));
+    PaintFitted(painter, TextArea(), fitted_, SkinAlignment(look_.Alignment));
 }
 
 bool frWarning::eventFilter(QObject* button, QEvent* event) {

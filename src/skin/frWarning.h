@@ -16,8 +16,9 @@ namespace dravik {
 class ButtonEx;
 
 /// The message dialog: one small skinned box over the whole window. Its look comes from the skin's
-/// sections "warning", "info" and "query"; where the skin has no such section it is plain, so that
-/// no message is ever invisible.
+/// sections "warning", "info" and "query"; where the skin has no such section it is plain and sized
+/// by the window, so that no message is ever invisible. A text that is too long for its place is
+/// set smaller.
 class frWarning : public QWidget {
  public:
     /// Covers `window`; the box stands in its middle.
@@ -39,6 +40,11 @@ class frWarning : public QWidget {
     bool IsOpen() const { return !isHidden(); }
     int Kind() const { return kind_; }
     const std::string& Message() const { return message_; }
+
+    /// The message as it is drawn, where, and in which font.
+    const QString& ShownText() const { return fitted_.Text; }
+    const QFont& ShownFont() const { return fitted_.Font; }
+    QRect TextArea() const;
 
     /// The button of an answer when it is shown: "yes", "no" or "ok".
     ButtonEx* ShownButton(const std::string& name) const;
@@ -73,9 +79,11 @@ class frWarning : public QWidget {
     TextLook look_;
     DesignBox lWarning_;
     std::string message_;
-    QSize boxSize_;  ///< design pixels
+    FittedText fitted_;  ///< the message as it fits into lWarning_
+    QSize boxSize_;      ///< design pixels
     int kind_ = 0;
-    double scale_ = 1;
+    double scale_ = 1;  ///< of the box: the page's, or the plain look's own
+    double pageScale_ = 1;
     bool plain_ = false;
     bool pressSeen_ = false;  ///< a press has come since the dialog was opened
     bool pressed_ = false;    ///< on the box beside its buttons, and still held

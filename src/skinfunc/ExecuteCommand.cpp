@@ -312,6 +312,18 @@ constexpr CommandWord kCommandWords[] = {
     {{"poweroff", Nothing, "", "the same as `quit`"}, Quit},
 };
 
+/// The command that a text, in lower case, stands for; null when there is none.
+const CommandWord* FindCommand(std::string_view lowered) {
+    const FunctionText text = SplitAtLast(lowered);
+    for (const CommandWord& row : kCommandWords) {
+        if (!Names(row.Name, text)) continue;
+        if (text.Argument.empty() && row.Name.Argument != Nothing)
+            continue;  // without it: no effect
+        return &row;
+    }
+    return nullptr;
+}
+
 /// A page whose Command opens the page itself, or a button that selects itself, ends here.
 constexpr int kMostRounds = 16;
 
@@ -335,13 +347,20 @@ void ExecuteCommand(const std::string& command) {
     const std::string received = command;  // the caller's text may belong to an element that goes
     const std::string lowered = LowerCased(received);
     basGlobal.LastCommand = lowered;
-    const auto [word, argument] = SplitAtLast(lowered);
-    for (const CommandWord& row : kCommandWords) {
-        if (!Names(row.Name, {word, argument})) continue;
-        if (argument.empty() && row.Name.Argument != Nothing) continue;  // without it: no effect
-        row.Run({received, std::string(argument)});
-        return;
+    if (const CommandWord* row = FindCommand(lowered))
+        row->Run({received, std::string(SplitAtLast(lowered).Argument)});
+}
+
+bool LeavesBox(const std::string& command) {
+    constexpr decltype(CommandWord::Run) kWaysOut[] = {
+        OpenLastMenu, OpenNextMenu, OpenMenuBefore, OpenMenu, OpenBox, CloseOpenBox, LeavePage};
+    const CommandWord* row = FindCommand(LowerCased(command));
+    if (row == nullptr) return false;
+    if (row->Run == ShowQuery) {
+        const std::size_t colon = command.rfind(':');
+        return colon != std::string::npos && LeavesBox(command.substr(colon + 1));
     }
+    return std::find(std::begin(kWaysOut), std::end(kWaysOut), row->Run) != std::end(kWaysOut);
 }
 
 void UpdatePidWanted(const SensorRecord& sensor) {

@@ -54,6 +54,10 @@ std::optional<int> FindSensor(std::string_view name);
 /// fails is passed over. A command that leads to itself ends after a bounded number of rounds.
 void ExecuteCommand(const std::string& command);
 
+/// True when the command closes an open box or opens a page in its place, if need be after a
+/// question.
+bool LeavesBox(const std::string& command);
+
 /// Moves the selection of the current list: `text` is "listview_" and an operation. Other targets
 /// do nothing.
 void StepList(const std::string& text);

@@ -50,6 +50,28 @@ TEST(GaugeNeedle, ThereIsNoNeedleWithoutARangeOrANumber) {
     EXPECT_FALSE(NeedleGeometry({0, 0, 0, 1, 0, 2'000'000'000, 0, 1, 100}, 3e38F * 10));
 }
 
+TEST(GaugeNeedle, ANeedleAlongThePixelsIsAsWideAsItSays) {
+    for (const int width : {1, 2, 3, 4}) {
+        for (const bool upright : {true, false}) {
+            QImage image(64, 64, QImage::Format_ARGB32_Premultiplied);
+            image.fill(Qt::transparent);
+            QPainter painter(&image);
+            const NeedleLine line =
+                upright ? NeedleLine{32, 10, 32, 50} : NeedleLine{10, 32, 50, 32};
+            PaintNeedle(painter, line, {width, 0x0000FF, 0}, 1);
+            int full = 0;
+            int touched = 0;
+            for (int i = 0; i < 64; ++i) {
+                const int alpha = image.pixelColor(upright ? i : 30, upright ? 30 : i).alpha();
+                full += alpha == 255;
+                touched += alpha > 0;
+            }
+            EXPECT_EQ(full, width);
+            EXPECT_EQ(touched, width);
+        }
+    }
+}
+
 TEST(GaugeNeedle, PaintsItsColourAndNothingOutsideItsBounds) {
     for (const double scale : {1.0, 1.5, 2.0}) {
         for (const int width : {0, 1, 7}) {

@@ -84,14 +84,30 @@ TEST_F(PictureCacheTest, ScalesPicturesWithAPalette) {
 TEST_F(PictureCacheTest, SaysWhyThereIsNoPicture) {
     folder_.Write("text.png", "this is not a picture");
     Save("wide.png", kPictureLimit + 1, 1);
+    using namespace std::string_literals;
+    // 8192 by 8192 pixels of 24 bits, by its header.
+    folder_.Write("heavy.bmp", "BM\x36\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0"s +
+                                   "\0\x20\0\0\0\x20\0\0\x01\0\x18\0"s + std::string(24, '\0'));
+    const std::string gif = "GIF89a\1\0\1\0\x80\0\0\0\0\0\xFF\xFF\xFF!\xF9\4\0\0\0\0\0"s +
+                            ",\0\0\0\0\1\0\1\0\0\2\2D\1\0;"s;
+    folder_.Write("whole.gif", gif);
+    folder_.Write("cut.gif", gif.substr(0, gif.size() - 2));
+    EXPECT_EQ(LoadSkinPicture(folder_ / "whole.gif", 1).Error(), "");
     Save("widest.png", kPictureLimit, 1);
     for (const auto& [name, error] : {std::pair{"nowhere.png", "file not found: "},
                                       {"text.png", "not a picture: "},
+                                      {"cut.gif", "not a picture: "},
+                                      {"heavy.bmp", "picture too large: "},
                                       {"wide.png", "picture too large: "}}) {
         const SkinPicture picture = LoadSkinPicture(folder_ / name, 1);
         EXPECT_TRUE(picture.IsNull());
         EXPECT_THAT(picture.Error(), AllOf(StartsWith(error), HasSubstr(name)));
     }
+    // The picture that is read at this scale is the one that is named.
+    Save("half.png", 10, 10);
+    folder_.Write("half@2x.png", "this is not a picture");
+    EXPECT_THAT(LoadSkinPicture(folder_ / "half.png", 2).Error(), HasSubstr("half@2x.png"));
+    EXPECT_FALSE(LoadSkinPicture(folder_ / "half.png", 1).IsNull());
     EXPECT_FALSE(LoadSkinPicture(folder_ / "widest.png", 1).IsNull());
     EXPECT_TRUE(LoadSkinPicture(folder_ / "widest.png", 3).IsNull());
     EXPECT_TRUE(LoadSkinPicture("", 1).IsNull());

@@ -213,6 +213,48 @@ TEST_F(LoadPageTest, BoxLiesOverThePageAndTakesItsClicks) {
     EXPECT_EQ(basGlobal.LastCommand, "sensoron_page");
 }
 
+TEST_F(LoadPageTest, ATouchBesideABoxClosesOneThatNothingElseCloses) {
+    Picture("ground.png", 800, 480, Qt::gray);
+    const std::string image = "Image0Function=x\nImage0Picture=b64.png\nImage0X=400\n";
+    const std::string ground = "Image1Function=x\nImage1Picture=ground.png\n";
+    const std::string label = "Label0Function=time\nLabel0Color=0\n";
+    const auto box = [](const char* command) { return ButtonKeys({{command, 0, 0}}); };
+    Start("[mainmenu]\n" + ButtonKeys({{"sensoron_page", 10, 10}}) +
+          "[stuck]\nBackgroundX=200\nBackgroundY=100\n" + box("sensoron_a") + image + label +
+          "[full]\n" + box("osk") + image + ground + "[close]\n" + box("CloseBox") + "[exit]\n" +
+          box("exit") + "[other]\n" + box("openbox_stuck") + "[page]\n" + box("openmenu_mainmenu") +
+          "[ask]\n" + box("showquery_Sure?:exit") + "[sizeless]\nButton0Function=exit\n[far]\n" +
+          ButtonKeys({{"exit", 900, 0}}));
+    const struct {
+        const char* Box;
+        QPoint At;
+        bool Closes;
+    } rows[] = {
+        {"stuck", {20, 20}, true},     {"stuck", {700, 400}, true},  {"stuck", {230, 130}, false},
+        {"stuck", {630, 130}, false},  {"full", {700, 400}, true},   {"full", {420, 30}, false},
+        {"missing", {400, 240}, true}, {"close", {700, 400}, false}, {"exit", {700, 400}, false},
+        {"other", {700, 400}, false},  {"page", {700, 400}, false},  {"ask", {700, 400}, false},
+        {"sizeless", {99, 99}, true},  {"far", {99, 99}, true}};
+    for (const auto& row : rows) {
+        Load("mainmenu");
+        Load(row.Box, true);
+        Click(row.At.x(), row.At.y());
+        EXPECT_EQ(BoxOpen(), !row.Closes) << row.Box << row.At.x();
+        EXPECT_NE(basGlobal.LastCommand, "sensoron_page");
+    }
+    Load("mainmenu");
+    Load("stuck", true);
+    QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, QPoint(20, 20));
+    EXPECT_FALSE(BoxOpen());
+    // The second tap of two that began on the page.
+    const QPoint at(500, 400);
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, at);
+    Load("stuck", true);
+    QTest::mousePress(window->windowHandle(), Qt::LeftButton, {}, at, 1);
+    QTest::mouseRelease(window->windowHandle(), Qt::LeftButton, {}, at, 1);
+    EXPECT_TRUE(BoxOpen());
+}
+
 TEST_F(LoadPageTest, LimitsAreErrorsThatNameTheElement) {
     const std::string labels = Repeated("Label", 21, "time", {"Color=0"});
     const std::string gauges = Repeated("Gauge", 9, "x", {"Color=0"});
@@ -313,15 +355,22 @@ TEST_F(LoadPageTest, PicturesThatCannotBeLoadedAreNamed) {
     }
 }
 
-TEST_F(LoadPageTest, TheFirstFaultOfAPageIsTheOneThatIsShown) {
+TEST_F(LoadPageTest, AFaultOfTheDeferredPassFollowsTheFirstMessage) {
     Picture("up.png", 64, 64, Qt::red);
     Start(
         "[mainmenu]\n[two]\nButton0Function=a\nButton0Up=up.png\nButton0Over=none.png\n"
         "Button1Function=b\nButton1Up=gone.png\n");
-    Answers answers;
+    std::vector<std::string> texts;
+    QTimer answers;
+    answers.callOnTimeout([&texts] {
+        if (!MessageDialog()->IsOpen()) return;
+        if (texts.empty()) FinishPage();
+        texts.push_back(MessageDialog()->Message());
+        MessageDialog()->Answer(kAnswerOk);
+    });
+    answers.start(0);
     LoadSkinPage("two", false);
-    FinishPage();
-    EXPECT_THAT(answers.texts, ElementsAre(HasSubstr("[two] Button1Up")));
+    EXPECT_THAT(texts, ElementsAre(HasSubstr("[two] Button1Up"), HasSubstr("[two] Button0Over")));
 }
 
 TEST_F(LoadPageTest, FixedTextsTitleAndFlags) {
@@ -349,6 +398,31 @@ TEST_F(LoadPageTest, FixedTextsTitleAndFlags) {
     EXPECT_FALSE(Screen().HasMediaTagLabel);
 }
 
+TEST_F(LoadPageTest, LabelsWithoutASizeEndWhereThePageDoes) {
+    const std::string labels =
+        "Label0Function=text\nLabel0Caption=HHHHHH\nLabel0Color=255\nLabel0X=100\n"
+        "Label0Alignment=1\nLabel0FontSize=40\n";
+    Start("[mainmenu]\n" + labels + "[box]\nBackgroundX=300\nBackgroundY=50\n" + labels);
+    Load("box", true);
+    const auto inkAt = [this](QRect strip) {
+        const QImage shown = window->grab(strip).toImage();
+        for (int i = 0; i < shown.width() * shown.height(); ++i) {
+            if (shown.pixelColor(i % shown.width(), i / shown.width()).red() > 128) return true;
+        }
+        return false;
+    };
+    for (const QSize size : {QSize(800, 480), QSize(1000, 300)}) {
+        window->resize(size);
+        ASSERT_TRUE(Until([&] { return Screen().Page()->size() == size; }));
+        EXPECT_EQ(Screen().Page()->Label(0)->Box.Pixels(),
+                  QRect(100, 0, size.width() - 100, size.height()));
+        EXPECT_EQ(Screen().PopUp()->Label(1)->Box.Pixels(),
+                  QRect(100, 0, size.width() - 400, size.height() - 50));
+        EXPECT_TRUE(inkAt(QRect(size.width() - 30, 0, 30, 50))) << "at the edge of the page";
+        EXPECT_TRUE(inkAt(QRect(size.width() - 30, 60, 30, 50))) << "and of the page beneath";
+    }
+}
+
 TEST_F(LoadPageTest, TextBoxesTakeTheFocusAndKeepTheirText) {
     const std::string field = "X=10\n";
     Start("[mainmenu]\n" + ButtonKeys({{"a", 300, 0}}) +
@@ -371,16 +445,31 @@ TEST_F(LoadPageTest, TextBoxesTakeTheFocusAndKeepTheirText) {
     EXPECT_EQ(Screen().Textbox[1]->Text(), "");
 }
 
-TEST_F(LoadPageTest, MissingSkinFileIsToldOnThePageItself) {
+TEST_F(LoadPageTest, APageWithoutASkinSaysSoAndATouchOpensTheSettings) {
     Start("[mainmenu]\n");
     const QImage empty = window->grab().toImage();
-    std::filesystem::remove(folder / "skins/test.ini");
-    EXPECT_THAT(Load("mainmenu"), IsEmpty());
-    const QImage notice = window->grab().toImage();
-    EXPECT_NE(notice, empty);
-    WriteSkin("[mainmenu]\n");
-    Load("mainmenu");
-    EXPECT_EQ(window->grab().toImage(), empty);
+    const struct {
+        const char* Skin;  ///< null: no file
+        bool Notice, Fault;
+    } rows[] = {{nullptr, true, false},
+                {"", true, false},
+                {"[other]\nButton0Function=x\n", true, false},
+                {"[mainmenu]\nImage0Function=x\nImage0Picture=none.png\n", true, true},
+                {"[mainmenu]\n", false, false}};
+    for (const auto& row : rows) {
+        if (row.Skin != nullptr)
+            WriteSkin(row.Skin);
+        else
+            std::filesystem::remove(folder / "skins/test.ini");
+        EXPECT_EQ(!Load("mainmenu").empty(), row.Fault);
+        EXPECT_EQ(Screen().Page()->HasNotice(), row.Notice);
+        EXPECT_EQ(window->grab().toImage() != empty, row.Notice);
+        Click(400, 400);
+        EXPECT_EQ(basGlobal.LastCommand, row.Notice ? "config" : "openmenu_mainmenu");
+        for (QWidget* other : QApplication::topLevelWidgets()) {
+            if (other != window.get() && other->isVisible()) other->close();
+        }
+    }
 }
 
 }  // namespace

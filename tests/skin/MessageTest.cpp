@@ -120,6 +120,48 @@ TEST_F(MessageTest, WithoutASectionTheBoxIsPlainButComplete) {
     }
 }
 
+/// A text fits when the whole of its box, with a rim all round, is on the window.
+TEST_F(MessageTest, PlainBoxIsSizedByTheWindowAtEveryDesign) {
+    const std::string path = "/media/usb-stick/" + std::string(150, 'x') + "/last-of-all.png";
+    for (const char* design : {"", "Width=1920\nHeight=1080\n", "Width=200\nHeight=150\n"}) {
+        for (const QSize size : {QSize(320, 240), QSize(800, 480), QSize(480, 800)}) {
+            window.reset();
+            Start(std::string(design) + "[mainmenu]\n", size);
+            for (const int kind : {0, 2}) {
+                ShowPopup("Skin Config Error\r\nfile not found: " + path, kind);
+                for (const char* name : {"yes", "no", "ok"}) {
+                    const ButtonEx* button = Dialog().ShownButton(name);
+                    if (button == nullptr) continue;
+                    EXPECT_TRUE(window->rect().contains(button->geometry())) << design << name;
+                    EXPECT_GE(std::min(button->width(), button->height()), 44);
+                }
+                EXPECT_TRUE(window->rect().contains(Dialog().TextArea()));
+                EXPECT_THAT(Dialog().ShownText().toStdString(), testing::HasSubstr(path));
+                EXPECT_GE(Dialog().ShownFont().pixelSize(), 12) << design << size.width();
+            }
+        }
+    }
+}
+
+TEST_F(MessageTest, ATextThatIsTooLongIsSetSmallerAndKeepsItsEnd) {
+    Begin();
+    const auto shown = [this](int letters) {
+        ShowPopup("not a picture: " + std::string(static_cast<std::size_t>(letters), 'x') + "end",
+                  2);
+        return Dialog().ShownText().toStdString();
+    };
+    using testing::EndsWith, testing::StartsWith, testing::AllOf;
+    const QString word(100, QLatin1Char('x'));
+    const QFont font = SkinFont({}, 1);
+    EXPECT_GT(WrappedHeight(word, font, 200), 2 * WrappedHeight(word, font, 4000)) << "wraps";
+    EXPECT_THAT(shown(9), EndsWith("not a picture: xxxxxxxxxend"));
+    const int large = Dialog().ShownFont().pixelSize();
+    EXPECT_EQ(shown(150).size(), 168U);
+    EXPECT_LT(Dialog().ShownFont().pixelSize(), large);
+    EXPECT_THAT(shown(4000), AllOf(StartsWith("not a picture: x"), EndsWith("xend")));
+    EXPECT_EQ(Dialog().ShownFont().pixelSize(), kLeastFontPixels);
+}
+
 TEST_F(MessageTest, TextIsSeenWhateverTheSectionLeavesOut) {
     Begin(
         "[mainmenu]\n[info]\nButton0Function=ok\n[warning]\nBackground=missing.png\n"

@@ -28,9 +28,9 @@ TEST(ReadingRules, NumbersOfTheLenientAndTheStrictKeys) {
     };
     check(numbers);
     check(limits);
-    const std::pair<const char*, int> lenient[] = {{"", 0},     {"   ", 0},        {"17px", 17},
-                                                   {"px17", 0}, {"&HFF red", 255}, {"&H", 0},
-                                                   {"&HG", 0},  {"nan", 0},        {"inf", 0}};
+    const std::pair<const char*, int> lenient[] = {
+        {"", 0},    {"   ", 0}, {"17px", 17}, {"px17", 0}, {"&HFF red", 255}, {"&H", 0},
+        {"&HG", 0}, {"nan", 0}, {"inf", 0},   {"+-5", 0},  {"-+5", 0}};
     for (const auto& [text, number] : lenient) {
         EXPECT_EQ(LenientNumber(text), number) << '"' << text << '"';
         EXPECT_EQ(StrictNumber(text), std::nullopt) << '"' << text << '"';

@@ -141,10 +141,55 @@ TEST_F(RefreshTest, ValuesReachTheirElementsAndMarkTheirPids) {
     for (const bool wanted : basGlobal.PidWanted) EXPECT_FALSE(wanted);
 }
 
+TEST_F(RefreshTest, ALoadedElementStartsAtItsMinimum) {
+    Picture("track.png", 100, 100, Qt::black);
+    const std::string look =
+        "Background=track.png\nBargraph0Background=track.png\nBargraph1Background=track.png\n"
+        "Bargraph0Direction=1\nBargraph1Direction=0\nSlider0Direction=1\n";
+    Start(
+        "[mainmenu]\nSlider0Function=obd_05\nBargraph0Function=obd_05\nBargraph0Max=100\n"
+        "Bargraph1Function=obd_05\nBargraph1Max=100\nSlider0" +
+        look +
+        "[mute]\nSlider0Function=x\nBargraph0Function=x\nBargraph0Min=-1000\n"
+        "Bargraph0Max=900\nBargraph1Function=x\nBargraph1Min=5\nBargraph1Max=5\nSlider0" +
+        look);
+    basGlobal.LiveRaw[5] = 40;
+    Load("mainmenu");
+    Refresh();
+    EXPECT_EQ(Screen().SliderArray[0]->Position(), 40);
+    EXPECT_EQ(Screen().Bargraph[0]->Position(), 40);
+    EXPECT_EQ(Screen().Bargraph[1]->Position(), 60);
+    Load("mute");
+    Refresh();
+    EXPECT_EQ(Screen().SliderArray[0]->Position(), 0);
+    EXPECT_EQ(Screen().Bargraph[0]->Position(), 0);
+    EXPECT_EQ(Screen().Bargraph[1]->Position(), 100) << "empty, though equal bounds give no scale";
+}
+
+TEST_F(RefreshTest, TheTickerRunsWhileTheListShowsACode) {
+    Start("[mainmenu]\n[codes]\nList0Function=troublecodes\nList0Width=100\nList0Height=100\n");
+    const auto read = [](std::int16_t codes) {
+        basGlobal.DtcCount = codes;
+        ShowTroubleCodes();
+        return basGlobal.tiDTCScroll.Enabled();
+    };
+    basGlobal.DtcList[0] = "P0133";
+    EXPECT_FALSE(read(1)) << "not on this page";
+    Load("codes");
+    EXPECT_TRUE(basGlobal.tiDTCScroll.Enabled());
+    EXPECT_FALSE(read(0));
+    basGlobal.DtcCount = 1;  // counted by the interface, but not read
+    Load("codes");
+    EXPECT_FALSE(basGlobal.tiDTCScroll.Enabled()) << "\"No Errors\" stands still";
+    EXPECT_TRUE(read(1)) << "read while the page is open";
+    Load("mainmenu");
+    EXPECT_FALSE(basGlobal.tiDTCScroll.Enabled());
+}
+
 TEST_F(RefreshTest, ChartsStartEmptyOnEachPage) {
     Start(
         "[mainmenu]\nChart0Function=sensor_rpm\nChart1Function=sensor_rpm\n[one]\n"
-        "Chart0Function=sensor_rpm\n");
+        "Chart0Function=sensor_rpm\n[bare]\n[curve]\nCommonObjects0=one\n");
     AddSensor("rpm", 12, 100);
     Refresh();
     EXPECT_EQ(basGlobal.ChartCount, 2);
@@ -154,6 +199,13 @@ TEST_F(RefreshTest, ChartsStartEmptyOnEachPage) {
     Refresh();
     EXPECT_EQ(basGlobal.Charts[0].Filled, 1);
     EXPECT_EQ(basGlobal.Charts[1].Filled, 0) << "paused";
+    Load("bare", true);
+    EXPECT_EQ(basGlobal.Charts[0].Filled, 1) << "a box without a chart leaves them alone";
+    EXPECT_TRUE(basGlobal.Charts[1].Paused);
+    Load("curve", true);
+    EXPECT_EQ(basGlobal.Charts[0].Filled, 0) << "a box with one does not";
+    EXPECT_EQ(basGlobal.ChartCount, 3);
+    Refresh();
     Load("one");
     EXPECT_EQ(basGlobal.ChartCount, 1);
     EXPECT_EQ(basGlobal.Charts[0].Filled, 0);

@@ -35,6 +35,8 @@ int ListPageSize() {
     return fakeScreen.PageSize;
 }
 
+void SwitchCodeTicker() {}
+
 void ClearChart(int index) {
     Note("clear " + std::to_string(index));
 }

@@ -72,6 +72,7 @@ const Mistake kMistakes[] = {
     // Numbers, each by its reading rule.
     {"Button0X= 10", "Button0X=ten", "mainmenu", "Button0X", "read as 0"},
     {"Button0X= 10", "Button0X=10px", "mainmenu", "Button0X", "read as 10"},
+    {"Button0X= 10", "Button0X=+-5", "mainmenu", "Button0X", "read as 0"},
     {"Button0X= 10", "Button0X=&H10", "mainmenu", "Button0X", "read as 0"},
     {"Button0LabelX=", "Button0LabelX=12px", "mainmenu", "Button0LabelX", "read as 12"},
     {"Button0LabelX=", "Button0LabelX=9999999999", "mainmenu", "Button0LabelX", "32 bits"},
@@ -177,6 +178,7 @@ const Mistake kMistakes[] = {
     // Pages.
     {"=openmenu_codes", "=openmenu_codecs", "engine", "Button1Function", "no page \"codecs\"", 2},
     {":exit", ":obd_connect", "engine", "Button0Function", "one \"_\" too many"},
+    {"=closebox", "=quit", "keys", "", "no button closes this box"},
     {":exit", ":leave", "engine", "Button0Function", "\"leave\" is not a command"},
     {"Menu1=engine", "Menu1=engin", "General", "Menu1", "no page \"engin\"", 3},
     {"Menu1=engine", "Menu1=Engine", "General", "Menu1", "lower case"},
@@ -246,6 +248,7 @@ TEST(CheckSkin, LeavesAloneWhatWorks) {
         {"=time\n", "=SENSOR_RPM.Engine\n"},
         {"=obd_05", "=obd_0c"},
         {"; a comment", "\n \n ;; a comment"},
+        {"=closebox", "=showquery_Sure?:exit"},
     };
     const SoundSkin skin;
     for (const auto& [old, other] : kChanges) {
