@@ -1,3 +1,6 @@
+#include <QApplication>
+#include <QMouseEvent>
+
 #include "SkinFixture.h"
 
 namespace dravik {
@@ -183,13 +186,14 @@ TEST_F(LoadPageTest, PagesThatOpenThemselvesOrEachOtherComeToAnEnd) {
 TEST_F(LoadPageTest, BoxLiesOverThePageAndTakesItsClicks) {
     Picture("red.png", 64, 64, Qt::red);
     Start("[mainmenu]\n" + ButtonKeys({{"sensoron_page", 10, 10}, {"openbox_box", 200, 10}}) +
-          "[box]\nBackgroundX=300\nBackgroundY=100\n" + ButtonKeys({{"sensoron_box", 5, 7}}) +
+          "[box]\nBackgroundX=300\nBackgroundY=100\n" +
+          ButtonKeys({{"sensoron_box", 5, 7}, {"exit", 300, 250}}) +
           "Button0Over=red.png\nButton0Down=red.png\n[bare]\n" + ButtonKeys({{"x", 0, 0}}));
     Finish();
     Click(230, 40);
     ASSERT_TRUE(BoxOpen());
     EXPECT_EQ(basGlobal.CurrentBox, "box");
-    ASSERT_EQ(Count(kButton), 3) << "its elements come after those of the page";
+    ASSERT_EQ(Count(kButton), 4) << "its elements come after those of the page";
     EXPECT_EQ(Button(2).mapTo(window.get(), QPoint()), QPoint(305, 107));
     EXPECT_FALSE(Button(2).HoverOff()) << "a box has all its pictures at once";
     EXPECT_FALSE(Button(2).SkinDown().IsNull());
@@ -247,11 +251,12 @@ TEST_F(LoadPageTest, ATouchBesideABoxClosesOneThatNothingElseCloses) {
     QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, QPoint(20, 20));
     EXPECT_FALSE(BoxOpen());
     // The second tap of two that began on the page.
-    const QPoint at(500, 400);
-    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, at);
     Load("stuck", true);
-    QTest::mousePress(window->windowHandle(), Qt::LeftButton, {}, at, 1);
-    QTest::mouseRelease(window->windowHandle(), Qt::LeftButton, {}, at, 1);
+    const QPointF at(300, 300);
+    for (const QEvent::Type type : {QEvent::MouseButtonDblClick, QEvent::MouseButtonRelease}) {
+        QMouseEvent event(type, at, at, Qt::LeftButton, Qt::LeftButton, {});
+        QApplication::sendEvent(Screen().PopUp(), &event);
+    }
     EXPECT_TRUE(BoxOpen());
 }
 
