@@ -131,6 +131,8 @@ TEST(Profile, WritingChangesOnlyWhatItWrites) {
          {{"b", "k", "v"}},                 "[a]\nx=1\n[b]\nk=v\n"},
         {"the file's own line ends",        "[a]\r\nx=1\r\n",
          {{"a", "k", "v"}},                 "[a]\r\nx=1\r\nk=v\r\n"},
+        {"a lone carriage return at the end", "[a]\nx=1\r",
+         {{"a", "y", "2"}},                 "[a]\nx=1\r\ny=2"},
         {"no final line end",               "[a]\nx=1",
          {{"a", "x", "2"}, {"b", "y", "3"}}, "[a]\nx=2\n[b]\ny=3"},
         {"only the first section and key",  "[a]\nk=1\nk=2\n[a]\nk=3\n",
