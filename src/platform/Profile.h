@@ -13,8 +13,9 @@
 /// begins with ";" is a comment. File names are resolved as platform/Paths.h says, so they may be
 /// written with "\" and in any case.
 ///
-/// A byte order mark at the front and lines that make no sense are passed over. Of several sections
-/// of one name only the first is read.
+/// Files are bytes, or UTF-16 with a byte order mark, which is read as UTF-8 and stays UTF-16 when
+/// the file is written. Other marks and lines that make no sense are passed over. Of several
+/// sections of one name only the first is read.
 ///
 /// Reading is cached per file and checked against the file's time stamp and size, so that hundreds
 /// of keys cost one parse. On Windows the system's own profile calls serve, elsewhere code with the

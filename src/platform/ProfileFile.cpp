@@ -8,6 +8,7 @@
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/ProfileCache.h"
+#include "platform/ProfileEncoding.h"
 #include "platform/ProfileIndex.h"
 #include "platform/Text.h"
 
@@ -85,7 +86,7 @@ std::optional<CachedProfile> Parse(const std::string& file) {
                          std::move(path),
                          *stamp,
                          settled,
-                         std::make_unique<ProfileIndex>(std::move(*text))};
+                         std::make_unique<ProfileIndex>(DecodeProfile(std::move(*text)))};
 }
 
 /// The file's content as it is now; null when it is missing. Valid until the next call.
