@@ -5,8 +5,10 @@
 #include <chrono>
 #include <climits>
 #include <filesystem>
+#include <set>
 #include <thread>
 
+#include "platform/NameHash.h"
 #include "support/TemporaryFolder.h"
 
 namespace dravik {
@@ -235,6 +237,27 @@ TEST(Profile, ManyFilesAndKeysAreKeptApart) {
                     value(file, section, key));
         }
     }
+}
+
+// Names that share a hash would make the reading of a file take the square of its length.
+TEST(Profile, NamesShareAHashOnlyWhenTheyDifferInCaseAlone) {
+    const auto hashOf = [](std::string_view section, std::string_view key) {
+        NameHash hash;
+        hash.Add(section);
+        hash.Add(key);
+        return hash.Result();
+    };
+    EXPECT_EQ(hashOf("MainMenu", "Button0LabelFunction"),
+              hashOf("mainMENU", "BUTTON0labelFunction"));
+    std::set<std::uint32_t> hashes = {hashOf("ab", "c"), hashOf("a", "bc"), hashOf("", "abc")};
+    for (unsigned name = 0; name < 1024; ++name) {
+        std::string key;
+        for (unsigned bit = 0; bit < 10; ++bit) {
+            key += "@`[{]}^~\\|"[2 * (bit % 5) + (name >> bit & 1U)];
+        }
+        hashes.insert(hashOf("page", key));
+    }
+    EXPECT_GE(hashes.size(), 1020U);
 }
 
 TEST(Profile, ABigFileOfGarbageIsPassedOverAndKept) {
