@@ -54,8 +54,18 @@ bool WriteProfileString(const std::string& file, const std::string& section, con
                         const std::string& value);
 
 /// Writes many keys of one file in a single step: after a failure or a kill either all of them are
-/// in the file or none.
+/// in the file or none. What another process writes into the file at the same time is kept.
 bool WriteProfileEntries(const std::string& file, const std::vector<ProfileEntry>& entries);
+
+/// What is to be written into one file.
+struct ProfileChange {
+    std::string File;
+    std::vector<ProfileEntry> Entries;
+};
+
+/// Writes into several files in a single step: none is changed unless all of them can be.
+/// @return the file that could not be written; nothing when all is done
+std::optional<std::string> WriteProfiles(const std::vector<ProfileChange>& changes);
 
 /// The names of all sections, in file order and as written; empty for a missing file.
 std::vector<std::string> ProfileSections(const std::string& file);
