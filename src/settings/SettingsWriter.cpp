@@ -92,10 +92,9 @@ std::vector<ProfileEntry> SensorEntries(const std::vector<SensorRow>& sensors) {
 
 /// Without a language there is no sensor file, and perhaps no folder for one either. A table
 /// without sensors is then kept as well without it, and the settings can be saved all the same.
-bool SaveSensors(const std::vector<SensorRow>& sensors) {
-    const std::string& file = basGlobal.SensorFile;
-    return WriteProfileEntries(file, SensorEntries(sensors)) ||
-           (sensors.empty() && !FileExists(file) && !FolderExists(basGlobal.LanguagePath));
+bool NeedsNoFile(const std::vector<SensorRow>& sensors) {
+    return sensors.empty() && !FileExists(basGlobal.SensorFile) &&
+           !FolderExists(basGlobal.LanguagePath);
 }
 
 }  // namespace
@@ -120,9 +119,9 @@ std::optional<std::string> SaveSettings(const SettingsValues& values,
                                         const std::vector<SensorRow>& sensors) {
     // The sensors on the screen are then those of the installation, and not the user's to change.
     if (!basGlobal.Launch.InstalledData.empty()) return basGlobal.IniFile;
-    if (!SaveSensors(sensors)) return basGlobal.SensorFile;
-    if (!WriteProfileEntries(basGlobal.IniFile, SettingsEntries(values))) return basGlobal.IniFile;
-    return std::nullopt;
+    std::vector<ProfileChange> changes = {{basGlobal.IniFile, SettingsEntries(values)}};
+    if (!NeedsNoFile(sensors)) changes.push_back({basGlobal.SensorFile, SensorEntries(sensors)});
+    return WriteProfiles(changes);
 }
 
 }  // namespace dravik

@@ -35,9 +35,7 @@ std::vector<std::string> FolderSlots();
 SettingsValues ReadSettings();
 
 /// Writes the settings into the settings file and the rows into the current sensor file, with the
-/// end mark behind them. Each file is written in one step, so that it is either the old or the new
-/// one whatever happens. The larger one, the sensor file, goes first: a disk that has no room for
-/// it leaves both as they were.
+/// end mark behind them, in one step: when one of them cannot be written, both stay as they were.
 ///
 /// @return the file that could not be written; nothing when all is saved
 std::optional<std::string> SaveSettings(const SettingsValues& values,
