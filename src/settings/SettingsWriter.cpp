@@ -97,6 +97,19 @@ bool NeedsNoFile(const std::vector<SensorRow>& sensors) {
            !FolderExists(basGlobal.LanguagePath);
 }
 
+/// A folder of languages that is itself a link was made one by the user, and by no language file.
+bool SensorsLieOutside() {
+    const GlobalState& g = basGlobal;
+    return !LiesBeneath(g.SensorFile, g.ProgramFolder) &&
+           !LiesBeneath(g.SensorFile, g.LanguagePath);
+}
+
+bool HaveChanged(const std::vector<SensorRow>& sensors) {
+    SensorEditor saved;
+    saved.Load(basGlobal.SensorFile);
+    return saved.Rows() != sensors;
+}
+
 }  // namespace
 
 std::vector<std::string> FolderSlots() {
@@ -115,13 +128,19 @@ SettingsValues ReadSettings() {
     return values;
 }
 
-std::optional<std::string> SaveSettings(const SettingsValues& values,
-                                        const std::vector<SensorRow>& sensors) {
+std::optional<NotSaved> SaveSettings(const SettingsValues& values,
+                                     const std::vector<SensorRow>& sensors) {
+    const GlobalState& g = basGlobal;
     // The sensors on the screen are then those of the installation, and not the user's to change.
-    if (!basGlobal.Launch.InstalledData.empty()) return basGlobal.IniFile;
-    std::vector<ProfileChange> changes = {{basGlobal.IniFile, SettingsEntries(values)}};
-    if (!NeedsNoFile(sensors)) changes.push_back({basGlobal.SensorFile, SensorEntries(sensors)});
-    return WriteProfiles(changes);
+    if (!g.Launch.InstalledData.empty()) return NotSaved{g.IniFile};
+    std::vector<ProfileChange> changes = {{g.IniFile, SettingsEntries(values)}};
+    if (SensorsLieOutside()) {
+        if (HaveChanged(sensors)) return NotSaved{g.SensorFile, true};
+    } else if (!NeedsNoFile(sensors)) {
+        changes.push_back({g.SensorFile, SensorEntries(sensors)});
+    }
+    if (const auto failed = WriteProfiles(changes)) return NotSaved{*failed};
+    return std::nullopt;
 }
 
 }  // namespace dravik
