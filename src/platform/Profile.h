@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +22,13 @@
 /// of keys cost one parse. On Windows the system's own profile calls serve, elsewhere code with the
 /// same meaning. User-interface thread only.
 namespace dravik {
+
+/// No settings, skin or playlist comes near this size. A larger profile file is not read, which is
+/// said on standard error, and not written.
+constexpr std::int64_t kLargestProfile = std::int64_t{16} << 20;
+
+/// True for a file above kLargestProfile.
+bool ProfileTooLarge(const std::string& file);
 
 /// The text of a key; defaultValue when the file, the section or the key is missing.
 ///

@@ -75,9 +75,9 @@ std::optional<CachedProfile> Parse(const std::string& file) {
     std::string path = ResolvePath(file);
     // Stamped before it is read: a change in between shows as a new stamp next time.
     const std::optional<FileStamp> stamp = StampOf(path);
-    if (!stamp) return std::nullopt;
+    if (!stamp || RefusedForSize(path)) return std::nullopt;
     const bool settled = IsSettled(*stamp);
-    std::optional<std::string> text = ReadWholeFile(path);
+    std::optional<std::string> text = ReadWholeFile(path, kLargestProfile);
     if (!text) return std::nullopt;
     std::string slashed = file;
     std::replace(slashed.begin(), slashed.end(), '\\', kPathSeparator);

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdint>
+#include <cstdio>
 #include <utility>
 
 #include "platform/FileReplacement.h"
@@ -40,7 +41,7 @@ struct ProfileRewrite {
 
 /// Nothing when the file cannot be written.
 std::optional<ProfileRewrite> Prepare(const ProfileChange& change) {
-    ProfileRewrite rewrite{change.File, ReadWholeFile(change.File), std::nullopt};
+    ProfileRewrite rewrite{change.File, ReadWholeFile(change.File, kLargestProfile), std::nullopt};
     if (!rewrite.Old && FileExists(change.File)) return std::nullopt;  // unread, not to be replaced
     const std::string before = rewrite.Old.value_or(std::string());
     const std::optional<std::string> after = EditProfile(before, change.Entries);
@@ -60,6 +61,21 @@ void PutBack(const ProfileRewrite& rewrite) {
 }
 
 }  // namespace
+
+bool ProfileTooLarge(const std::string& file) {
+    const std::optional<std::int64_t> size = FileSize(file);
+    return size && *size > kLargestProfile;
+}
+
+bool RefusedForSize(const std::string& file) {
+    static std::string told;
+    if (!ProfileTooLarge(file)) return false;
+    if (told != file) {
+        told = file;
+        std::fprintf(stderr, "%s: larger than 16 MB; it is not read\n", file.c_str());
+    }
+    return true;
+}
 
 int ReadProfileInt(const std::string& file, std::string_view section, std::string_view key,
                    int defaultValue) {

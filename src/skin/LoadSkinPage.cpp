@@ -7,6 +7,7 @@
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
 #include "platform/Paths.h"
+#include "platform/Profile.h"
 #include "skin/PageCanvas.h"
 #include "skin/ShowMessage.h"
 #include "skin/SkinFile.h"
@@ -93,9 +94,12 @@ void BeginPage(const std::string& name) {
     skinScreen->ReadDesignSize();
 }
 
-/// A skin that is not there at all leaves nothing to build: the page says so itself.
+/// A skin that cannot be read leaves nothing to build: the page says so itself.
 void TellMissingSkin() {
-    skinScreen->Page()->SetNotice(ShownText("The skin file was not found:\n" + basGlobal.SkinFile +
+    const char* fault = ProfileTooLarge(basGlobal.SkinFile)
+                            ? "The skin file is larger than 16 MB:\n"
+                            : "The skin file was not found:\n";
+    skinScreen->Page()->SetNotice(ShownText(fault + basGlobal.SkinFile +
                                             "\n\nSet Skin in the section Options of\n" +
                                             basGlobal.IniFile + "\n\nCtrl+Q ends the program."));
 }
@@ -128,7 +132,7 @@ void BuildPage(const std::string& name, bool box) {
     const std::optional<SkinError> error = LoadSections(name, box);
     skinScreen->HideSurplus();
     skinScreen->StackControls();
-    if (!FileExists(basGlobal.SkinFile)) TellMissingSkin();
+    if (!FileExists(basGlobal.SkinFile) || ProfileTooLarge(basGlobal.SkinFile)) TellMissingSkin();
     skinScreen->Events.PageBuilt();
     page->setUpdatesEnabled(true);
 

@@ -260,8 +260,8 @@ TEST(Profile, NamesShareAHashOnlyWhenTheyDifferInCaseAlone) {
     EXPECT_GE(hashes.size(), 1020U);
 }
 
-TEST(Profile, ABigFileOfGarbageIsPassedOverAndKept) {
-    std::string garbage(std::size_t{100} << 20, '\0');
+TEST(Profile, GarbageIsPassedOverAndKeptAndTooMuchOfItRefused) {
+    std::string garbage(std::size_t{15} << 20, '\0');
     std::uint32_t state = 1;
     for (char& c : garbage) {
         state = state * 1664525 + 1013904223;
@@ -273,6 +273,13 @@ TEST(Profile, ABigFileOfGarbageIsPassedOverAndKept) {
     ASSERT_TRUE(WriteProfileString(file, "s", "k", "2"));
     EXPECT_EQ(ReadProfileInt(file, "s", "k", 0), 2);
     EXPECT_TRUE(folder.Read("a.ini") == "[s]\nk=2\n[rest]\n" + garbage);
+
+    const std::string larger = folder.Write("b.ini", "[s]\nk=1\n[rest]\n" + garbage + garbage);
+    ::testing::internal::CaptureStderr();
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(ReadProfileInt(larger, "s", "k", 0), 0);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              larger + ": larger than 16 MB; it is not read\n");
+    EXPECT_FALSE(WriteProfileString(larger, "s", "k", "2"));
 }
 
 #ifndef _WIN32
