@@ -44,6 +44,25 @@ void ReadCold(benchmark::State& state) {
 }
 BENCHMARK(ReadCold);
 
+/// The first read of a file whose names differ only where capitals and other signs share bits.
+void ReadLookAlikes(benchmark::State& state) {
+    const QTemporaryDir folder;
+    const std::string file = folder.filePath(QStringLiteral("skin.ini")).toStdString();
+    std::string lines = "[page]\n";
+    for (unsigned name = 0; name < 1U << 14; ++name) {
+        for (unsigned bit = 0; bit < 14; ++bit) lines += (name >> bit & 1U) != 0 ? '@' : '`';
+        lines += "=1\n";
+    }
+    std::ofstream(file) << lines;
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::ofstream(file, std::ios::app) << ";\n";
+        state.ResumeTiming();
+        benchmark::DoNotOptimize(ReadProfileString(file, "page", "key", "", kLimit));
+    }
+}
+BENCHMARK(ReadLookAlikes);
+
 void Write(benchmark::State& state) {
     const QTemporaryDir folder;
     const std::string file = WriteSkin(folder);

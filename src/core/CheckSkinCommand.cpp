@@ -19,6 +19,7 @@ enum : int { kClean = 0, kWithFindings = 1, kNotReadable = 2 };
 /// Why there is nothing to check; empty when there is.
 std::string WhyNot() {
     const GlobalState& g = basGlobal;
+    if (ProfileTooLarge(g.SkinFile)) return "the skin is larger than 16 MB: " + g.SkinFile;
     if (!ReadWholeFile(g.SkinFile)) return "the skin cannot be read: " + g.SkinFile;
     if (ProfileSections(g.SkinFile).empty()) return "the skin has no section: " + g.SkinFile;
     if (!FileExists(g.LanguageFile)) return "the language cannot be read: " + g.LanguageFile;

@@ -48,7 +48,7 @@ constexpr std::uint16_t kNoFocus = 65535;
 
 /// One live quantity that a skin can show: display value = Factor * raw + Offset.
 struct SensorRecord {
-    std::string Function;  ///< name used by skins, lower case
+    std::string Function;  ///< name used by skins, lower case, UTF-8
     std::string Source;    ///< kind ("obd" or "can"), "_", PID in two hex digits
     float Factor = 0;
     float Offset = 0;

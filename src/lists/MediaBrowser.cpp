@@ -28,9 +28,10 @@ constexpr DrivePicture kDrivePictures[] = {
     {"Wechseldatenträger", "removeable"},
 };
 
-/// The shell shows archives as folders; they are kept out.
-bool IsArchive(const std::string& name) {
-    const std::string extension = FileExtension(name);
+/// The shell shows archives as folders; they are kept out. The name that it shows may lack the
+/// extension.
+bool IsArchive(const std::string& path) {
+    const std::string extension = FileExtension(path);
     return extension == "zip" || extension == "rar";
 }
 
@@ -76,9 +77,22 @@ std::optional<ListEntry> MediaFilter::Entry(std::string_view fileName, const std
     const std::string extension = FileExtension(fileName);
     if (extension.empty() || filter_.find(extension + ",") == std::string::npos)
         return std::nullopt;
-    const bool pictured = knownPictures_.find("." + extension) != std::string::npos;
-    return ListEntry{text, pictured ? extension : kStandardPicture,
-                     Tag(extension == "pls" ? kPlaylistTag : kMediumTag, path)};
+    return ListEntry{text, PictureFor(extension),
+                     Tag(IsPlaylist(extension) ? kPlaylistTag : kMediumTag, path)};
+}
+
+ListEntry MediaFilter::Address(const std::string& text, const std::string& address) const {
+    return {text, PictureFor(FileExtension(address)), Tag(kMediumTag, address)};
+}
+
+std::string MediaFilter::PictureFor(const std::string& extension) const {
+    const bool pictured =
+        !extension.empty() && knownPictures_.find("." + extension) != std::string::npos;
+    return pictured ? extension : kStandardPicture;
+}
+
+bool IsPlaylist(const std::string& extension) {
+    return extension == "pls" || extension == "m3u" || extension == "m3u8";
 }
 
 bool IsAbsolutePath(std::string_view path) {
@@ -105,7 +119,7 @@ bool ShowFolder(int slot, const std::string& filter, std::string folder) {
 
     const ShellListing listing = ReadShellFolder(list->Folder);
     for (const ShellItem& item : listing.Items) {
-        if (!item.IsFolder || IsArchive(item.Name)) continue;
+        if (!item.IsFolder || IsArchive(item.Path)) continue;
         AddListEntry(*list, {item.Name, FolderPicture(item.Type), Tag(kFolderTag, item.Path)});
     }
     const MediaFilter files(filter);

@@ -56,8 +56,9 @@ bool HasParentFolder(const std::string& folder);
 /// The lower-cased text after the last "." of a name, empty when there is none.
 std::string FileExtension(std::string_view name);
 
-/// Fills a slot's list with the tracks of a playlist file. The first entry leads back to the
-/// playlists; its tag is "plspar" and the file's path. The slot's current folder stays.
+/// Fills a slot's list with the tracks of a playlist file (".pls", ".m3u", ".m3u8"). The first
+/// entry leads back to the playlists; its tag is "plspar" and the file's path. The slot's current
+/// folder stays.
 /// @return false when the slot does not exist or the file cannot be read; the list is then as it
 /// was
 bool ShowPlaylist(int slot, const std::string& playlist);
@@ -77,7 +78,8 @@ void OpenParentFolder(int slot);
 /// cannot be opened is told to the user. Other lists are left alone.
 void ActivateListEntry(int slot);
 
-/// Plays a file; false when it cannot be. Replaceable; from the start it asks the system.
+/// Plays a file or what an address ("http://...") stands for; false when it cannot be. Replaceable;
+/// from the start it asks the system.
 extern std::function<bool(const std::string& file)> PlayMedium;
 
 // Trouble codes -----------------------------------------------------------------------------------

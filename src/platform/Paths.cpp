@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/FileReplacement.h"
 #include "platform/PathNames.h"
 #include "platform/Text.h"
 
@@ -30,6 +31,11 @@ std::vector<std::string> FilesMatching(std::string_view folder, std::string_view
     std::vector<std::string> names;
     for (auto& [key, name] : matching) names.push_back(std::move(name));
     return names;
+}
+
+bool ReplaceFile(std::string_view path, std::string_view content) {
+    const FolderLock lock({std::string(path)});
+    return lock.Held() && FileReplacement(path, content).Commit();
 }
 
 }  // namespace dravik

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,14 +32,26 @@ bool FolderExists(std::string_view path);
 /// Two parts of a path with one separator between them.
 std::string JoinPath(std::string_view folder, std::string_view name);
 
+/// True when `path`, resolved and with every link followed, lies beneath the folder. Neither of
+/// them need exist.
+bool LiesBeneath(std::string_view path, std::string_view folder);
+
+/// Nothing that this program reads whole comes near this size; a file that does is a mistake.
+constexpr std::int64_t kLargestFile = std::int64_t{256} << 20;
+
 /// The whole file as bytes; nothing when it cannot be read, is no plain file (a device, a pipe) or
-/// holds more than 256 MB.
-std::optional<std::string> ReadWholeFile(std::string_view path);
+/// holds more than so many bytes.
+std::optional<std::string> ReadWholeFile(std::string_view path,
+                                         std::int64_t maxBytes = kLargestFile);
+
+/// The size of a plain file in bytes; nothing when there is none.
+std::optional<std::int64_t> FileSize(std::string_view path);
 
 /// Replaces the file's content in one step: written beside it, flushed to the disk and renamed over
 /// it, so that a kill at any instant leaves the old content or the new. False when that failed; the
 /// old file is then unchanged. Permissions of an existing file are kept, a link stays a link, and a
-/// write-protected file is not replaced. Of several writers at once the last one wins.
+/// write-protected file is not replaced. Of several writers at once the last one wins. A writer
+/// that is stuck is waited for at most 400 ms.
 bool ReplaceFile(std::string_view path, std::string_view content);
 
 /// Deletes the file and writes it anew, for what is not worth the flush of ReplaceFile. False when

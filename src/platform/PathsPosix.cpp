@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 #include "platform/FileInfoPosix.h"
@@ -97,10 +98,27 @@ bool FolderExists(std::string_view path) {
     return info && S_ISDIR(info->st_mode);
 }
 
-std::optional<std::string> ReadWholeFile(std::string_view path) {
+bool LiesBeneath(std::string_view path, std::string_view folder) {
+    namespace fs = std::filesystem;
+    const auto canonical = [](std::string_view name) {
+        std::error_code error;
+        const fs::path whole = fs::absolute(ResolvePath(name), error);
+        return fs::weakly_canonical(whole, error);
+    };
+    const fs::path relative = canonical(path).lexically_relative(canonical(folder));
+    return !relative.empty() && relative != "." && *relative.begin() != "..";
+}
+
+std::optional<std::int64_t> FileSize(std::string_view path) {
+    const std::optional<FileInfo> info = Resolve(path).Info;
+    if (!info || !S_ISREG(info->st_mode)) return std::nullopt;
+    return info->st_size;
+}
+
+std::optional<std::string> ReadWholeFile(std::string_view path, std::int64_t maxBytes) {
     const ResolvedFile file = Resolve(path);
     // Pipes and devices would block or never end.
-    if (!file.Info || !S_ISREG(file.Info->st_mode) || file.Info->st_size > kLargestFile) {
+    if (!file.Info || !S_ISREG(file.Info->st_mode) || file.Info->st_size > maxBytes) {
         return std::nullopt;
     }
     const int descriptor = ::open(file.Path.c_str(), O_RDONLY | O_CLOEXEC);
@@ -114,9 +132,10 @@ std::optional<std::string> ReadWholeFile(std::string_view path) {
         if (length == content.size()) content.resize(length * 2);
         count = ::read(descriptor, content.data() + length, content.size() - length);
         if (count > 0) length += static_cast<std::size_t>(count);
+        if (length > static_cast<std::size_t>(maxBytes)) break;  // it has grown meanwhile
     } while (count > 0 || (count < 0 && errno == EINTR));
     ::close(descriptor);
-    if (count < 0) return std::nullopt;
+    if (count < 0 || length > static_cast<std::size_t>(maxBytes)) return std::nullopt;
     content.resize(length);
     return content;
 }

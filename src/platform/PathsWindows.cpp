@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <filesystem>
 
 #include "platform/PathNames.h"
 #include "platform/Paths.h"
+#include "platform/Text.h"
 #include "platform/WindowsApi.h"
 
 namespace dravik {
@@ -37,7 +39,27 @@ bool FolderExists(std::string_view path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
-std::optional<std::string> ReadWholeFile(std::string_view path) {
+bool LiesBeneath(std::string_view path, std::string_view folder) {
+    namespace fs = std::filesystem;
+    const auto canonical = [](std::string_view name) {
+        std::error_code error;
+        const fs::path whole = fs::absolute(ToWide(ResolvePath(name)), error);
+        return fs::path(ToWide(LowerCased(FromWide(fs::weakly_canonical(whole, error).native()))));
+    };
+    const fs::path relative = canonical(path).lexically_relative(canonical(folder));
+    return !relative.empty() && relative != "." && *relative.begin() != "..";
+}
+
+std::optional<std::int64_t> FileSize(std::string_view path) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!FileExists(path) ||
+        !::GetFileAttributesExW(ToWide(ResolvePath(path)).c_str(), GetFileExInfoStandard, &data)) {
+        return std::nullopt;
+    }
+    return static_cast<std::int64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
+}
+
+std::optional<std::string> ReadWholeFile(std::string_view path, std::int64_t maxBytes) {
     if (!FileExists(path)) return std::nullopt;
     const HANDLE file = ::CreateFileW(ToWide(ResolvePath(path)).c_str(), GENERIC_READ,
                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
@@ -45,7 +67,7 @@ std::optional<std::string> ReadWholeFile(std::string_view path) {
     if (file == INVALID_HANDLE_VALUE) return std::nullopt;
     LARGE_INTEGER size{};
     std::optional<std::string> content;
-    if (::GetFileSizeEx(file, &size) && size.QuadPart <= kLargestFile) {
+    if (::GetFileSizeEx(file, &size) && size.QuadPart <= maxBytes) {
         content.emplace(static_cast<std::size_t>(size.QuadPart), '\0');
         DWORD count = 0;
         if (::ReadFile(file, content->data(), static_cast<DWORD>(content->size()), &count,

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace dravik {
 
@@ -10,7 +12,15 @@ namespace dravik {
 /// @param program  a file, or a command line whose first word is one
 bool StartMinimised(const std::string& program);
 
-/// Hands a file to the program that the system has for its type. False when that failed.
+/// True for an address with a scheme: "http://host/stream", "file:///music/a.mp3".
+bool IsAddress(std::string_view text);
+
+/// The path that a "file://" address of this computer means, "%20" and the like resolved; nothing
+/// for any other text.
+std::optional<std::string> FileOfAddress(std::string_view address);
+
+/// Hands a file to the program that the system has for its type, or an address, unchanged, to the
+/// one for its scheme. False when that failed.
 bool OpenWithSystem(const std::string& file);
 
 }  // namespace dravik

@@ -71,10 +71,13 @@ bool StartMinimised(const std::string& program) {
 
 bool OpenWithSystem(const std::string& file) {
     const QString opener = QStandardPaths::findExecutable(QStringLiteral("xdg-open"));
-    if (opener.isEmpty() || !FileExists(file)) return false;
+    if (opener.isEmpty()) return false;
+    const std::string program = QFile::encodeName(opener).toStdString();
+    if (IsAddress(file)) return StartWithBytes(program, file);
+    if (!FileExists(file)) return false;
     std::error_code ignored;
     const auto path = std::filesystem::absolute(ResolvePath(file), ignored);
-    return StartWithBytes(QFile::encodeName(opener).toStdString(), path.native());
+    return StartWithBytes(program, path.native());
 }
 
 }  // namespace dravik

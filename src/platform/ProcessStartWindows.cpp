@@ -8,7 +8,7 @@ namespace dravik {
 namespace {
 
 bool ShellOpen(const std::string& file, int showCommand) {
-    const std::wstring name = ToWide(ResolvePath(file));
+    const std::wstring name = ToWide(IsAddress(file) ? file : ResolvePath(file));
     const HINSTANCE result =
         ::ShellExecuteW(nullptr, L"open", name.c_str(), nullptr, nullptr, showCommand);
     constexpr INT_PTR kLastError = 32;
@@ -39,7 +39,7 @@ bool StartMinimised(const std::string& program) {
 }
 
 bool OpenWithSystem(const std::string& file) {
-    return FileExists(file) && ShellOpen(file, SW_SHOWNORMAL);
+    return (IsAddress(file) || FileExists(file)) && ShellOpen(file, SW_SHOWNORMAL);
 }
 
 }  // namespace dravik

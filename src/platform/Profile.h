@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,13 +14,21 @@
 /// begins with ";" is a comment. File names are resolved as platform/Paths.h says, so they may be
 /// written with "\" and in any case.
 ///
-/// A byte order mark at the front and lines that make no sense are passed over. Of several sections
-/// of one name only the first is read.
+/// Files are bytes, or UTF-16 with a byte order mark, which is read as UTF-8 and stays UTF-16 when
+/// the file is written. Other marks and lines that make no sense are passed over. Of several
+/// sections of one name only the first is read.
 ///
 /// Reading is cached per file and checked against the file's time stamp and size, so that hundreds
 /// of keys cost one parse. On Windows the system's own profile calls serve, elsewhere code with the
 /// same meaning. User-interface thread only.
 namespace dravik {
+
+/// No settings, skin or playlist comes near this size. A larger profile file is not read, which is
+/// said on standard error, and not written.
+constexpr std::int64_t kLargestProfile = std::int64_t{16} << 20;
+
+/// True for a file above kLargestProfile.
+bool ProfileTooLarge(const std::string& file);
 
 /// The text of a key; defaultValue when the file, the section or the key is missing.
 ///
@@ -53,8 +62,18 @@ bool WriteProfileString(const std::string& file, const std::string& section, con
                         const std::string& value);
 
 /// Writes many keys of one file in a single step: after a failure or a kill either all of them are
-/// in the file or none.
+/// in the file or none. What another process writes into the file at the same time is kept.
 bool WriteProfileEntries(const std::string& file, const std::vector<ProfileEntry>& entries);
+
+/// What is to be written into one file.
+struct ProfileChange {
+    std::string File;
+    std::vector<ProfileEntry> Entries;
+};
+
+/// Writes into several files in a single step: none is changed unless all of them can be.
+/// @return the file that could not be written; nothing when all is done
+std::optional<std::string> WriteProfiles(const std::vector<ProfileChange>& changes);
 
 /// The names of all sections, in file order and as written; empty for a missing file.
 std::vector<std::string> ProfileSections(const std::string& file);

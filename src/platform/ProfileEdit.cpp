@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "platform/ProfileEncoding.h"
 #include "platform/ProfileLine.h"
 #include "platform/Text.h"
 
@@ -139,10 +140,7 @@ class ProfileEditor {
     std::vector<Line> lines_;
 };
 
-}  // namespace
-
-std::optional<std::string> EditProfile(std::string_view text,
-                                       const std::vector<ProfileEntry>& entries) {
+std::optional<std::string> Edited(std::string_view text, const std::vector<ProfileEntry>& entries) {
     ProfileEditor editor(text);
     for (const ProfileEntry& entry : entries) {
         const std::string_view section = Trimmed(entry.Section);
@@ -155,6 +153,27 @@ std::optional<std::string> EditProfile(std::string_view text,
         }
     }
     return editor.Text();
+}
+
+/// The entries as they are to stand in a file that can hold any character.
+std::vector<ProfileEntry> InUtf8(std::vector<ProfileEntry> entries) {
+    for (ProfileEntry& entry : entries) {
+        entry.Section = ToUtf8(entry.Section);
+        entry.Key = ToUtf8(entry.Key);
+        if (entry.Value) entry.Value = ToUtf8(*entry.Value);
+    }
+    return entries;
+}
+
+}  // namespace
+
+std::optional<std::string> EditProfile(std::string_view content,
+                                       const std::vector<ProfileEntry>& entries) {
+    const ProfileEncoding encoding = EncodingOf(content);
+    if (encoding == ProfileEncoding::Bytes) return Edited(content, entries);
+    std::optional<std::string> text = Edited(DecodeProfile(std::string(content)), InUtf8(entries));
+    if (text) text = EncodeProfile(std::move(*text), encoding);
+    return text;
 }
 
 }  // namespace dravik

@@ -9,12 +9,12 @@
 
 namespace dravik {
 
-/// The text of a profile file after the entries were written into it: values replaced in place,
-/// everything else as it was, line ends and a missing final line end included.
+/// The content of a profile file after the entries were written into it: values replaced in place,
+/// everything else as it was, encoding, line ends and a missing final line end included.
 ///
 /// @return nothing when a section or key name could not be read back (empty, or with a character
 ///         that ends it)
-std::optional<std::string> EditProfile(std::string_view text,
+std::optional<std::string> EditProfile(std::string_view content,
                                        const std::vector<ProfileEntry>& entries);
 
 }  // namespace dravik

@@ -8,6 +8,7 @@
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/ProfileCache.h"
+#include "platform/ProfileEncoding.h"
 #include "platform/ProfileIndex.h"
 #include "platform/Text.h"
 
@@ -74,9 +75,9 @@ std::optional<CachedProfile> Parse(const std::string& file) {
     std::string path = ResolvePath(file);
     // Stamped before it is read: a change in between shows as a new stamp next time.
     const std::optional<FileStamp> stamp = StampOf(path);
-    if (!stamp) return std::nullopt;
+    if (!stamp || RefusedForSize(path)) return std::nullopt;
     const bool settled = IsSettled(*stamp);
-    std::optional<std::string> text = ReadWholeFile(path);
+    std::optional<std::string> text = ReadWholeFile(path, kLargestProfile);
     if (!text) return std::nullopt;
     std::string slashed = file;
     std::replace(slashed.begin(), slashed.end(), '\\', kPathSeparator);
@@ -85,7 +86,7 @@ std::optional<CachedProfile> Parse(const std::string& file) {
                          std::move(path),
                          *stamp,
                          settled,
-                         std::make_unique<ProfileIndex>(std::move(*text))};
+                         std::make_unique<ProfileIndex>(DecodeProfile(std::move(*text)))};
 }
 
 /// The file's content as it is now; null when it is missing. Valid until the next call.

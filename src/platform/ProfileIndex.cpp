@@ -2,26 +2,22 @@
 
 #include <utility>
 
+#include "platform/NameHash.h"
 #include "platform/ProfileLine.h"
 #include "platform/Text.h"
 
 namespace dravik {
 namespace {
 
-constexpr std::uint32_t kHashStart = 2166136261U;
-constexpr std::uint32_t kHashFactor = 16777619U;
-
-// Setting the bit that tells "a" from "A" folds the case; the other characters that it makes equal
-// only share a hash.
-std::uint32_t HashName(std::uint32_t hash, std::string_view name) {
-    for (const char c : name) {
-        hash = (hash ^ (static_cast<unsigned char>(c) | 0x20U)) * kHashFactor;
-    }
+NameHash HashOf(std::string_view section) {
+    NameHash hash;
+    hash.Add(section);
     return hash;
 }
 
-std::uint32_t HashOf(std::string_view section, std::string_view key) {
-    return HashName(HashName(kHashStart, section) * kHashFactor, key);
+std::uint32_t HashOf(NameHash section, std::string_view key) {
+    section.Add(key);
+    return section.Result();
 }
 
 }  // namespace
@@ -34,16 +30,18 @@ void ProfileIndex::Parse() {
     std::string_view rest = text_;
     rest.remove_prefix(ProfileByteOrderMark(rest).size());
     std::optional<std::string_view> section;
+    NameHash sectionHash;
     while (!rest.empty()) {
         std::string_view line = TakeProfileLine(rest);
         line.remove_suffix(ProfileLineEnd(line).size());
         const ProfileLine parsed = ParseProfileLine(line);
         if (parsed.Kind == ProfileLineKind::Section) {
             // Only the first section of a name counts; what stands in a later one is never found.
-            const bool first = Add({parsed.Name, {}, {}, HashOf(parsed.Name, {})});
+            sectionHash = HashOf(parsed.Name);
+            const bool first = Add({parsed.Name, {}, {}, HashOf(sectionHash, {})});
             section = first ? std::optional(parsed.Name) : std::nullopt;
         } else if (parsed.Kind == ProfileLineKind::Entry && section) {
-            Add({*section, parsed.Name, parsed.Value, HashOf(*section, parsed.Name)});
+            Add({*section, parsed.Name, parsed.Value, HashOf(sectionHash, parsed.Name)});
         }
     }
 }
@@ -84,7 +82,7 @@ std::size_t ProfileIndex::SlotOf(std::uint32_t hash, std::string_view section,
 std::optional<std::string_view> ProfileIndex::Find(std::string_view section,
                                                    std::string_view key) const {
     if (key.empty()) return std::nullopt;
-    const std::uint32_t number = slots_[SlotOf(HashOf(section, key), section, key)];
+    const std::uint32_t number = slots_[SlotOf(HashOf(HashOf(section), key), section, key)];
     if (number == 0) return std::nullopt;
     return entries_[number - 1].Value;
 }
@@ -99,7 +97,7 @@ std::vector<std::string> ProfileIndex::Sections() const {
 
 std::vector<std::string> ProfileIndex::Keys(std::string_view section) const {
     std::vector<std::string> names;
-    const std::uint32_t number = slots_[SlotOf(HashOf(section, {}), section, {})];
+    const std::uint32_t number = slots_[SlotOf(HashOf(HashOf(section), {}), section, {})];
     if (number == 0) return names;
     for (std::size_t i = number; i < entries_.size() && !entries_[i].Key.empty(); ++i) {
         names.emplace_back(entries_[i].Key);

@@ -14,6 +14,8 @@ std::string_view WithoutQuotes(std::string_view value) {
 }  // namespace
 
 ProfileLine ParseProfileLine(std::string_view line) {
+    // A carriage return that ends no line counts as a blank at the end of one.
+    while (line.ends_with('\r')) line.remove_suffix(1);
     const std::string_view text = Trimmed(line);
     if (text.empty()) return {.Kind = ProfileLineKind::Blank};
     if (text.front() == ';') return {};
@@ -45,10 +47,8 @@ std::string_view TakeProfileLine(std::string_view& text) {
 }
 
 std::string_view ProfileLineEnd(std::string_view line) {
-    std::size_t end = line.size();
-    if (end > 0 && line[end - 1] == '\n') --end;
-    while (end > 0 && line[end - 1] == '\r') --end;
-    return line.substr(end);
+    const std::size_t length = line.ends_with("\r\n") ? 2 : line.ends_with('\n') ? 1 : 0;
+    return line.substr(line.size() - length);
 }
 
 std::string_view ProfileByteOrderMark(std::string_view text) {

@@ -20,10 +20,10 @@ struct ProfileLine {
     std::string_view Prefix = {};
 };
 
-/// Understands a line without its line end.
+/// Understands a line without its line end. Carriage returns at its end are passed over.
 ProfileLine ParseProfileLine(std::string_view line);
 
-/// Takes the next line off the front of `text`, its line end ("\n", with or without "\r" before it)
+/// Takes the next line off the front of `text`, its line end ("\n" or "\r\n", nothing else is one)
 /// included; empty when there is none.
 std::string_view TakeProfileLine(std::string_view& text);
 

@@ -27,6 +27,7 @@ std::string ProfilePath(const std::string& file) {
 
 /// The names that the system lists when no section or no key is given, each closed by a zero byte.
 std::vector<std::string> Names(const std::string& file, const char* section) {
+    if (RefusedForSize(file)) return {};
     const std::string path = ProfilePath(file);
     std::string buffer(4096, '\0');
     DWORD length = 0;
@@ -48,6 +49,7 @@ std::vector<std::string> Names(const std::string& file, const char* section) {
 std::string ReadProfileString(const std::string& file, std::string_view section,
                               std::string_view key, std::string_view defaultValue,
                               std::size_t maxBytes) {
+    if (RefusedForSize(file)) return std::string(CutBytes(defaultValue, maxBytes));
     std::string buffer(maxBytes + kSequenceBytes + 1, '\0');
     const DWORD length = ::GetPrivateProfileStringA(
         std::string(section).c_str(), std::string(key).c_str(), std::string(defaultValue).c_str(),

@@ -1,5 +1,9 @@
+#include <algorithm>
 #include <cstdint>
+#include <cstdio>
+#include <utility>
 
+#include "platform/FileReplacement.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/ProfileCache.h"
@@ -12,7 +16,66 @@ namespace {
 // More bytes than any number that is meant as one has.
 constexpr std::size_t kNumberBytes = 255;
 
+/// The changes with one entry per file: a file that is named twice is still rewritten once.
+std::vector<ProfileChange> Joined(const std::vector<ProfileChange>& changes) {
+    std::vector<ProfileChange> joined;
+    for (const ProfileChange& change : changes) {
+        const std::string path = ResolvePath(change.File);
+        const auto same = std::find_if(joined.begin(), joined.end(), [&](const ProfileChange& c) {
+            return ResolvePath(c.File) == path;
+        });
+        if (same == joined.end())
+            joined.push_back(change);
+        else
+            same->Entries.insert(same->Entries.end(), change.Entries.begin(), change.Entries.end());
+    }
+    return joined;
+}
+
+/// A file on its way from its old content to the new.
+struct ProfileRewrite {
+    std::string File;
+    std::optional<std::string> Old;       ///< nothing when there was no file
+    std::optional<FileReplacement> Next;  ///< nothing when the change leaves the file as it is
+};
+
+/// Nothing when the file cannot be written.
+std::optional<ProfileRewrite> Prepare(const ProfileChange& change) {
+    ProfileRewrite rewrite{change.File, ReadWholeFile(change.File, kLargestProfile), std::nullopt};
+    if (!rewrite.Old && FileExists(change.File)) return std::nullopt;  // unread, not to be replaced
+    const std::string before = rewrite.Old.value_or(std::string());
+    const std::optional<std::string> after = EditProfile(before, change.Entries);
+    if (!after) return std::nullopt;
+    if (*after == before) return rewrite;
+    rewrite.Next.emplace(change.File, *after);
+    if (!rewrite.Next->Ready()) return std::nullopt;
+    return rewrite;
+}
+
+void PutBack(const ProfileRewrite& rewrite) {
+    if (rewrite.Old)
+        FileReplacement(rewrite.File, *rewrite.Old).Commit();
+    else
+        RemoveFile(rewrite.File);
+    ForgetProfile(rewrite.File);
+}
+
 }  // namespace
+
+bool ProfileTooLarge(const std::string& file) {
+    const std::optional<std::int64_t> size = FileSize(file);
+    return size && *size > kLargestProfile;
+}
+
+bool RefusedForSize(const std::string& file) {
+    static std::string told;
+    if (!ProfileTooLarge(file)) return false;
+    if (told != file) {
+        told = file;
+        std::fprintf(stderr, "%s: larger than 16 MB; it is not read\n", file.c_str());
+    }
+    return true;
+}
 
 int ReadProfileInt(const std::string& file, std::string_view section, std::string_view key,
                    int defaultValue) {
@@ -37,15 +100,30 @@ bool WriteProfileString(const std::string& file, const std::string& section, con
 }
 
 bool WriteProfileEntries(const std::string& file, const std::vector<ProfileEntry>& entries) {
-    const std::optional<std::string> old = ReadWholeFile(file);
-    if (!old && FileExists(file)) return false;  // what cannot be read must not be replaced
-    const std::string before = old.value_or(std::string());
-    const std::optional<std::string> after = EditProfile(before, entries);
-    if (!after) return false;
-    if (*after == before) return true;
-    const bool written = ReplaceFile(file, *after);
-    ForgetProfile(file);
-    return written;
+    return !WriteProfiles({{file, entries}});
+}
+
+std::optional<std::string> WriteProfiles(const std::vector<ProfileChange>& changes) {
+    std::vector<std::string> files;
+    for (const ProfileChange& change : changes) files.push_back(change.File);
+    // Held from before the reading on: nobody can change a file between that and the replacing.
+    const FolderLock lock(files);
+    if (!lock.Held()) return files.front();
+
+    std::vector<ProfileRewrite> rewrites;
+    for (const ProfileChange& change : Joined(changes)) {
+        std::optional<ProfileRewrite> rewrite = Prepare(change);
+        if (!rewrite) return change.File;
+        if (rewrite->Next) rewrites.push_back(std::move(*rewrite));
+    }
+    for (std::size_t i = 0; i < rewrites.size(); ++i) {
+        const bool done = rewrites[i].Next->Commit();
+        ForgetProfile(rewrites[i].File);
+        if (done) continue;
+        for (std::size_t k = i; k > 0; --k) PutBack(rewrites[k - 1]);
+        return rewrites[i].File;
+    }
+    return std::nullopt;
 }
 
 }  // namespace dravik

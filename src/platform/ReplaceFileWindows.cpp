@@ -1,27 +1,41 @@
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <set>
+#include <utility>
 #include <vector>
 
-#include "platform/PathNames.h"
+#include "platform/FileReplacement.h"
 #include "platform/Paths.h"
+#include "platform/Text.h"
 #include "platform/WindowsApi.h"
 
 namespace dravik {
 namespace {
 
-/// A writer holds its temporary file for a few milliseconds; one that is stuck must not hang us.
-constexpr int kOpenAttempts = 2000;
+constexpr ULONGLONG kLockPatience = 400;  // milliseconds
+constexpr const char* kLockName = ".dravik.lock";
 
-/// Opens the temporary file for this writer alone: nobody else can open it until it is closed.
-HANDLE OpenTemporary(const std::wstring& path) {
-    for (int i = 0; i < kOpenAttempts; ++i) {
+HANDLE Handle(std::intptr_t handle) {
+    return reinterpret_cast<HANDLE>(handle);
+}
+
+const std::intptr_t kNoFile = reinterpret_cast<std::intptr_t>(INVALID_HANDLE_VALUE);
+
+/// Opens a file that nobody else can open until it is closed, waiting for those who have it open.
+/// One that is just going away is denied, like one in a folder that is write-protected.
+HANDLE OpenAlone(const std::wstring& path, DWORD flags, ULONGLONG deadline) {
+    for (;;) {
         const HANDLE file = ::CreateFileW(path.c_str(), GENERIC_WRITE | DELETE, 0, nullptr,
-                                          CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-        if (file != INVALID_HANDLE_VALUE || ::GetLastError() != ERROR_SHARING_VIOLATION)
+                                          CREATE_ALWAYS, flags, nullptr);
+        const DWORD error = file == INVALID_HANDLE_VALUE ? ::GetLastError() : ERROR_SUCCESS;
+        const bool busy = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
+        if (!busy || ::GetTickCount64() >= deadline) {
+            ::SetLastError(error);
             return file;
+        }
         ::Sleep(1);
     }
-    return INVALID_HANDLE_VALUE;
 }
 
 bool WriteAll(HANDLE file, std::string_view content) {
@@ -44,27 +58,77 @@ bool RenameOver(HANDLE file, const std::wstring& target) {
                                         static_cast<DWORD>(buffer.size() * 8));
 }
 
-std::wstring AbsolutePath(std::string_view path) {
+std::string AbsolutePath(std::string_view path) {
     const std::wstring name = ToWide(ResolvePath(path));
     wchar_t absolute[32768];
     const DWORD length = ::GetFullPathNameW(name.c_str(), 32768, absolute, nullptr);
-    return std::wstring(absolute, length);
+    return FromWide(std::wstring_view(absolute, length));
+}
+
+std::string FolderOf(const std::string& path) {
+    return path.substr(0, path.rfind(kPathSeparator) + 1);
 }
 
 }  // namespace
 
-bool ReplaceFile(std::string_view path, std::string_view content) {
-    if (path.empty() || path.find('\0') != std::string_view::npos) return false;
-    const std::wstring target = AbsolutePath(path);
-    const std::size_t nameStart = target.rfind(L'\\') + 1;
-    const std::wstring temporary =
-        target.substr(0, nameStart) + L'.' + target.substr(nameStart) + L".tmp";
-    const HANDLE file = OpenTemporary(temporary);
-    if (file == INVALID_HANDLE_VALUE) return false;
-    const bool replaced = WriteAll(file, content) && RenameOver(file, target);
-    ::CloseHandle(file);
-    if (!replaced) ::DeleteFileW(temporary.c_str());
-    return replaced;
+FolderLock::FolderLock(const std::vector<std::string>& files) {
+    const ULONGLONG deadline = ::GetTickCount64() + kLockPatience;
+    // Once per folder, and in an order that all processes share.
+    std::set<std::string> folders;
+    for (const std::string& file : files) folders.insert(LowerCased(FolderOf(AbsolutePath(file))));
+    for (const std::string& folder : folders) {
+        if (!held_) return;
+        const HANDLE lock = OpenAlone(ToWide(JoinPath(folder, kLockName)),
+                                      FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, deadline);
+        if (lock != INVALID_HANDLE_VALUE)
+            handles_.push_back(reinterpret_cast<std::intptr_t>(lock));
+        else
+            held_ = ::GetLastError() != ERROR_SHARING_VIOLATION;
+    }
+}
+
+FolderLock::~FolderLock() {
+    for (const std::intptr_t handle : handles_) ::CloseHandle(Handle(handle));
+}
+
+FileReplacement::FileReplacement(std::string_view path, std::string_view content) : file_(kNoFile) {
+    if (path.empty() || path.find('\0') != std::string_view::npos) return;
+    target_ = AbsolutePath(path);
+    const std::string folder = FolderOf(target_);
+    // Made anew: what stands there under this name may be a link to another file.
+    temporary_ = folder + '.' + target_.substr(folder.size()) + ".tmp";
+    const std::wstring name = ToWide(temporary_);
+    ::DeleteFileW(name.c_str());
+    const HANDLE file = ::CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
+                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return;
+    file_ = reinterpret_cast<std::intptr_t>(file);
+    if (!WriteAll(file, content)) FileReplacement unfinished(std::move(*this));
+}
+
+FileReplacement::FileReplacement(FileReplacement&& other) noexcept
+    : target_(std::move(other.target_)),
+      temporary_(std::move(other.temporary_)),
+      file_(std::exchange(other.file_, kNoFile)) {}
+
+FileReplacement::~FileReplacement() {
+    if (!Ready()) return;
+    ::CloseHandle(Handle(file_));
+    ::DeleteFileW(ToWide(temporary_).c_str());
+}
+
+bool FileReplacement::Ready() const {
+    return file_ != kNoFile;
+}
+
+bool FileReplacement::Commit() {
+    if (!Ready() || !RenameOver(Handle(file_), ToWide(target_))) return false;
+    ::CloseHandle(Handle(std::exchange(file_, kNoFile)));
+    return true;
+}
+
+void RemoveFile(std::string_view path) {
+    ::DeleteFileW(ToWide(ResolvePath(path)).c_str());
 }
 
 /// Flushing all of a volume is for administrators alone; each file is flushed when it is replaced.

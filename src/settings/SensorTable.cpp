@@ -21,10 +21,9 @@ float ReadNumber(int sensor, std::string_view field) {
     return static_cast<float>(LeadingNumber(ReplaceAll(ReadText(sensor, field), ",", ".")));
 }
 
-void ReadSensor(int number, std::string function) {
+void ReadSensor(int number, const std::string& function) {
     SensorRecord& sensor = basGlobal.Sensors[static_cast<std::size_t>(number)];
-    LowerCase(function);
-    sensor.Function = std::move(function);
+    sensor.Function = LowerCased(ToUtf8(function));
     sensor.Source = ReadText(number, "Source");
     sensor.Factor = ReadNumber(number, "Factor");
     sensor.Offset = ReadNumber(number, "Offset");

@@ -92,10 +92,22 @@ std::vector<ProfileEntry> SensorEntries(const std::vector<SensorRow>& sensors) {
 
 /// Without a language there is no sensor file, and perhaps no folder for one either. A table
 /// without sensors is then kept as well without it, and the settings can be saved all the same.
-bool SaveSensors(const std::vector<SensorRow>& sensors) {
-    const std::string& file = basGlobal.SensorFile;
-    return WriteProfileEntries(file, SensorEntries(sensors)) ||
-           (sensors.empty() && !FileExists(file) && !FolderExists(basGlobal.LanguagePath));
+bool NeedsNoFile(const std::vector<SensorRow>& sensors) {
+    return sensors.empty() && !FileExists(basGlobal.SensorFile) &&
+           !FolderExists(basGlobal.LanguagePath);
+}
+
+/// A folder of languages that is itself a link was made one by the user, and by no language file.
+bool SensorsLieOutside() {
+    const GlobalState& g = basGlobal;
+    return !LiesBeneath(g.SensorFile, g.ProgramFolder) &&
+           !LiesBeneath(g.SensorFile, g.LanguagePath);
+}
+
+bool HaveChanged(const std::vector<SensorRow>& sensors) {
+    SensorEditor saved;
+    saved.Load(basGlobal.SensorFile);
+    return saved.Rows() != sensors;
 }
 
 }  // namespace
@@ -116,12 +128,18 @@ SettingsValues ReadSettings() {
     return values;
 }
 
-std::optional<std::string> SaveSettings(const SettingsValues& values,
-                                        const std::vector<SensorRow>& sensors) {
+std::optional<NotSaved> SaveSettings(const SettingsValues& values,
+                                     const std::vector<SensorRow>& sensors) {
+    const GlobalState& g = basGlobal;
     // The sensors on the screen are then those of the installation, and not the user's to change.
-    if (!basGlobal.Launch.InstalledData.empty()) return basGlobal.IniFile;
-    if (!SaveSensors(sensors)) return basGlobal.SensorFile;
-    if (!WriteProfileEntries(basGlobal.IniFile, SettingsEntries(values))) return basGlobal.IniFile;
+    if (!g.Launch.InstalledData.empty()) return NotSaved{g.IniFile};
+    std::vector<ProfileChange> changes = {{g.IniFile, SettingsEntries(values)}};
+    if (SensorsLieOutside()) {
+        if (HaveChanged(sensors)) return NotSaved{g.SensorFile, true};
+    } else if (!NeedsNoFile(sensors)) {
+        changes.push_back({g.SensorFile, SensorEntries(sensors)});
+    }
+    if (const auto failed = WriteProfiles(changes)) return NotSaved{*failed};
     return std::nullopt;
 }
 

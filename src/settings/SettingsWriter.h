@@ -31,16 +31,24 @@ struct SettingsValues {
 /// The list slots that start in a folder; the list of trouble codes has none.
 std::vector<std::string> FolderSlots();
 
+/// A file that could not be written.
+struct NotSaved {
+    std::string File;
+    bool Outside = false;  ///< it lies outside the program folder and may not be
+};
+
 /// The settings that stand in the settings file. Numbers are read as the program reads them.
 SettingsValues ReadSettings();
 
 /// Writes the settings into the settings file and the rows into the current sensor file, with the
-/// end mark behind them. Each file is written in one step, so that it is either the old or the new
-/// one whatever happens. The larger one, the sensor file, goes first: a disk that has no room for
-/// it leaves both as they were.
+/// end mark behind them, in one step: when one of them cannot be written, both stay as they were.
 ///
-/// @return the file that could not be written; nothing when all is saved
-std::optional<std::string> SaveSettings(const SettingsValues& values,
-                                        const std::vector<SensorRow>& sensors);
+/// The sensor file is named by the language file, which may come from anywhere. One that leads out
+/// of the program folder, links included, is read but never written: rows that have changed are
+/// then refused, and the settings are saved without them when they have not.
+///
+/// @return what could not be written; nothing when all is saved
+std::optional<NotSaved> SaveSettings(const SettingsValues& values,
+                                     const std::vector<SensorRow>& sensors);
 
 }  // namespace dravik

@@ -31,12 +31,16 @@ constexpr QSize kLargest(1000, 700);
 constexpr int kButtonWidth = 130;
 
 /// What the user is told; the name alone, since there is no room for a path.
-QString NotSaved(const std::string& file) {
-    const std::string name = file.substr(file.find_last_of("/\\") + 1);
-    return QStringLiteral(
-               "%1 could not be written and is unchanged.\n"
-               "Is the disk full or write-protected?")
-        .arg(Shown(name));
+QString Explained(const NotSaved& failed) {
+    const std::string name = failed.File.substr(failed.File.find_last_of("/\\") + 1);
+    const QString text = failed.Outside
+                             ? QStringLiteral(
+                                   "Nothing is saved: %1 lies outside the program folder, and the "
+                                   "sensors in it cannot be changed.")
+                             : QStringLiteral(
+                                   "%1 could not be written and is unchanged.\n"
+                                   "Is the disk full or write-protected?");
+    return text.arg(Shown(name));
 }
 
 }  // namespace
@@ -150,7 +154,7 @@ void frSettings::Save() {
     const SettingsValues before = ReadSettings();
     const SettingsValues values = general_->Values();
     if (const auto failed = SaveSettings(values, editor_.Rows())) {
-        Tell(NotSaved(*failed));
+        Tell(Explained(*failed));
         return;
     }
     // A skin or language chosen here takes the place of one from the command line.

@@ -1,5 +1,6 @@
 #include "core/basGlobal.h"
 #include "platform/Paths.h"
+#include "platform/ProfileEncoding.h"
 #include "platform/ProfileLine.h"
 #include "platform/Text.h"
 #include "skin/CheckSkinParts.h"
@@ -25,7 +26,7 @@ string LineFault(string_view line) {
 
 /// Lines that the reading of the file passes over.
 void SkinFindings::CheckLines() {
-    const string text = ReadWholeFile(basGlobal.SkinFile).value_or("");
+    const string text = DecodeProfile(ReadWholeFile(basGlobal.SkinFile).value_or(""));
     string_view rest = text;
     rest.remove_prefix(ProfileByteOrderMark(rest).size());
     string section;

@@ -9,6 +9,7 @@
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
 #include "platform/Paths.h"
+#include "platform/Profile.h"
 #include "skin/PageCanvas.h"
 #include "skin/ShowMessage.h"
 #include "skin/SkinFile.h"
@@ -106,6 +107,8 @@ bool PageIsEmpty() {
 std::string WhyNothing(const std::optional<SkinError>& error) {
     if (!FileExists(basGlobal.SkinFile))
         return "The skin file was not found:\n" + basGlobal.SkinFile;
+    if (ProfileTooLarge(basGlobal.SkinFile))
+        return "The skin file is larger than 16 MB:\n" + basGlobal.SkinFile;
     if (!PageIsEmpty()) return {};
     if (!HasSkinSection(kFirstPage))
         return "The skin file has no page \"" + std::string(kFirstPage) + "\":\n" +

@@ -45,7 +45,7 @@ float LabelNumber(std::string& function);
 /// raw value of its source; nothing when its function names neither.
 std::optional<float> ElementValue(const std::string& function);
 
-/// Index of the first sensor in use whose name equals `name` exactly.
+/// Index of the first sensor in use whose name is the text `name`, whatever its encoding.
 std::optional<int> FindSensor(std::string_view name);
 
 // Commands ----------------------------------------------------------------------------------------

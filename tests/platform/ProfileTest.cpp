@@ -5,8 +5,10 @@
 #include <chrono>
 #include <climits>
 #include <filesystem>
+#include <set>
 #include <thread>
 
+#include "platform/NameHash.h"
 #include "support/TemporaryFolder.h"
 
 namespace dravik {
@@ -62,8 +64,12 @@ constexpr ReadCase kReadCases[] = {
     {"junk behind a section name",    "[main] ] x [other]\nkey=1\n",            "1"},
     {"blanks in a section name",      "[ main ]\nkey=1\n",                      "1"},
     {"section that does not close",   "[main]\n[oth\nkey=1\n",                  "1"},
-    {"binary junk between lines",     "\xFF\xFE\x01=\0\x02\n[main]\n\x80\0=\xFF\nkey=1\n"sv, "1"},
+    {"binary junk between lines",     "\xFE\x01=\0\x02\n[main]\n\x80\0=\xFF\nkey=1\n"sv, "1"},
     {"zero byte in the value",        "[main]\nkey=a\0b\n"sv,                   "a"},
+    {"little-endian UTF-16",
+     "\xFF\xFE[\0m\0a\0i\0n\0]\0\r\0\n\0k\0e\0y\0=\0\xE4\0\x3D\xD8\x97\xDE"sv,    "ä🚗"},
+    {"big-endian UTF-16",
+     "\xFE\xFF\0[\0m\0a\0i\0n\0]\0\n\0k\0e\0y\0=\x20\xAC\0\n"sv,                   "€"},
     {"carriage returns in a row",     "[main]\r\r\nkey=1\r\r\n",                "1"},
 #endif
 };
@@ -131,6 +137,8 @@ TEST(Profile, WritingChangesOnlyWhatItWrites) {
          {{"b", "k", "v"}},                 "[a]\nx=1\n[b]\nk=v\n"},
         {"the file's own line ends",        "[a]\r\nx=1\r\n",
          {{"a", "k", "v"}},                 "[a]\r\nx=1\r\nk=v\r\n"},
+        {"a lone carriage return at the end", "[a]\nx=1\r",
+         {{"a", "y", "2"}},                 "[a]\nx=1\r\ny=2"},
         {"no final line end",               "[a]\nx=1",
          {{"a", "x", "2"}, {"b", "y", "3"}}, "[a]\nx=2\n[b]\ny=3"},
         {"only the first section and key",  "[a]\nk=1\nk=2\n[a]\nk=3\n",
@@ -139,6 +147,11 @@ TEST(Profile, WritingChangesOnlyWhatItWrites) {
          {{"a", "k", std::nullopt}},        "[a]\n;k=0\nx=1\n[b]\nk=3\n"},
         {"byte order mark and junk",        "\xEF\xBB\xBF[a]\njunk\n\xE4=\x80\n=\nk=1\n",
          {{"a", "k", "2"}},                 "\xEF\xBB\xBF[a]\njunk\n\xE4=\x80\n=\nk=2\n"},
+        {"little-endian UTF-16",            "\xFF\xFE[\0a\0]\0\n\0k\0=\0\x3D\xD8\n\0"sv,
+         {{"a", "x", "\xE4"}},
+         "\xFF\xFE[\0a\0]\0\n\0k\0=\0\x3D\xD8\n\0x\0=\0\xE4\0\n\0"sv},
+        {"big-endian UTF-16",               "\xFE\xFF\0[\0a\0]\0\r\0\n\0k\0=\0\x31"sv,
+         {{"a", "k", "ä🚗"}},                "\xFE\xFF\0[\0a\0]\0\r\0\n\0k\0=\0\xE4\xD8\x3D\xDE\x97"sv},
         {"line breaks become blanks",       "[a]\nk=1\n",
          {{"a", "k", "x\r\n[b]\ny"}},       "[a]\nk=x  [b] y\n"},
         {"deleting what is not there",      "[a]\nk=1",
@@ -226,8 +239,29 @@ TEST(Profile, ManyFilesAndKeysAreKeptApart) {
     }
 }
 
-TEST(Profile, ABigFileOfGarbageIsPassedOverAndKept) {
-    std::string garbage(std::size_t{100} << 20, '\0');
+// Names that share a hash would make the reading of a file take the square of its length.
+TEST(Profile, NamesShareAHashOnlyWhenTheyDifferInCaseAlone) {
+    const auto hashOf = [](std::string_view section, std::string_view key) {
+        NameHash hash;
+        hash.Add(section);
+        hash.Add(key);
+        return hash.Result();
+    };
+    EXPECT_EQ(hashOf("MainMenu", "Button0LabelFunction"),
+              hashOf("mainMENU", "BUTTON0labelFunction"));
+    std::set<std::uint32_t> hashes = {hashOf("ab", "c"), hashOf("a", "bc"), hashOf("", "abc")};
+    for (unsigned name = 0; name < 1024; ++name) {
+        std::string key;
+        for (unsigned bit = 0; bit < 10; ++bit) {
+            key += "@`[{]}^~\\|"[2 * (bit % 5) + (name >> bit & 1U)];
+        }
+        hashes.insert(hashOf("page", key));
+    }
+    EXPECT_GE(hashes.size(), 1020U);
+}
+
+TEST(Profile, GarbageIsPassedOverAndKeptAndTooMuchOfItRefused) {
+    std::string garbage(std::size_t{15} << 20, '\0');
     std::uint32_t state = 1;
     for (char& c : garbage) {
         state = state * 1664525 + 1013904223;
@@ -239,6 +273,13 @@ TEST(Profile, ABigFileOfGarbageIsPassedOverAndKept) {
     ASSERT_TRUE(WriteProfileString(file, "s", "k", "2"));
     EXPECT_EQ(ReadProfileInt(file, "s", "k", 0), 2);
     EXPECT_TRUE(folder.Read("a.ini") == "[s]\nk=2\n[rest]\n" + garbage);
+
+    const std::string larger = folder.Write("b.ini", "[s]\nk=1\n[rest]\n" + garbage + garbage);
+    ::testing::internal::CaptureStderr();
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(ReadProfileInt(larger, "s", "k", 0), 0);
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(),
+              larger + ": larger than 16 MB; it is not read\n");
+    EXPECT_FALSE(WriteProfileString(larger, "s", "k", "2"));
 }
 
 #ifndef _WIN32

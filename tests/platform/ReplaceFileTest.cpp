@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 
+#include "platform/FileReplacement.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "support/ChildProcess.h"
@@ -106,6 +107,93 @@ TEST(ReplaceFile, ProtectedFilesAndFoldersStayAsTheyAre) {
     EXPECT_EQ(folder.FileCount(), 4);
 }
 
+// Whoever can write into the folder could have put it there to have another file overwritten.
+TEST(ReplaceFile, AHardLinkInThePlaceOfTheTemporaryFileIsNotWrittenThrough) {
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("a", "old");
+    folder.Write("precious", "kept");
+    fs::create_hard_link(folder / "precious", folder / ".a.tmp");
+    EXPECT_TRUE(ReplaceFile(file, "new"));
+    EXPECT_EQ(folder.Read("precious"), "kept");
+    EXPECT_EQ(folder.Read("a"), "new");
+}
+
+TEST(ReplaceFile, WritersOfSeveralKeysNeverUndoEachOther) {
+    constexpr int kWriters = 3;
+    constexpr int kRounds = 40;
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("Dravik.ini", "[s]\n");
+    std::vector<pid_t> writers;
+    for (int writer = 0; writer < kWriters; ++writer) {
+        writers.push_back(StartChild([&] {
+            for (int i = 0; i < kRounds;) {
+                const std::string key = "k" + std::to_string(writer) + "_" + std::to_string(i);
+                if (WriteProfileString(file, "s", key, "1"))
+                    ++i;  // one that never gets its turn is told so
+            }
+        }));
+    }
+    for (const pid_t writer : writers) {
+        int status = -1;
+        ASSERT_EQ(::waitpid(writer, &status, 0), writer);
+        EXPECT_EQ(status, 0);
+    }
+    EXPECT_EQ(ProfileKeys(file, "s").size(), static_cast<std::size_t>(kWriters * kRounds));
+    EXPECT_EQ(folder.FileCount(), 1);
+}
+
+TEST(ReplaceFile, ALockIsGivenUpForAndEndsWithAKilledOwner) {
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("Dravik.ini", "[s]\nk=1\n");
+    int ready[2];
+    ASSERT_EQ(::pipe(ready), 0);
+    const pid_t owner = StartChild([&] {
+        const FolderLock lock({file});
+        if (lock.Held() && ::write(ready[1], "r", 1) == 1) ::pause();
+    });
+    char byte = 0;
+    ASSERT_EQ(::read(ready[0], &byte, 1), 1);
+    EXPECT_FALSE(WriteProfileString(file, "s", "k", "2"));
+    EXPECT_EQ(folder.Read("Dravik.ini"), "[s]\nk=1\n");
+    ::kill(owner, SIGKILL);
+    ::waitpid(owner, nullptr, 0);
+    EXPECT_TRUE(WriteProfileString(file, "s", "k", "2"));
+    for (const int end : ready) ::close(end);
+}
+
+TEST(ReplaceFile, SeveralProfilesAreWrittenAllOrNone) {
+    const TemporaryFolder folder;
+    const auto changes = [&](const char* value, const char* last) {
+        return std::vector<ProfileChange>{{folder / "a.ini", {{"s", "k", value}}},
+                                          {folder / "new.ini", {{"s", "k", value}}},
+                                          {folder / "a.ini", {{"s", "x", value}}},
+                                          {folder / last, {{"s", "k", value}}}};
+    };
+    folder.Write("a.ini", "[s]\nk=1\nx=1\n");
+    fs::create_directory(folder / "folder");
+    EXPECT_EQ(WriteProfiles(changes("2", "folder")), folder / "folder");
+    // In such a folder, as the one for all users' temporary files is, only the owner of a file may
+    // put another in its place: all is well up to the last step.
+    folder.Write("shared/b.ini", "[s]\nk=1\n");
+    fs::permissions(folder.Path(), fs::perms(0777));
+    fs::permissions(folder / "shared", fs::perms(01777));
+    for (const char* name : {"a.ini", "shared/b.ini"})
+        fs::permissions(folder / name, fs::perms(0666));
+    if (::geteuid() == 0) {
+        EXPECT_TRUE(HoldsInChild([&] {
+            return BecomeOrdinaryUser() &&
+                   WriteProfiles(changes("2", "shared/b.ini")) == folder / "shared/b.ini";
+        }));
+    }
+    EXPECT_EQ(folder.Read("a.ini"), "[s]\nk=1\nx=1\n");
+    EXPECT_EQ(folder.Read("shared/b.ini"), "[s]\nk=1\n");
+    EXPECT_EQ(folder.FileCount(), 3) << "nothing is left of the new ones";
+
+    EXPECT_EQ(WriteProfiles(changes("2", "b.ini")), std::nullopt);
+    EXPECT_EQ(folder.Read("a.ini"), "[s]\nk=2\nx=2\n") << "a file that is named twice";
+    EXPECT_EQ(ReadProfileInt(folder / "new.ini", "s", "k", 0), 2);
+}
+
 TEST(ReplaceFile, WritersAtOnceNeverMix) {
     constexpr int kWriters = 3;
     constexpr int kRounds = 60;
@@ -119,8 +207,8 @@ TEST(ReplaceFile, WritersAtOnceNeverMix) {
     for (int writer = 0; writer < kWriters; ++writer) {
         writers.push_back(StartChild([&] {
             const std::string content = contentOf(writer);
-            for (int i = 0; i < kRounds; ++i) {
-                if (!ReplaceFile(file, content)) ::_exit(1);
+            for (int i = 0; i < kRounds;) {
+                if (ReplaceFile(file, content)) ++i;  // as above
             }
         }));
     }

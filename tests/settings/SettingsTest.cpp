@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "skinfunc/basValueProc.h"
 #include "support/GlobalsFixture.h"
 
 namespace dravik {
@@ -117,7 +118,7 @@ TEST_F(Settings, SensorsAreReadUpToTheFirstFunctionZero) {
     WriteSensors(
         "Sensor0Function=RPM\nSensor0Source=OBD_0C\nSensor0Factor=0,25\nSensor0Offset=-40\n"
         "Sensor0Min= .5e3\nSensor0Max=1.5 rpm\nSensor0Caption=Speed of Engine\nSensor0Unit=1/min\n"
-        "Sensor1Function=load\nSensor1Factor=much\n"
+        "Sensor1Function=K\xDCHLER\nSensor1Factor=much\n"
         "Sensor2Function=0\n"
         "Sensor3Function=lost\n");
     basGlobal.Sensors[0].Active = true;
@@ -133,6 +134,8 @@ TEST_F(Settings, SensorsAreReadUpToTheFirstFunctionZero) {
     EXPECT_EQ(sensor.Caption, "Speed of Engine");
     EXPECT_EQ(sensor.Unit, "1/min");
     EXPECT_TRUE(sensor.Active) << "the table says nothing about it";
+    for (const char* name : {"kühler", "k\xFChler"})
+        EXPECT_EQ(FindSensor(name), 1) << "whatever the skin's encoding";
     EXPECT_EQ(basGlobal.Sensors[1].Factor, 0);
     EXPECT_EQ(basGlobal.Sensors[1].Source, "0");
     EXPECT_EQ(basGlobal.Sensors[3].Function, "");

@@ -46,9 +46,49 @@ TEST_F(Playlist, ShowsItsTracksByNumberWithTheirTitles) {
 TEST_F(Playlist, LeadsToMediaFilesOnly) {
     folder_.Write("music/a.pls",
                   "File1=run.exe\nFile2=script.sh\nFile3=tool.desktop\nFile4=/bin/sh\n"
-                  "File5=http://radio.example:8000/\nFile6=more.pls\nFile7=ok.flac\n");
+                  "File5=file:///bin/sh\nFile6=more.pls\nFile7=ok.flac\n");
     ShowPlaylist(kMedia, folder_ / "music/a.pls");
     EXPECT_THAT(Texts(), ElementsAre("..", "more.pls", "ok.flac"));
+}
+
+TEST_F(Playlist, AddressesGoToThePlayerUnchangedAndThoseOfFilesAreResolved) {
+    folder_.Write("program/skins/night/mp3.bmp", "x");
+    const std::string file = folder_.Write("music/a.pls",
+                                           "\xEF\xBB\xBF"
+                                           "File1=http://radio.example:8000/\r\n"
+                                           "Title2=News\r\nFile2=HTTPS://h/a%20b.mp3?x=1\r\n"
+                                           "File3=mms://h/run.exe\r\nFile4=file:///m/a%20b.mp3\r\n"
+                                           "File5=FILE://localhost/m/%C3%BC.ogg\r\n"
+                                           "File6=file://other/m/a.mp3\r\nFile7=a://b.mp3\r\n");
+    ShowFolder(kMedia, "pls,", folder_ / "music");
+    Activate("a.pls");
+    EXPECT_THAT(Lines(),
+                ElementsAre("..|parent|plspar~/music/a.pls",
+                            "http://radio.example:8000/|standard|Mediumhttp://radio.example:8000/",
+                            "News|standard|MediumHTTPS://h/a%20b.mp3?x=1",
+                            "mms://h/run.exe|standard|Mediummms://h/run.exe",
+                            "a b.mp3|mp3|Medium/m/a b.mp3", "ü.ogg|standard|Medium/m/ü.ogg",
+                            "file://other/m/a.mp3|mp3|Mediumfile://other/m/a.mp3",
+                            "b.mp3|mp3|Mediuma://b.mp3"));
+    Activate("News");
+    EXPECT_THAT(played_, ElementsAre("HTTPS://h/a%20b.mp3?x=1"));
+}
+
+TEST_F(Playlist, PlainListsAreReadLikeNumberedOnes) {
+    const std::string text =
+        "\xEF\xBB\xBF#EXTM3U\r\n#EXTINF:123,One, first\r\nsub\\one.mp3\r\n\r\n# a comment\r\n"
+        "/abs/two.ogg\r\nrun.exe\r\n#EXTINF:-1\r\nhttp://h/live";
+    for (const char* name : {"a.m3u", "b.M3U8"}) {
+        folder_.Write(std::string("music/") + name, text);
+        ShowFolder(kPlaylist, "*.pls,*.m3u,*.m3u8,", folder_ / "music");
+        SelectListEntry(List(kPlaylist), 2);
+        ActivateListEntry(kPlaylist);
+        EXPECT_THAT(Lines(kPlaylist), ElementsAre("..|parent|plspar~/music/" + std::string(name),
+                                                  "One, first|standard|Medium~/music/sub\\one.mp3",
+                                                  "two.ogg|standard|Medium/abs/two.ogg",
+                                                  "http://h/live|standard|Mediumhttp://h/live"));
+        fs::remove(folder_ / (std::string("music/") + name));
+    }
 }
 
 TEST_F(Playlist, TheWayUpListsThePlaylistsOfTheFolderAgain) {

@@ -56,15 +56,18 @@ TEST_F(DiskFull, LeavesBothFilesWholeAndTellsTheUser) {
     EXPECT_EQ(basGlobal.tiMain.Interval(), 77);
 }
 
-TEST_F(DiskFull, NamesTheSettingsFileWhenThatOneIsTheOneWithoutRoom) {
+TEST_F(DiskFull, LeavesTheSensorsTooWhenOnlyTheSettingsHaveNoRoom) {
     const std::string settings = kSettings + std::string(8000, ';') + "\n";
     folder_.Write("Dravik.ini", settings);
     Open();
     Type("tRefreshRate", QStringLiteral("77"));
+    ShowTab(1);
+    Type("txtSensorCaption", QStringLiteral("New"));
     SaveWithoutRoom();
     ASSERT_NE(Dialog(), nullptr);
     EXPECT_NE(Message().find("Dravik.ini"), std::string::npos) << Message();
     EXPECT_EQ(folder_.Read("Dravik.ini"), settings);
+    EXPECT_EQ(folder_.Read("languages/english.sensors"), kSensors);
 }
 
 }  // namespace

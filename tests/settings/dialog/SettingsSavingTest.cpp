@@ -59,6 +59,32 @@ TEST_F(SettingsSaving, AShorterTableMovesItsEndMarkAndLeavesTheKeysBehindIt) {
     EXPECT_FLOAT_EQ(basGlobal.Sensors[0].Factor, 0.5F);
 }
 
+// A language file from elsewhere must not choose which files of the user are overwritten.
+TEST_F(SettingsSaving, SensorsOutsideTheProgramFolderAreNotWritten) {
+    const TemporaryFolder elsewhere;
+    const std::string sensors = elsewhere.Write("their.sensors", kSensors);
+    const std::string way = std::filesystem::relative(sensors, folder_ / "languages").string();
+    std::filesystem::create_symlink(sensors, folder_ / "languages/link.sensors");
+    for (const std::string& name : {way, std::string("link.sensors")}) {
+        folder_.Write("languages/English.ini", "[Sensors]\nFilename=" + name + "\n");
+        LoadSettings();
+        EXPECT_EQ(basGlobal.SensorCount, 3) << "it is read";
+        Open();
+        Type("tRefreshRate", QStringLiteral("77"));
+        ShowTab(1);
+        Type("txtSensorCaption", QStringLiteral("New"));
+        Click("bSave");
+        ASSERT_NE(Dialog(), nullptr) << name;
+        EXPECT_NE(Message().find("outside the program folder"), std::string::npos) << Message();
+        EXPECT_EQ(folder_.Read("Dravik.ini"), kSettings);
+        Type("txtSensorCaption", QStringLiteral("Engine"));
+        Click("bSave");
+        EXPECT_EQ(Dialog(), nullptr) << "the settings alone can be saved";
+        EXPECT_EQ(elsewhere.Read("their.sensors"), kSensors);
+        folder_.Write("Dravik.ini", kSettings);
+    }
+}
+
 TEST_F(SettingsSaving, ATableWithoutSensorsIsItsEndMarkOnly) {
     folder_.Write("languages/english.sensors", "[SensorConfig]\nSensor0Function=rpm\n");
     Open();
