@@ -20,16 +20,21 @@ trap 'rm -rf "$TMPDIR"' EXIT
 export LSAN_OPTIONS="suppressions=$PWD/tests/support/leaks.supp:print_suppressions=0"
 export ASAN_OPTIONS="detect_stack_use_after_return=0"
 
-# The shipped files that a target begins with; what the seeds of its own do not cover.
-shipped() {
+# Writes what a target begins with into the folder $2: the shipped files, in pieces small enough to be
+# tried often.
+size=4096
+take_shipped() {
     case $1 in
-        profile) ls languages/*.ini languages/*.sensors skins/*.ini src/vehicle/scenarios/*.ini ;;
-        sensors) ls languages/*.sensors ;;
-        skin) ls skins/*.ini tests/skin/data/*.ini ;;
-        vehicle) ls src/vehicle/scenarios/*.ini ;;
-        functions)  # the function texts of the skins, a line each
-            sed -nE 's/^[A-Za-z0-9]*(Function|Command)=//p' skins/*.ini | sort -u >"$TMPDIR/functions"
-            echo "$TMPDIR/functions" ;;
+        profile) cat languages/*.ini skins/*.ini src/vehicle/scenarios/*.ini |
+            split -C $size -a 4 - "$2/" ;;
+        sensors) for file in languages/*.sensors; do head -c $size "$file" >"$2/${file##*/}"; done ;;
+        skin)  # every section as the first page
+            cat skins/*.ini tests/skin/data/*.ini | tr -d '\r' |
+                awk -v folder="$2" '/^\[/ { close(file); file = folder "/" ++n; $0 = "[mainmenu]" }
+                                    n { print >file }' ;;
+        vehicle) cp src/vehicle/scenarios/*.ini "$2" ;;
+        functions) sed -nE 's/^[A-Za-z0-9]*(Function|Command)=//p' skins/*.ini | sort -u |
+            split -l 40 -a 4 - "$2/" ;;
     esac
 }
 
@@ -41,17 +46,17 @@ for program in $out/fuzz/fuzz_*; do
     corpus=$out/corpus/$target
     seeds=$TMPDIR/$target.seeds
     mkdir -p "$corpus" "$seeds"
-    shipped "$target" | while read -r file; do cp "$file" "$seeds/"; done
+    take_shipped "$target" "$seeds"
     folders=("$corpus" "$seeds")
     [ -d "tests/fuzz/seeds/$target" ] && folders+=("tests/fuzz/seeds/$target")
     log=$TMPDIR/$target.log
     if "$program" "${folders[@]}" -max_total_time="$seconds" -timeout=25 -rss_limit_mb=2048 \
-        -max_len=65536 -print_final_stats=1 -artifact_prefix="$out/found/$target-" >"$log" 2>&1; then
+        -max_len=$size -print_final_stats=1 -artifact_prefix="$out/found/$target-" >"$log" 2>&1; then
         printf '%-10s %s\n' "$target" "$(grep -o 'Done .*' "$log")"
     else
         failed=1
         grep -vE '^#[0-9]+[[:space:]]+(NEW|REDUCE|pulse|RELOAD)' "$log" | tail -n 60
-        echo "$target: $(grep -o "$out/found/.*" "$log" | tail -n 1)"
+        echo "$target fails with $(sed -n 's/.*Test unit written to //p' "$log")"
     fi
 done
 [ "$wanted" = "" ] || [ -x "$out/fuzz/fuzz_$wanted" ] || { echo "No target $wanted" >&2; exit 2; }

@@ -20,6 +20,8 @@ constexpr std::size_t kMostInput = 24;
 constexpr Qt::Key kKeys[] = {Qt::Key_Left,   Qt::Key_Right, Qt::Key_Up,     Qt::Key_Down,
                              Qt::Key_Return, Qt::Key_Tab,   Qt::Key_Escape, Qt::Key_X};
 
+std::string fault;  ///< what the loader has said last
+
 /// Says yes to every message and looks at what it says.
 void AnswerMessage() {
     frWarning* dialog = MessageDialog();
@@ -29,6 +31,7 @@ void AnswerMessage() {
         Require(text.starts_with("Skin Config Error a.ini [") && text.find("] ") != text.npos &&
                     text.find("\r\n") != text.npos,
                 "a fault names file, section and key", text);
+        fault = text;
     }
     dialog->Answer(kAnswerYes);
 }
@@ -40,7 +43,6 @@ void MakeFolder() {
         WriteFile("skins/pics/b.png", "");
         picture.save(QString::fromStdString(Folder() / "skins/pics/b.png"));
         WriteFile("skins/pics/half.png", Folder().Read("skins/pics/b.png").substr(0, 60));
-        WriteFile("Dravik.ini", "[Options]\nSkin=a\n[Folders]\nmedia=home\n");
         return true;
     }();
     std::filesystem::remove_all(Folder() / "save");  // pictures of charts
@@ -65,7 +67,9 @@ void Use(frMain& window, std::string_view input) {
 
 void Run(std::string_view input) {
     basGlobal = GlobalState{};
+    fault.clear();
     MakeFolder();
+    WriteFile("Dravik.ini", "[Options]\nSkin=a\n[Folders]\nmedia=home\n");
     WriteFile("skins/a.ini", "[General]\nImagefolder=pics\n" + std::string(TakePart(input)));
     frMain window;
     basGlobal.tiStartup.SetInterval(1);
@@ -76,13 +80,14 @@ void Run(std::string_view input) {
     for (FormTimer* timer : {&basGlobal.tiMain, &basGlobal.tiAux, &basGlobal.tiHardware})
         timer->SetEnabled(false);
     if (!basGlobal.Closing) {
-        CheckSkin();
+        const bool sound = CheckSkin().empty();
         RefreshScreen(window.Screen());
         FinishPage();
         ToggleBox("box");
         window.grab();
         Use(window, input.empty() ? std::string_view("\1xx\x0bxx\2\x80\x80\x09xx") : input);
         LoadSkinPage("freeze", false);
+        Require(!sound || fault.empty(), "the checker finds what the loader reports", fault);
     }
     ForgetPointerOverride();
 }
