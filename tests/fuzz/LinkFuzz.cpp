@@ -8,7 +8,7 @@
 #include "obd/basOBD.h"
 #include "platform/Events.h"
 #include "platform/serial/PseudoTerminal.h"
-#include "skin/ShowMessage.h"
+#include "support/FakeScreen.h"
 
 namespace dravik::fuzz {
 namespace {
@@ -60,9 +60,9 @@ void ReadCodes() {
 
 void Run(std::string_view input) {
     basGlobal = GlobalState{};
+    fakeScreen = FakeScreen{};
     InitGlobals(Folder().Path());
     basGlobal.DescriptionFile = DRAVIK_SOURCE "languages/english.codes";
-    std::string_view replies = input;
     for (const char* menu : {"mainmenu", "freezeframe"}) {
         basGlobal.CurrentMenu = menu;
         for (std::string_view rest = input; !rest.empty();) {
@@ -72,7 +72,7 @@ void Run(std::string_view input) {
         }
     }
     InitLink();
-    const auto far = std::make_shared<Interface>(replies);
+    const auto far = std::make_shared<Interface>(input);
     basGlobal.comOBD.SetDevice(far->Device());
     Require(basGlobal.comOBD.Open(), "a pseudo-terminal opens");
     far->Serve();

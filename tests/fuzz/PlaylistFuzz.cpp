@@ -1,6 +1,7 @@
 #include "FuzzTarget.h"
 #include "lists/basFunctions.h"
 #include "skinfunc/basValueProc.h"
+#include "support/FakeScreen.h"
 
 namespace dravik::fuzz {
 namespace {
@@ -20,6 +21,7 @@ void RequireMedium(const std::string& file) {
 
 void Run(std::string_view input) {
     basGlobal = GlobalState{};
+    fakeScreen = FakeScreen{};
     InitGlobals(Folder().Path());
     basGlobal.CurrentList = kMediaSlot;
     PlayMedium = [](const std::string& file) {
