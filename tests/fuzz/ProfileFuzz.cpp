@@ -43,7 +43,9 @@ std::vector<ProfileEntry> EntriesOf(std::string_view input,
                                     const std::map<Name, std::string>& values) {
     std::vector<ProfileEntry> entries;
     while (!input.empty() && entries.size() < kMostEntries) {
-        const std::string section(TakePart(input)), key(TakePart(input)), value(TakePart(input));
+        // Names of the program's own are UTF-8, whatever the file is written in.
+        const std::string section = ToUtf8(TakePart(input)), key = ToUtf8(TakePart(input));
+        const std::string value(TakePart(input));
         entries.push_back({section, key, value == "-" ? std::nullopt : std::optional(value)});
     }
     if (entries.empty()) {
@@ -81,7 +83,9 @@ void Run(std::string_view input) {
     }
     for (const auto& [name, value] : expected) {
         const std::string read = ReadProfileString(file, name.first, name.second, "\n", kPlenty);
-        Require(read == value.value_or("\n"), "what is written is read, the rest as before",
+        // A file in UTF-16 keeps letters, not bytes.
+        Require(ToUtf8(read) == ToUtf8(value.value_or("\n")),
+                "what is written is read, the rest as before",
                 name.first + "/" + name.second + "=" + read);
     }
     const std::string written = Folder().Read("a.ini");
