@@ -17,58 +17,29 @@ namespace {
 
 constexpr std::size_t kDialCharacters = 18;
 
-// What the data bytes A and B of each live parameter mean, as the standard gives it.
-double Percent(int a, int) {
-    return a * 100.0 / 255;
-}
-double TrimPercent(int a, int) {
-    return a / 1.28 - 100;
-}
-double Celsius(int a, int) {
-    return a - 40.0;
-}
-double CatalystCelsius(int a, int b) {
-    return (256.0 * a + b) / 10 - 40;
-}
-double Byte(int a, int) {
-    return a;
-}
-double Word(int a, int b) {
-    return 256.0 * a + b;
-}
-double ThreeKilopascal(int a, int) {
-    return 3.0 * a;
-}
-double EngineSpeed(int a, int b) {
-    return (256.0 * a + b) / 4;
-}
-double Timing(int a, int) {
-    return a / 2.0 - 64;
-}
-double AirFlow(int a, int b) {
-    return (256.0 * a + b) / 100;
-}
-double RailVacuum(int a, int b) {
-    return 0.079 * (256.0 * a + b);
-}
-double RailDirect(int a, int b) {
-    return 10 * (256.0 * a + b);
-}
-/// A is the voltage; a fuel trim follows in B and adds less than one of A's steps of 0.005 V.
-double OxygenVolt(int a, int b) {
-    return a / 200.0 + b / 256.0 / 200;
-}
-double ModuleVolt(int a, int b) {
-    return (256.0 * a + b) / 1000;
-}
-double AbsoluteLoad(int a, int b) {
-    return (256.0 * a + b) * 100 / 255;
-}
-double Equivalence(int a, int b) {
-    return 2.0 / 65536 * (256.0 * a + b);
-}
-
-using Formula = double (*)(int a, int b);
+/// What the data bytes of a live parameter, taken as one number, mean: so much for each step of the
+/// number, from a value of its own on. The standard gives it so for the bytes A and B.
+struct Formula {
+    double Step;
+    double Begin;
+};
+constexpr Formula Percent{100.0 / 255, 0};
+constexpr Formula TrimPercent{1 / 1.28, -100};
+constexpr Formula Celsius{1, -40};
+constexpr Formula CatalystCelsius{0.1, -40};
+constexpr Formula Byte{1, 0};
+constexpr Formula Word{1, 0};
+constexpr Formula ThreeKilopascal{3, 0};
+constexpr Formula EngineSpeed{1.0 / 4, 0};
+constexpr Formula Timing{1.0 / 2, -64};
+constexpr Formula AirFlow{1.0 / 100, 0};
+constexpr Formula RailVacuum{0.079, 0};
+constexpr Formula RailDirect{10, 0};
+// A is the voltage; a fuel trim follows in B and adds less than one of A's steps of 0.005 V.
+constexpr Formula OxygenVolt{1.0 / 256 / 200, 0};
+constexpr Formula ModuleVolt{1.0 / 1000, 0};
+constexpr Formula AbsoluteLoad{100.0 / 255, 0};
+constexpr Formula Equivalence{2.0 / 65536, 0};
 
 struct Parameter {
     int Pid;
@@ -159,7 +130,7 @@ class SensorFiles : public ::testing::TestWithParam<const char*> {
     static bool IsImperial() { return std::string(GetParam()) == "English (miles)"; }
 
     static double Expected(const Parameter& row, int raw) {
-        const double metric = row.Bytes == 1 ? row.Value(raw, 0) : row.Value(raw >> 8, raw & 0xFF);
+        const double metric = row.Value.Step * raw + row.Value.Begin;
         return IsImperial() ? Imperial(metric, row.ImperialUnit) : metric;
     }
 

@@ -154,18 +154,5 @@ TEST_F(MediaBrowser, FollowingLinksInACircleDoesNotLengthenThePath) {
     EXPECT_THAT(messages_, IsEmpty());
 }
 
-TEST_F(MediaBrowser, ALargeFolderIsShownWholeAndInOrder) {
-    constexpr int kFiles = 20'000;
-    fs::create_directory(folder_ / "music/large");
-    for (int i = kFiles; i > 0; --i)
-        std::ofstream(folder_ / ("music/large/Track " + std::to_string(100'000 + i) + ".mp3"));
-    EXPECT_TRUE(ShowFolder(kMedia, "mp3,", folder_ / "music/large"));
-    ASSERT_EQ(Media().Entries.size(), kFiles + 1U);
-    for (int i = 1; i <= kFiles; ++i) {
-        ASSERT_EQ(Media().Entries[static_cast<std::size_t>(i)].Text,
-                  "Track " + std::to_string(100'000 + i) + ".mp3");
-    }
-}
-
 }  // namespace
 }  // namespace dravik

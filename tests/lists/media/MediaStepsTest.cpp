@@ -10,10 +10,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 /// Moving through folders: activation, the way up, and what the page's labels show meanwhile.
-class MediaSteps : public MediaTest {
- protected:
-    static std::string Label(std::string function) { return LabelText(function); }
-};
+using MediaSteps = MediaTest;
 
 TEST_F(MediaSteps, ActivationEntersFoldersPlaysFilesAndGoesUp) {
     folder_.Write("music/jazz/late/blue.mp3", "x");
@@ -99,27 +96,6 @@ TEST_F(MediaSteps, OtherListsAreLeftAlone) {
     basGlobal.CurrentList = -1;
     ExecuteCommand("gofolder_parent");
     EXPECT_THAT(messages_, IsEmpty());
-}
-
-TEST_F(MediaSteps, LabelsFollowTheSelection) {
-    for (const char* name : {"a.mp3", "b.mp3", "c.mp3"})
-        folder_.Write("music/Côte d'Azur/" + std::string(name), "x");
-    ShowFolder(kMedia, "mp3,", folder_ / "music/Côte d'Azur");
-    EXPECT_EQ(Label("currentfolder"), "Côte d'Azur");
-    EXPECT_EQ(Label("indexlabel"), "0/3");
-    EXPECT_EQ(Label("listentry_1"), "a.mp3");
-    StepList("listview_pagedown");  // no list is shown, so there is no page: nothing
-    EXPECT_EQ(Label("listentry_0"), "..");
-    StepList("listview_+2");
-    EXPECT_EQ(Label("listentry_0"), "b.mp3");
-    EXPECT_EQ(Label("listentry_-1"), "a.mp3");
-    EXPECT_EQ(Label("indexlabel"), "2/3");
-    EXPECT_EQ(Label("listview"), "66.66666");
-    StepList("listview_down");
-    EXPECT_EQ(Label("listentry_1"), "");
-    EXPECT_EQ(Label("listview"), "100");
-    ShowFolder(kMedia, "mp3,", kTopFolder);
-    EXPECT_EQ(Label("currentfolder"), "Desktop");
 }
 
 TEST_F(MediaSteps, ListsStartWhereTheSettingsSayElseBesideTheProgramElseAtHome) {

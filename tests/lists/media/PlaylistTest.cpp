@@ -128,29 +128,5 @@ TEST_F(Playlist, APlaylistThatCannotBeReadLeavesTheListAsItIs) {
     EXPECT_FALSE(ShowPlaylist(kMedia, folder_ / "music/folder"));
 }
 
-TEST_F(Playlist, GarbageGivesNoTracks) {
-    std::string garbage = "File1";
-    for (int i = 0; i < 4096; ++i) garbage += static_cast<char>(i * 7);
-    for (const std::string& text :
-         {std::string(), std::string("="), std::string("[["), garbage, std::string(100'000, '\n'),
-          "File99999999999999999999=a.mp3\nFile" + std::string(100'000, '1') + "=a.mp3\n"}) {
-        EXPECT_TRUE(ShowPlaylist(kMedia, folder_.Write("g.pls", text)));
-        EXPECT_THAT(Texts(), ElementsAre(".."));
-    }
-}
-
-TEST_F(Playlist, TenThousandTracksAreShownInOrder) {
-    constexpr int kTracks = 10'000;
-    std::string text = "[playlist]\n";
-    for (int i = kTracks; i > 0; --i)
-        text += "File" + std::to_string(i) + "=t" + std::to_string(i) + ".mp3\n";
-    EXPECT_TRUE(ShowPlaylist(kMedia, folder_.Write("large.pls", text)));
-    ASSERT_EQ(Media().Entries.size(), kTracks + 1U);
-    for (int i = 1; i <= kTracks; ++i) {
-        ASSERT_EQ(Media().Entries[static_cast<std::size_t>(i)].Text,
-                  "t" + std::to_string(i) + ".mp3");
-    }
-}
-
 }  // namespace
 }  // namespace dravik
