@@ -84,6 +84,27 @@ TEST(Console, EndOfInputEndsAnOpenQuestion) {
     EXPECT_EQ(dravik.Finish(), 0);
 }
 
+TEST(Console, EndsWhileADropDownListOfTheSettingsIsOpen) {
+    const ProgramFolderWithSkin program;
+    ConsoleProgram dravik({"800x700", "--folder", program.Folder.Path()});
+    const auto lineOf = [&](const std::string& kind) -> std::string {
+        for (const std::string& line : dravik.AskLines("elements")) {
+            if (line.starts_with(kind) && line.ends_with("\tcoSkin\ttest")) return line;
+        }
+        return "";
+    };
+    const auto there = [&] { return lineOf("Combo").empty() ? "no" : "yes"; };
+    EXPECT_EQ(dravik.Ask("do config"), "ok");
+    ASSERT_EQ(dravik.Until(there, "yes"), "yes");
+    int x = 0, y = 0, width = 0, height = 0;
+    std::sscanf(lineOf("Combo").c_str(), "%*s %*d %d %d %d %d", &x, &y, &width, &height);
+    EXPECT_EQ(dravik.Ask("click " + std::to_string(x + width - 10) + " " + std::to_string(y + 10)),
+              "ok");
+    EXPECT_NE(lineOf("Row"), "") << "the list is open";
+    EXPECT_EQ(dravik.Ask("quit"), "ok");
+    EXPECT_EQ(dravik.WaitForEnd(), 0);
+}
+
 TEST(Console, ClicksPressTheRealButton) {
     const ProgramFolderWithSkin program;
     ConsoleProgram dravik({"--folder", program.Folder.Path()});
