@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QImage>
+#include <QProcess>
 #include <filesystem>
 
 #include "core/TestSkin.h"
@@ -25,7 +26,7 @@ TEST(Console, AnswersInOrderAndNamesWhatItDoesNotUnderstand) {
         EXPECT_EQ(dravik.ReadLine(), answer);
     for (const char* request :
          {"bogus", "", "click", "click 1", "click a b", "click 1 2 3", "wait", "wait x", "wait -1",
-          "wheel", "key Nonsense", "grab", "grab /nowhere/x.png", "click yes"})
+          "wheel", "wheel 99999999999", "key Nonsense", "grab", "grab /nowhere/x.png", "click yes"})
         EXPECT_THAT(dravik.Ask(request), StartsWith("error: ")) << request;
     EXPECT_EQ(dravik.Finish(), 0);
 }
@@ -84,6 +85,22 @@ TEST(Console, EndOfInputEndsAnOpenQuestion) {
     EXPECT_EQ(dravik.Finish(), 0);
 }
 
+TEST(Console, AnswersEveryLineOfAFloodInOrder) {
+    constexpr int kLines = 5000;
+    const ProgramFolderWithSkin program;
+    ConsoleProgram dravik({"--folder", program.Folder.Path()});
+    std::string flood;
+    for (int i = 0; i < kLines; ++i) flood += "x" + std::to_string(i) + "\n";
+    dravik.Send(flood + std::string(100'000, 'y') + "\nquit");
+    int inOrder = 0;
+    while (inOrder < kLines &&
+           dravik.ReadLine() == "error: unknown request: x" + std::to_string(inOrder))
+        ++inOrder;
+    EXPECT_EQ(inOrder, kLines);
+    EXPECT_EQ(dravik.ReadLine(), "error: the request is too long");
+    EXPECT_EQ(dravik.Finish(), 0);
+}
+
 TEST(Console, EndsWhileADropDownListOfTheSettingsIsOpen) {
     const ProgramFolderWithSkin program;
     ConsoleProgram dravik({"800x700", "--folder", program.Folder.Path()});
@@ -121,6 +138,10 @@ TEST(Console, ClicksPressTheRealButton) {
     EXPECT_EQ(dravik.State("PreviousMenu"), "mainmenu");
     EXPECT_EQ(dravik.Ask("click 600 460"), "ok");
     EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu") << "the bare background leads home";
+    for (const char* far :
+         {"press 2147483647 -2147483648", "move -2147483648 2147483647",
+          "release 2147483647 2147483647", "wheel 2147483647", "wheel -2147483648"})
+        EXPECT_EQ(dravik.Ask(far), "ok");
     EXPECT_EQ(dravik.Ask("key Down"), "ok");
     EXPECT_EQ(dravik.State("FocusedButton"), "0");
     EXPECT_EQ(dravik.Ask("key Return"), "ok");
@@ -186,6 +207,44 @@ TEST(Program, WithoutASkinSaysWhichFileItTried) {
 }
 
 #ifndef _WIN32
+void StartConsole(QProcess& dravik, const ProgramFolderWithSkin& program) {
+    dravik.start(QStringLiteral(DRAVIK_PROGRAM),
+                 {QStringLiteral("--console"), QStringLiteral("--windowed"),
+                  QStringLiteral("--folder"), QString::fromStdString(program.Folder.Path())});
+}
+
+TEST(Console, LetsEndlessInputWaitAndEndsInTheMiddleOfIt) {
+    const ProgramFolderWithSkin program;
+    QProcess dravik;
+    StartConsole(dravik, program);
+    dravik.write("text obd_status\nwait 1000000000\n" + QByteArray("state\n").repeated(1'000'000));
+    while (!dravik.canReadLine() && dravik.waitForReadyRead()) continue;
+    while (dravik.waitForBytesWritten(500)) continue;
+    EXPECT_GT(dravik.bytesToWrite(), 0) << "what is not answered yet is not read either";
+    dravik.terminate();
+    EXPECT_TRUE(dravik.waitForFinished());
+    EXPECT_EQ(dravik.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(dravik.exitCode(), 0);
+}
+
+TEST(Console, EndsNormallyWhenNobodyReadsItsAnswersAnyMore) {
+    const ProgramFolderWithSkin program;
+    program.Folder.Write("Dravik.ini", "[Options]\nSkin=test\nLanguage=test\nMisc=3\n");
+    QProcess dravik;
+    QProcess reader;
+    dravik.setStandardOutputProcess(&reader);
+    reader.start(QStringLiteral("head"), {QStringLiteral("-n1")});
+    StartConsole(dravik, program);
+    dravik.write("do openmenu_codes\n");
+    dravik.waitForBytesWritten();
+    ASSERT_TRUE(reader.waitForFinished());
+    dravik.write("message\n");
+    EXPECT_TRUE(dravik.waitForFinished());
+    EXPECT_EQ(dravik.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(dravik.exitCode(), 0);
+    EXPECT_NE(program.Folder.Read("Dravik.ini").find("Menu=codes"), std::string::npos);
+}
+
 TEST(Program, FillsTheScreenWhereNoWindowManagerDoes) {
     const ProgramFolderWithSkin program;
     // A platform that leaves a window's size alone, with a screen of 240 x 320.
