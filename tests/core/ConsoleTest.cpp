@@ -163,6 +163,15 @@ TEST(Console, GrabsTheWindow) {
     EXPECT_EQ(picture.pixelColor(110, 40), QColor(Qt::darkCyan));
 }
 
+TEST(Program, WindowWithoutASizeIsAsLargeAsTheSkinWasDesigned) {
+    const ProgramFolderWithSkin program;
+    program.Folder.Write("skins/test.ini", "[General]\nWidth=400\nHeight=300\n[mainmenu]\n");
+    ConsoleProgram dravik({"--folder", program.Folder.Path()});
+    const std::string file = program.Folder / "window.png";
+    EXPECT_EQ(dravik.Ask("grab " + file), "ok");
+    EXPECT_EQ(QImage(QString::fromStdString(file)).size(), QSize(400, 300));
+}
+
 TEST(Snapshot, WritesOnePictureForEachChartAndNeverOverAnother) {
     const ProgramFolderWithSkin program;
     program.Folder.Write("skins/test.ini",
