@@ -16,6 +16,7 @@
 #include "platform/KeyState.h"
 #include "platform/Paths.h"
 #include "platform/Pointer.h"
+#include "platform/Text.h"
 #include "settings/basSettings.h"
 #include "settings/frSettings.h"
 #include "skin/PageCanvas.h"
@@ -94,6 +95,7 @@ void frMain::Start(const Options& options) {
     GlobalState& g = basGlobal;
     g.Launch = options.Launch;
     InitGlobals(options.ProgramFolder);
+    g.DecimalSign = SystemDecimalSign();
     ShowStartupPicture();
     ShowWindow(options);
 

@@ -31,6 +31,25 @@ TEST(Console, AnswersInOrderAndNamesWhatItDoesNotUnderstand) {
     EXPECT_EQ(dravik.Finish(), 0);
 }
 
+// The first of the three variables that is set says what the region is.
+TEST(Console, LabelsHaveTheDecimalSignOfTheRegion) {
+    const struct {
+        const char *All, *Numeric, *Language, *Text;
+    } rows[] = {{"", "", "de_DE.UTF-8", "-0,5"},
+                {"", "de_DE.UTF-8", "en_US.UTF-8", "-0,5"},
+                {"C.UTF-8", "de_DE.UTF-8", "de_DE.UTF-8", "-0.5"}};
+    for (const auto& row : rows) {
+        const ProgramFolderWithSkin program;
+        program.Folder.Write("languages/test.sensors",
+                             "[SensorConfig]\nSensor0Function=t\nSensor0Offset=-0,5\n");
+        ConsoleProgram dravik(
+            {"--folder", program.Folder.Path()}, DRAVIK_PROGRAM,
+            {{"LC_ALL", row.All}, {"LC_NUMERIC", row.Numeric}, {"LANG", row.Language}});
+        EXPECT_EQ(dravik.Ask("text sensor_t"), row.Text);
+        EXPECT_EQ(dravik.Ask("number sensor_t"), "-0.5");
+    }
+}
+
 TEST(Console, EndOfInputAndQuitAreNormalEndsThatSaveTheResumeState) {
     for (const bool quit : {false, true}) {
         const ProgramFolderWithSkin program;
