@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds Dravik for 64-bit Windows on Debian 12, in build-windows/. Installs what is missing. Qt is
-# built once, which takes a quarter of an hour, into a folder that later builds find again.
+# built once, which takes about 12 minutes on two cores, into a folder that later builds find again.
 #
 #   [DRAVIK_WINDOWS_CACHE=~/.cache/dravik-windows] scripts/build-windows.sh [--tests]
 #

@@ -8,6 +8,7 @@
 
 #include "controls/ChartTrace.h"
 #include "controls/SkinText.h"
+#include "core/basGlobal.h"
 
 namespace dravik {
 
@@ -40,8 +41,9 @@ ChartLayout LayOut(const QRect& target, const TextLook& label, double scale) {
 }
 
 QString ScaleText(float value) {
-    const QString text = QString::number(double{value}, 'f', 1);
-    return text == QLatin1String("-0.0") ? QStringLiteral("0.0") : text;
+    QString text = QString::number(double{value}, 'f', 1);
+    if (text == QLatin1String("-0.0")) text = QStringLiteral("0.0");
+    return text.replace(QLatin1Char('.'), QString::fromStdString(basGlobal.DecimalSign));
 }
 
 int PenPixels(double scale) {

@@ -13,7 +13,8 @@ Turns a touch-screen computer in a car into an instrument panel and a diagnostic
   --folder DIR         program folder: settings, skins, languages, log
   --demo [SCENARIO]    connect to the built-in virtual vehicle; SCENARIO is a file or one of
                        drive, faults, silent, ignition-off, flaky
-  --windowed [WxH]     a window instead of the full screen
+  --windowed [WxH]     a window instead of the full screen; without a size as large as the skin
+                       was designed
   --skin NAME          use this skin instead of the one in the settings
   --language NAME      use this language instead of the one in the settings
   --console            read requests from standard input and answer them (docs/console.md)

@@ -1,14 +1,13 @@
 #include "core/Console.h"
 
-#include <QTimer>
+#include <algorithm>
 #include <charconv>
-#include <cstdio>
-#include <iostream>
+#include <optional>
+#include <utility>
 
 #include "core/ConsoleRequests.h"
 #include "core/basGlobal.h"
 #include "core/frMain.h"
-#include "platform/Events.h"
 #include "platform/Text.h"
 #include "skin/frWarning.h"
 #include "skinfunc/basValueProc.h"
@@ -17,15 +16,14 @@ namespace dravik {
 
 namespace {
 
-/// The console that the reader thread reports to; null once it is gone. The thread may sit in a
-/// read that nothing ends, so it is left behind at the end and must not touch the object.
-Console* activeConsole = nullptr;
+constexpr int kSoon = 50;   // milliseconds
+constexpr int kPause = 20;  // milliseconds
 
-void Print(const std::string& answer) {
-    std::fwrite(answer.data(), 1, answer.size(), stdout);
-    std::fputc('\n', stdout);
-    std::fflush(stdout);
-}
+// What the requests may take of the program's time: enough at once for a long script, but no more
+// than a share of it for ever.
+constexpr std::chrono::seconds kMostCredit{2};
+constexpr int kShare = 4;
+constexpr std::chrono::milliseconds kLongestWork{50};  ///< a longer one has waited for something
 
 bool MessageOpen() {
     return MessageDialog() != nullptr && MessageDialog()->IsOpen();
@@ -41,86 +39,95 @@ std::optional<int> Milliseconds(std::string_view text) {
 
 }  // namespace
 
-Console::Console() {
-    activeConsole = this;
-    reader_ = std::thread([this] { ReadInput(); });
+Console::Console() : streams_([this] { LookAgain(); }), credit_(kMostCredit) {
+    look_.setSingleShot(true);
+    QObject::connect(&look_, &QTimer::timeout, &look_, [this] { Process(); });
 }
 
-Console::~Console() {
-    activeConsole = nullptr;
-    reader_.detach();
-}
-
-void Console::ReadInput() {
-    const auto deliver = [](std::optional<std::string> line) {
-        PostToUserInterface([line = std::move(line)]() mutable {
-            if (activeConsole == nullptr) return;
-            activeConsole->waiting_.push_back(std::move(line));
-            activeConsole->Process();
-        });
-    };
-    std::string line;
-    while (std::getline(std::cin, line)) {
-        if (line.ends_with('\r')) line.pop_back();
-        deliver(line);
-    }
-    deliver(std::nullopt);
+void Console::LookIn(int milliseconds) {
+    if (!look_.isActive() || look_.interval() > milliseconds) look_.start(milliseconds);
 }
 
 void Console::Process() {
-    const bool ready = MainWindow() != nullptr && (MainWindow()->Started() || MessageOpen());
-    if (waiting_.empty() || paused_ || basGlobal.Closing) return;
-    if (!ready) {
-        // A message may open while the program is still starting; nothing else tells of it.
-        constexpr int kLookAgain = 50;  // milliseconds
-        QTimer::singleShot(kLookAgain, [] {
-            if (activeConsole != nullptr) activeConsole->Process();
-        });
+    if (MainWindow() == nullptr || basGlobal.Closing) return;
+    if (streams_.OutputLost()) {
+        ExecuteCommand("quit");
         return;
     }
-    // Inside a request only an open question lets the next one in.
-    if (processing_ && !MessageOpen()) return;
-
-    const std::optional<std::string> request = std::move(waiting_.front());
-    waiting_.pop_front();
-    const bool outer = processing_;
-    processing_ = true;
-    // While this request waits for the user, the next ones come from the event loop.
-    PostToUserInterface([] {
-        if (activeConsole != nullptr) activeConsole->Process();
-    });
-    if (request)
-        Answer(*request);
-    else
+    if (paused_ || (!ending_ && !streams_.HasInput())) return;
+    // Before the first page, and inside a request, only an open message lets the next one in.
+    // Nothing else tells that one has opened.
+    if ((processing_ || !MainWindow()->Started()) && !MessageOpen()) {
+        LookIn(kSoon);
+        return;
+    }
+    if (!streams_.OutputReady(ending_ ? ConsoleStreams::Ready::ToTheEnd
+                                      : ConsoleStreams::Ready::ForMore))
+        return;
+    if (ending_) {
         ExecuteCommand("quit");
+        return;
+    }
+    if (TimeLeft())
+        AnswerNext();
+    else
+        LookIn(kPause);
+}
+
+bool Console::TimeLeft() {
+    const Clock::time_point now = Clock::now();
+    credit_ = std::min<Clock::duration>(credit_ + (now - credited_) / kShare, kMostCredit);
+    credited_ = now;
+    return credit_ > Clock::duration::zero();
+}
+
+void Console::AnswerNext() {
+    const std::optional<std::string> request = streams_.TakeLine();
+    if (!request) {
+        ending_ = true;
+        LookAgain();
+        return;
+    }
+    LookAgain();  // while this request waits for the user, the next ones are taken
+    const Clock::time_point start = Clock::now();
+    const bool outer = std::exchange(processing_, true);
+    Answer(*request);
     processing_ = outer;
-    PostToUserInterface([] {
-        if (activeConsole != nullptr) activeConsole->Process();
-    });
+    credit_ -= std::min<Clock::duration>(Clock::now() - start, kLongestWork);
+    LookAgain();
 }
 
 void Console::Answer(const std::string& request) {
     const std::size_t blank = request.find(' ');
     const std::string word = request.substr(0, blank);
-    if (word == "quit") {
+    if (request.size() > ConsoleStreams::kLongestLine) {
+        Print("error: the request is too long");
+    } else if (word == "quit") {
         Print("ok");
-        ExecuteCommand("quit");
+        ending_ = true;
     } else if (word == "wait") {
-        const auto time = Milliseconds(blank == std::string::npos ? "" : request.substr(blank));
-        if (!time) {
-            Print("error: wait takes a number of milliseconds");
-            return;
-        }
-        paused_ = true;
-        QTimer::singleShot(*time, MainWindow(), [] {
-            if (activeConsole == nullptr) return;
-            Print("ok");
-            activeConsole->paused_ = false;
-            activeConsole->Process();
-        });
+        Wait(blank == std::string::npos ? "" : request.substr(blank));
     } else {
         Print(AnswerRequest(request));
     }
+}
+
+void Console::Wait(const std::string& argument) {
+    const auto time = Milliseconds(argument);
+    if (!time) {
+        Print("error: wait takes a number of milliseconds");
+        return;
+    }
+    paused_ = true;
+    QTimer::singleShot(*time, &look_, [this] {
+        Print("ok");
+        paused_ = false;
+        LookAgain();
+    });
+}
+
+void Console::Print(const std::string& answer) {
+    streams_.Write(answer + "\n");
 }
 
 }  // namespace dravik

@@ -8,6 +8,7 @@
 #include <QWheelEvent>
 #include <QWidget>
 #include <QWindow>
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <string>
@@ -25,6 +26,8 @@ namespace dravik {
 namespace {
 
 constexpr int kWheelNotch = 120;  // eighths of a degree
+constexpr int kMostNotches = 1000;
+constexpr int kFarthest = 32'767;  // pixels from the window's corner, as on the widest display
 
 /// The pointer as the synthetic input has left it.
 struct SyntheticPointer {
@@ -43,13 +46,14 @@ QWidget* TargetWindow() {
     return popup != nullptr ? popup : WindowOnTop();
 }
 
-std::optional<std::vector<int>> Numbers(std::string_view text, std::size_t count) {
+/// So many numbers, each taken as the nearest that is no farther from 0 than `limit`.
+std::optional<std::vector<int>> Numbers(std::string_view text, std::size_t count, int limit) {
     std::vector<int> numbers;
     while (!(text = Trimmed(text)).empty()) {
         int number = 0;
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
         if (error != std::errc{}) return std::nullopt;
-        numbers.push_back(number);
+        numbers.push_back(std::clamp(number, -limit, limit));
         text.remove_prefix(static_cast<std::size_t>(end - text.data()));
     }
     if (numbers.size() != count) return std::nullopt;
@@ -114,7 +118,7 @@ void Click(QPoint position) {
 
 /// A request with a position, carried out by `act`.
 std::string AtPosition(std::string_view arguments, const char* word, void (*act)(QPoint)) {
-    const auto position = Numbers(arguments, 2);
+    const auto position = Numbers(arguments, 2, kFarthest);
     if (!position) return std::string("error: ") + word + " takes X and Y";
     act(QPoint((*position)[0], (*position)[1]));
     return "ok";
@@ -149,7 +153,7 @@ std::string InputRelease(std::string_view arguments) {
 }
 
 std::string InputWheel(std::string_view arguments) {
-    const auto notches = Numbers(arguments, 1);
+    const auto notches = Numbers(arguments, 1, kMostNotches);
     if (!notches) return "error: wheel takes a number of notches";
     const QPoint global = WindowOnTop()->mapToGlobal(pointer.Position);
     QWidget* window = TargetWindow();

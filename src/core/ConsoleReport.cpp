@@ -1,6 +1,7 @@
 #include <QWidget>
 #include <cstdio>
 #include <string>
+#include <utility>
 
 #include "controls/ButtonEx.h"
 #include "controls/SkinTextbox.h"
@@ -21,13 +22,14 @@ namespace {
 class CommaList {
  public:
     void Add(const std::string& part) {
-        if (!text_.empty()) text_ += ',';
+        if (std::exchange(begun_, true)) text_ += ',';
         text_ += part;
     }
     const std::string& Text() const { return text_; }
 
  private:
     std::string text_;
+    bool begun_ = false;  ///< with a part that may be empty
 };
 
 std::string HexPid(std::size_t pid) {

@@ -117,6 +117,8 @@ struct GlobalState {
     std::array<std::string, 8> FolderName;
     std::array<std::string, 24> StatusText;
 
+    std::string DecimalSign = ".";  ///< of the numbers on the screen; the main window sets it
+
     // Settings.
     std::int16_t Misc = 0;
     float ImageScale = 0;  ///< ScaleImageWidth / 100

@@ -14,6 +14,7 @@
 #include "obd/basOBD.h"
 #include "platform/Events.h"
 #include "platform/Paths.h"
+#include "platform/Text.h"
 #include "settings/basSettings.h"
 #include "settings/frSettings.h"
 #include "skin/PageCanvas.h"
@@ -95,6 +96,7 @@ void frMain::Start(const Options& options) {
     GlobalState& g = basGlobal;
     g.Launch = options.Launch;
     InitGlobals(options.ProgramFolder);
+    g.DecimalSign = SystemDecimalSign();
     ShowStartupPicture();
     ShowWindow(options);
 
@@ -122,7 +124,7 @@ void frMain::ShowStartupPicture() {
 
 void frMain::ShowWindow(const Options& options) {
     if (options.Windowed) {
-        resize(options.WindowSize.isEmpty() ? kDefaultWindow : options.WindowSize);
+        resize(options.WindowSize.isEmpty() ? DesignedWindow() : options.WindowSize);
         show();
     } else {
         CoverScreen();
@@ -137,6 +139,17 @@ void frMain::ShowWindow(const Options& options) {
                          }
                          screen_->Layout(size());  // another display may have another density
                      });
+}
+
+/// The skin is known before the settings are loaded, so that the window opens at once as it stays.
+QSize frMain::DesignedWindow() const {
+    FindSkinFiles();
+    screen_->ReadDesignSize();
+    const QSize design = screen_->DesignSize();
+    if (design.isEmpty()) return kDefaultWindow;
+    const QSize area = screen()->availableSize();
+    const bool fits = area.isEmpty() || design.boundedTo(area) == design;
+    return fits ? design : design.scaled(area, Qt::KeepAspectRatio);
 }
 
 /// Without a window manager nobody else gives the window the size of the screen.

@@ -27,7 +27,8 @@ class frMain : public QWidget {
         std::string ProgramFolder;
         LaunchOptions Launch;
         bool Windowed = false;  ///< a window instead of the full screen
-        QSize WindowSize;       ///< of the window; empty: the skin's design size, else 800 x 480
+        QSize WindowSize;  ///< of the window; empty: the skin's design size, scaled down where the
+                           ///< screen is smaller; without one 800 x 480
     };
 
     frMain();
@@ -68,6 +69,7 @@ class frMain : public QWidget {
     void ConnectScreen();
     void Pause();
     void ShowWindow(const Options& options);
+    QSize DesignedWindow() const;
     void CoverScreen();
     void FollowScreen(const QScreen* screen);
     void MessageShown(bool shown);

@@ -91,6 +91,7 @@ int main(int argc, char** argv) {
         options.Launch.DemoDevice = vehicle->Device();
     }
 
+    OutliveReaders();
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     int result = 0;
@@ -102,7 +103,7 @@ int main(int argc, char** argv) {
         std::unique_ptr<SkinWatch> watch;
         if (line.Console || line.Windowed) watch = std::make_unique<SkinWatch>();
         window.Start(options);
-        if (console) console->Process();
+        if (console) console->LookAgain();
         if (!basGlobal.Closing) result = QApplication::exec();
     }
     basGlobal = GlobalState{};  // ports and timers go before the application does

@@ -1,3 +1,6 @@
+#include <io.h>
+
+#include <algorithm>
 #include <cstdio>
 
 #include "platform/Terminal.h"
@@ -21,6 +24,25 @@ void JoinTerminal() {
     if (!input) std::freopen("CONIN$", "r", stdin);
     if (!output) std::freopen("CONOUT$", "w", stdout);
     if (!errors) std::freopen("CONOUT$", "w", stderr);
+}
+
+// Here a reader that goes away is no more than a write that fails.
+void OutliveReaders() {}
+
+std::size_t ReadStandardInput(char* buffer, std::size_t size) {
+    const int count = ::_read(::_fileno(stdin), buffer, static_cast<unsigned>(size));
+    return count < 0 ? 0 : static_cast<std::size_t>(count);
+}
+
+bool WriteStandardOutput(std::string_view text) {
+    constexpr std::size_t kPiece = 32 * 1024;  // a terminal takes no more than 64 KiB at a time
+    while (!text.empty()) {
+        const std::size_t size = std::min(text.size(), kPiece);
+        const int count = ::_write(::_fileno(stdout), text.data(), static_cast<unsigned>(size));
+        if (count <= 0) return false;
+        text.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
 }
 
 }  // namespace dravik

@@ -1,5 +1,6 @@
 #include "platform/Text.h"
 
+#include <QLocale>
 #include <QString>
 #include <algorithm>
 #include <charconv>
@@ -209,6 +210,10 @@ std::string FixedNumber(float value, int decimals) {
     const std::string_view text(digits, static_cast<std::size_t>(end - digits));
     const bool minusZero = text.find_first_not_of("-0.") == std::string_view::npos;
     return std::string(minusZero && text.front() == '-' ? text.substr(1) : text);
+}
+
+std::string SystemDecimalSign() {
+    return QLocale::system().decimalPoint().toStdString();
 }
 
 }  // namespace dravik

@@ -52,4 +52,8 @@ std::string FixedNumber(float value, int decimals);
 
 constexpr int kMostDecimals = 6;
 
+/// The decimal sign of the system's region: on Windows as the user has set it, elsewhere by LC_ALL,
+/// LC_NUMERIC or LANG, whichever is set first.
+std::string SystemDecimalSign();
+
 }  // namespace dravik

@@ -35,13 +35,6 @@ void FindLanguageFiles() {
     g.DescriptionFile = g.LanguagePath + ReadIniString(g.LanguageFile, "DTC", "Filename");
 }
 
-void FindSkinFiles() {
-    GlobalState& g = basGlobal;
-    const std::string skin = g.Launch.Skin.empty() ? ReadOption("Skin") : g.Launch.Skin;
-    g.SkinFile = g.SkinPath + skin + ".ini";
-    FindImageFolder();
-}
-
 /// The virtual vehicle of the demo is always connected to.
 bool ConnectAtStart() {
     return (basGlobal.Misc & kMiscAutoConnect) != 0 || !basGlobal.Launch.DemoDevice.empty();
@@ -51,6 +44,13 @@ bool ConnectAtStart() {
 
 std::string ReadIniString(const std::string& file, std::string_view section, std::string_view key) {
     return ReadProfileString(file, section, key, "0", kIniStringBytes);
+}
+
+void FindSkinFiles() {
+    GlobalState& g = basGlobal;
+    const std::string skin = g.Launch.Skin.empty() ? ReadOption("Skin") : g.Launch.Skin;
+    g.SkinFile = g.SkinPath + skin + ".ini";
+    FindImageFolder();
 }
 
 void FindImageFolder() {

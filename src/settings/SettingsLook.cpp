@@ -15,6 +15,7 @@
 #include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
+#include "platform/DeleteLater.h"
 #include "platform/Text.h"
 
 namespace dravik {
@@ -186,7 +187,9 @@ QComboBox* MakeCombo(const char* name) {
 
 void ApplySettingsLook(QWidget* window) {
     auto* style = new TouchStyle;
-    style->setParent(window);
+    // Not the window's child: the controls, an open drop-down list among them, need it to their
+    // end.
+    QObject::connect(window, &QObject::destroyed, [style] { DeleteLater(style); });
     window->setStyle(style);
     QPalette palette = DarkPalette();
     palette.setColor(QPalette::Window, kBack);

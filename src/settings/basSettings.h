@@ -15,6 +15,9 @@ std::string ReadIniString(const std::string& file, std::string_view section, std
 /// then as they were before.
 void LoadSettings();
 
+/// Takes the skin file from the command line or the settings file, and its image folder.
+void FindSkinFiles();
+
 /// Takes the image folder from the skin file.
 void FindImageFolder();
 

@@ -79,8 +79,10 @@ class SkinScreen {
     void Layout(QSize window);
     double Scale() const { return scale_; }
 
-    /// Design size that the skin states; empty when it states none.
+    /// Takes the design size from the skin, and lays out by it.
     void ReadDesignSize();
+    /// Design size that the skin states; empty when it states none.
+    QSize DesignSize() const { return designSize_; }
 
     std::vector<ScreenElement>& Elements(ElementKind kind) {
         return elements_[static_cast<std::size_t>(kind)];

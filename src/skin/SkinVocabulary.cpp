@@ -37,9 +37,9 @@ constexpr SkinKey kButtonKeys[] = {
 };
 
 constexpr SkinKey kSliderKeys[] = {
-    {"X", Integer, &E::X, "760", "left edge"},
-    {"Y", Integer, &E::Y, "40", "top edge"},
-    {"Direction", Integer, &E::Direction, "0", "0 bottom to top, else left to right"},
+    {"X", Integer, &E::X, "40", "left edge"},
+    {"Y", Integer, &E::Y, "420", "top edge"},
+    {"Direction", Integer, &E::Direction, "1", "0 bottom to top, else left to right"},
     {"Tabindex", Lenient, &E::Tabindex, "2", "place in the navigation order"},
     {"Background", Picture, &E::Background, "track.png",
      "picture of the track; the slider takes its size"},

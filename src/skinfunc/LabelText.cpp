@@ -143,7 +143,8 @@ std::string LabelText(std::string& function, std::optional<int> decimals) {
     if (text != kNoText) return text;
     const float number = LabelNumber(function);
     if (number != kNoNumber)
-        return decimals ? FixedNumber(number, *decimals) : GeneralNumber(number);
+        return ReplaceAll(decimals ? FixedNumber(number, *decimals) : GeneralNumber(number), ".",
+                          basGlobal.DecimalSign);
     return ImageState(function) ? "On" : "Off";
 }
 

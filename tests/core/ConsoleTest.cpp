@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QImage>
+#include <QProcess>
 #include <filesystem>
 
 #include "core/TestSkin.h"
@@ -25,9 +26,28 @@ TEST(Console, AnswersInOrderAndNamesWhatItDoesNotUnderstand) {
         EXPECT_EQ(dravik.ReadLine(), answer);
     for (const char* request :
          {"bogus", "", "click", "click 1", "click a b", "click 1 2 3", "wait", "wait x", "wait -1",
-          "wheel", "key Nonsense", "grab", "grab /nowhere/x.png", "click yes"})
+          "wheel", "wheel 99999999999", "key Nonsense", "grab", "grab /nowhere/x.png", "click yes"})
         EXPECT_THAT(dravik.Ask(request), StartsWith("error: ")) << request;
     EXPECT_EQ(dravik.Finish(), 0);
+}
+
+// The first of the three variables that is set says what the region is.
+TEST(Console, LabelsHaveTheDecimalSignOfTheRegion) {
+    const struct {
+        const char *All, *Numeric, *Language, *Text;
+    } rows[] = {{"", "", "de_DE.UTF-8", "-0,5"},
+                {"", "de_DE.UTF-8", "en_US.UTF-8", "-0,5"},
+                {"C.UTF-8", "de_DE.UTF-8", "de_DE.UTF-8", "-0.5"}};
+    for (const auto& row : rows) {
+        const ProgramFolderWithSkin program;
+        program.Folder.Write("languages/test.sensors",
+                             "[SensorConfig]\nSensor0Function=t\nSensor0Offset=-0,5\n");
+        ConsoleProgram dravik(
+            {"--folder", program.Folder.Path()}, DRAVIK_PROGRAM,
+            {{"LC_ALL", row.All}, {"LC_NUMERIC", row.Numeric}, {"LANG", row.Language}});
+        EXPECT_EQ(dravik.Ask("text sensor_t"), row.Text);
+        EXPECT_EQ(dravik.Ask("number sensor_t"), "-0.5");
+    }
 }
 
 TEST(Console, EndOfInputAndQuitAreNormalEndsThatSaveTheResumeState) {
@@ -84,6 +104,43 @@ TEST(Console, EndOfInputEndsAnOpenQuestion) {
     EXPECT_EQ(dravik.Finish(), 0);
 }
 
+TEST(Console, AnswersEveryLineOfAFloodInOrder) {
+    constexpr int kLines = 5000;
+    const ProgramFolderWithSkin program;
+    ConsoleProgram dravik({"--folder", program.Folder.Path()});
+    std::string flood;
+    for (int i = 0; i < kLines; ++i) flood += "x" + std::to_string(i) + "\n";
+    dravik.Send(flood + std::string(100'000, 'y') + "\nquit");
+    int inOrder = 0;
+    while (inOrder < kLines &&
+           dravik.ReadLine() == "error: unknown request: x" + std::to_string(inOrder))
+        ++inOrder;
+    EXPECT_EQ(inOrder, kLines);
+    EXPECT_EQ(dravik.ReadLine(), "error: the request is too long");
+    EXPECT_EQ(dravik.Finish(), 0);
+}
+
+TEST(Console, EndsWhileADropDownListOfTheSettingsIsOpen) {
+    const ProgramFolderWithSkin program;
+    ConsoleProgram dravik({"800x700", "--folder", program.Folder.Path()});
+    const auto lineOf = [&](const std::string& kind) -> std::string {
+        for (const std::string& line : dravik.AskLines("elements")) {
+            if (line.starts_with(kind) && line.ends_with("\tcoSkin\ttest")) return line;
+        }
+        return "";
+    };
+    const auto there = [&] { return lineOf("Combo").empty() ? "no" : "yes"; };
+    EXPECT_EQ(dravik.Ask("do config"), "ok");
+    ASSERT_EQ(dravik.Until(there, "yes"), "yes");
+    int x = 0, y = 0, width = 0, height = 0;
+    std::sscanf(lineOf("Combo").c_str(), "%*s %*d %d %d %d %d", &x, &y, &width, &height);
+    EXPECT_EQ(dravik.Ask("click " + std::to_string(x + width - 10) + " " + std::to_string(y + 10)),
+              "ok");
+    EXPECT_NE(lineOf("Row"), "") << "the list is open";
+    EXPECT_EQ(dravik.Ask("quit"), "ok");
+    EXPECT_EQ(dravik.WaitForEnd(), 0);
+}
+
 TEST(Console, ClicksPressTheRealButton) {
     const ProgramFolderWithSkin program;
     ConsoleProgram dravik({"--folder", program.Folder.Path()});
@@ -105,6 +162,10 @@ TEST(Console, ClicksPressTheRealButton) {
     EXPECT_EQ(dravik.State("PreviousMenu"), "mainmenu");
     EXPECT_EQ(dravik.Ask("click 600 460"), "ok");
     EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu") << "the bare background leads home";
+    for (const char* far :
+         {"press 2147483647 -2147483648", "move -2147483648 2147483647",
+          "release 2147483647 2147483647", "wheel 2147483647", "wheel -2147483648"})
+        EXPECT_EQ(dravik.Ask(far), "ok");
     EXPECT_EQ(dravik.Ask("key Down"), "ok");
     EXPECT_EQ(dravik.State("FocusedButton"), "0");
     EXPECT_EQ(dravik.Ask("key Return"), "ok");
@@ -124,6 +185,15 @@ TEST(Console, GrabsTheWindow) {
     const QImage picture(QString::fromStdString(file));
     EXPECT_EQ(picture.size(), QSize(640, 400));
     EXPECT_EQ(picture.pixelColor(110, 40), QColor(Qt::darkCyan));
+}
+
+TEST(Program, WindowWithoutASizeIsAsLargeAsTheSkinWasDesigned) {
+    const ProgramFolderWithSkin program;
+    program.Folder.Write("skins/test.ini", "[General]\nWidth=400\nHeight=300\n[mainmenu]\n");
+    ConsoleProgram dravik({"--folder", program.Folder.Path()});
+    const std::string file = program.Folder / "window.png";
+    EXPECT_EQ(dravik.Ask("grab " + file), "ok");
+    EXPECT_EQ(QImage(QString::fromStdString(file)).size(), QSize(400, 300));
 }
 
 TEST(Snapshot, WritesOnePictureForEachChartAndNeverOverAnother) {
@@ -170,6 +240,44 @@ TEST(Program, WithoutASkinSaysWhichFileItTried) {
 }
 
 #ifndef _WIN32
+void StartConsole(QProcess& dravik, const ProgramFolderWithSkin& program) {
+    dravik.start(QStringLiteral(DRAVIK_PROGRAM),
+                 {QStringLiteral("--console"), QStringLiteral("--windowed"),
+                  QStringLiteral("--folder"), QString::fromStdString(program.Folder.Path())});
+}
+
+TEST(Console, LetsEndlessInputWaitAndEndsInTheMiddleOfIt) {
+    const ProgramFolderWithSkin program;
+    QProcess dravik;
+    StartConsole(dravik, program);
+    dravik.write("text obd_status\nwait 1000000000\n" + QByteArray("state\n").repeated(1'000'000));
+    while (!dravik.canReadLine() && dravik.waitForReadyRead()) continue;
+    while (dravik.waitForBytesWritten(500)) continue;
+    EXPECT_GT(dravik.bytesToWrite(), 0) << "what is not answered yet is not read either";
+    dravik.terminate();
+    EXPECT_TRUE(dravik.waitForFinished());
+    EXPECT_EQ(dravik.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(dravik.exitCode(), 0);
+}
+
+TEST(Console, EndsNormallyWhenNobodyReadsItsAnswersAnyMore) {
+    const ProgramFolderWithSkin program;
+    program.Folder.Write("Dravik.ini", "[Options]\nSkin=test\nLanguage=test\nMisc=3\n");
+    QProcess dravik;
+    QProcess reader;
+    dravik.setStandardOutputProcess(&reader);
+    reader.start(QStringLiteral("head"), {QStringLiteral("-n1")});
+    StartConsole(dravik, program);
+    dravik.write("do openmenu_codes\n");
+    dravik.waitForBytesWritten();
+    ASSERT_TRUE(reader.waitForFinished());
+    dravik.write("message\n");
+    EXPECT_TRUE(dravik.waitForFinished());
+    EXPECT_EQ(dravik.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(dravik.exitCode(), 0);
+    EXPECT_NE(program.Folder.Read("Dravik.ini").find("Menu=codes"), std::string::npos);
+}
+
 TEST(Program, FillsTheScreenWhereNoWindowManagerDoes) {
     const ProgramFolderWithSkin program;
     // A platform that leaves a window's size alone, with a screen of 240 x 320.

@@ -20,6 +20,7 @@ TEST(TroubleCodeSession, ReadsShowsAFreezeFrameAndClears) {
     EXPECT_EQ(dravik.Until(status, "Receiving Data."), "Receiving Data.");
     EXPECT_EQ(dravik.State("MilOn"), "1");
     EXPECT_EQ(dravik.Ask("number obd_troublecodescount"), "3");
+    EXPECT_EQ(dravik.State("DtcList"), ",,") << "not read yet";
 
     EXPECT_EQ(dravik.Ask(program.ClickOn(0)), "ok");
     EXPECT_EQ(dravik.State("CurrentMenu"), "codes");
