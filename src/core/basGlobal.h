@@ -44,6 +44,8 @@ constexpr int kLabelLimit = 41;     ///< labels 0 to 40
 constexpr int kChartSamples = 520;  ///< of which the last two are the scale labels
 constexpr int kListSlots = 9;       ///< skin lists 0 to 8
 constexpr int kCodeListSlot = 7;    ///< the list of trouble codes
+/// The lists that show folders: gallery, playlist, media, newfiles.
+inline constexpr std::array kFolderSlots = {1, 2, 3, 6};
 constexpr std::uint16_t kNoFocus = 65535;
 
 /// One live quantity that a skin can show: display value = Factor * raw + Offset.

@@ -24,13 +24,14 @@ struct MediaSlot {
     const char* Filter;
 };
 
-// The lists that show folders, and the files that each shows.
+// The files that the lists with a folder show.
 constexpr MediaSlot kMediaSlots[] = {
     {1, "jpg,jpeg,png,bmp,gif,webp,"},  // gallery
     {2, kPlaylistFilter},               // playlist
     {3, kMediaFilter},                  // media
     {6, kMediaFilter},                  // newfiles
 };
+static_assert(std::ranges::equal(kMediaSlots, kFolderSlots, {}, &MediaSlot::Slot));
 
 const char* FilterOf(int slot) {
     for (const MediaSlot& row : kMediaSlots) {

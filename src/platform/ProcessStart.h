@@ -12,6 +12,10 @@ namespace dravik {
 /// @param program  a file, or a command line whose first word is one
 bool StartMinimised(const std::string& program);
 
+/// The same for a program of which one is enough: does nothing while the one that this procedure
+/// started last is still running.
+bool StartMinimisedOnce(const std::string& program);
+
 /// True for an address with a scheme: "http://host/stream", "file:///music/a.mp3".
 bool IsAddress(std::string_view text);
 

@@ -1,4 +1,6 @@
 #include <fcntl.h>
+#include <poll.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -20,14 +22,16 @@ namespace dravik {
 namespace {
 
 /// The child shares nothing with this program's own standard streams: they may carry the console.
-bool StartDetached(const QString& program, const QStringList& arguments) {
+///
+/// @param id  takes the process's number
+bool StartDetached(const QString& program, const QStringList& arguments, qint64* id = nullptr) {
     QProcess process;
     process.setProgram(program);
     process.setArguments(arguments);
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardOutputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
-    return process.startDetached();
+    return process.startDetached(id);
 }
 
 QString FileName(const std::string& path) {
@@ -56,17 +60,50 @@ bool StartWithBytes(const std::string& program, const std::string& argument) {
     ::_exit(1);
 }
 
-}  // namespace
-
-bool StartMinimised(const std::string& program) {
+bool Start(const std::string& program, qint64* id) {
     // A path may hold blanks; only what is no file is taken apart as a command line.
     if (FileExists(program)) {
-        return StartDetached(QDir().absoluteFilePath(FileName(ResolvePath(program))), {});
+        return StartDetached(QDir().absoluteFilePath(FileName(ResolvePath(program))), {}, id);
     }
     QStringList words = QProcess::splitCommand(FileName(program));
     if (words.isEmpty()) return false;
     const QString first = words.takeFirst();
-    return StartDetached(first, words);
+    return StartDetached(first, words, id);
+}
+
+/// A process by a handle of the system, which unlike its number never comes to mean another one.
+class WatchedProcess {
+ public:
+    ~WatchedProcess() { Watch(-1); }
+
+    void Watch(int handle) {
+        if (handle_ >= 0) ::close(handle_);
+        handle_ = handle;
+    }
+
+    /// The handle becomes readable when the process has ended.
+    bool Running() const {
+        pollfd state{handle_, POLLIN, 0};
+        return handle_ >= 0 && ::poll(&state, 1, 0) == 0;
+    }
+
+ private:
+    int handle_ = -1;
+};
+WatchedProcess startedOnce;
+
+}  // namespace
+
+bool StartMinimised(const std::string& program) {
+    return Start(program, nullptr);
+}
+
+bool StartMinimisedOnce(const std::string& program) {
+    if (startedOnce.Running()) return true;
+    qint64 id = 0;
+    if (!Start(program, &id)) return false;
+    startedOnce.Watch(static_cast<int>(::syscall(SYS_pidfd_open, static_cast<pid_t>(id), 0)));
+    return true;
 }
 
 bool OpenWithSystem(const std::string& file) {

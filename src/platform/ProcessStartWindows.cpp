@@ -7,15 +7,21 @@
 namespace dravik {
 namespace {
 
-bool ShellOpen(const std::string& file, int showCommand) {
+/// @param process  takes a handle of what was started, where there is one
+bool ShellOpen(const std::string& file, int showCommand, HANDLE* process = nullptr) {
     const std::wstring name = ToWide(IsAddress(file) ? file : ResolvePath(file));
-    const HINSTANCE result =
-        ::ShellExecuteW(nullptr, L"open", name.c_str(), nullptr, nullptr, showCommand);
-    constexpr INT_PTR kLastError = 32;
-    return reinterpret_cast<INT_PTR>(result) > kLastError;
+    SHELLEXECUTEINFOW what{};
+    what.cbSize = sizeof what;
+    what.fMask = process != nullptr ? SEE_MASK_NOCLOSEPROCESS : SEE_MASK_DEFAULT;
+    what.lpVerb = L"open";
+    what.lpFile = name.c_str();
+    what.nShow = showCommand;
+    if (!::ShellExecuteExW(&what)) return false;
+    if (process != nullptr) *process = what.hProcess;
+    return true;
 }
 
-bool StartCommandLine(const std::string& commandLine) {
+bool StartCommandLine(const std::string& commandLine, HANDLE* started) {
     std::wstring words = ToWide(commandLine);
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
@@ -27,15 +33,34 @@ bool StartCommandLine(const std::string& commandLine) {
         return false;
     }
     ::CloseHandle(process.hThread);
-    ::CloseHandle(process.hProcess);
+    *started = process.hProcess;
     return true;
+}
+
+/// What was started, or null; the caller closes it.
+bool Start(const std::string& program, HANDLE* process) {
+    // A path may hold blanks; only what is no file is taken as a command line.
+    return FileExists(program) ? ShellOpen(program, SW_SHOWMINIMIZED, process)
+                               : StartCommandLine(program, process);
 }
 
 }  // namespace
 
 bool StartMinimised(const std::string& program) {
-    // A path may hold blanks; only what is no file is taken as a command line.
-    return FileExists(program) ? ShellOpen(program, SW_SHOWMINIMIZED) : StartCommandLine(program);
+    HANDLE process = nullptr;
+    if (!Start(program, &process)) return false;
+    if (process != nullptr) ::CloseHandle(process);
+    return true;
+}
+
+bool StartMinimisedOnce(const std::string& program) {
+    static HANDLE last = nullptr;
+    if (last != nullptr) {
+        if (::WaitForSingleObject(last, 0) == WAIT_TIMEOUT) return true;
+        ::CloseHandle(last);
+        last = nullptr;
+    }
+    return Start(program, &last);
 }
 
 bool OpenWithSystem(const std::string& file) {

@@ -45,7 +45,6 @@ QPushButton* MakeLink(const char* name, const QString& text, const QUrl& target)
 
 QWidget* MakeAboutTab() {
     auto* page = new QWidget;
-    page->setObjectName(QStringLiteral("page"));
     QLabel* title = MakeLabel(Shown(ProgramTitle()));
     title->setObjectName(QStringLiteral("lTitle"));
     QLabel* credits = MakeLabel(QString::fromLatin1(kCredits));
@@ -56,22 +55,18 @@ QWidget* MakeAboutTab() {
     const QString forum = QStringLiteral(DRAVIK_FORUM);
     const QString email = QStringLiteral(DRAVIK_EMAIL);
     auto* column = new QVBoxLayout(page);
-    column->setContentsMargins(28, 24, 28, 12);
-    column->setSpacing(10);
+    column->setContentsMargins(Px(10), Px(16), Px(10), Px(12));
+    column->setSpacing(Px(10));
     column->addWidget(title);
     column->addWidget(credits);
-    column->addSpacing(12);
+    column->addSpacing(Px(12));
     column->addWidget(MakeLink("lblHyperlink", homepage, QUrl(homepage)), 0, Qt::AlignLeft);
     column->addWidget(MakeLink("lblForum", forum, QUrl(forum)), 0, Qt::AlignLeft);
     column->addWidget(MakeLink("lblEmail", email, MailAddress()), 0, Qt::AlignLeft);
     column->addStretch();
 
     auto* tab = new QScrollArea;
-    tab->setWidgetResizable(true);
-    tab->setFrameShape(QFrame::NoFrame);
-    tab->setFocusPolicy(Qt::NoFocus);
-    tab->setWidget(page);
-    ScrollByTouch(tab);
+    FillTab(tab, page);
     return tab;
 }
 

@@ -1,12 +1,13 @@
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 
+#include "settings/FieldGrid.h"
 #include "settings/GeneralTab.h"
 #include "settings/SettingsLook.h"
+#include "settings/StepField.h"
 
 namespace dravik {
 
@@ -24,49 +25,44 @@ constexpr const char* kBaudrateNote =
     "hexadecimal, for example 09BA07.";
 
 QLabel* MakeNote(const char* text) {
-    QLabel* note = MakeLabel(QString::fromLatin1(text));
+    QLabel* note = MakeFaint(QString::fromLatin1(text));
     note->setWordWrap(true);
-    note->setProperty("faint", true);
     return note;
 }
 
-void AddField(QGridLayout* grid, int row, int column, const char* caption, QWidget* field) {
-    grid->addWidget(MakeLabel(QString::fromLatin1(caption)), row, column);
-    grid->addWidget(field, row, column + 1);
+FieldCell* MakeCell(const char* caption, QWidget* control) {
+    return new FieldCell(QString::fromLatin1(caption), {control});
+}
+
+FieldCell* MakeSpeedCell(const char* caption, const char* name) {
+    return new FieldCell(
+        QString::fromLatin1(caption),
+        {new StepField(name, {.Step = 5, .Lowest = 0}), MakeFaint(QStringLiteral("km/h"))});
 }
 
 }  // namespace
 
 QWidget* MakeCanGroup() {
-    QGroupBox* group = MakeGroup(QStringLiteral("CAN settings"));
     QComboBox* baudrate = MakeChoice("lCANBaudrate");
     for (const char* text : kBaudrates) baudrate->addItem(QString::fromLatin1(text));
 
-    auto* grid = new QGridLayout(group);
-    grid->setContentsMargins(4, 0, 4, 0);
-    AddField(grid, 0, 0, "Port", MakeField("tCANComPort"));
-    AddField(grid, 0, 2, "Baudrate", baudrate);
-    AddField(grid, 1, 0, "Filter", MakeField("tCANFilter"));
-    AddField(grid, 1, 2, "User Def.", MakeField("tCANUserBaudrate"));
-    AddField(grid, 2, 0, "Mask", MakeField("tCANMask"));
-    grid->addWidget(MakeCheck("chUseFilter", QStringLiteral("Use Filter")), 2, 2, 1, 2,
-                    Qt::AlignLeft);
-    grid->addWidget(MakeNote(kFilterNote), 3, 0, 1, 4);
-    grid->addWidget(MakeNote(kBaudrateNote), 4, 0, 1, 4);
-    grid->setColumnStretch(1, 1);
-    grid->setColumnStretch(3, 1);
-    return group;
+    auto* cells = new CellGrid;
+    cells->Add(MakeCell("Port", new StepField("tCANComPort", {.Lowest = 1})));
+    cells->Add(MakeCell("Baudrate", baudrate));
+    cells->Add(MakeCell("Filter", MakeField("tCANFilter")));
+    cells->Add(MakeCell("User Def.", MakeField("tCANUserBaudrate")));
+    cells->Add(MakeCell("Mask", MakeField("tCANMask")));
+    cells->Add(MakeCheck("chUseFilter", QStringLiteral("Use Filter")));
+    cells->Add(MakeNote(kFilterNote), true);
+    cells->Add(MakeNote(kBaudrateNote), true);
+    return MakeGroup(QStringLiteral("CAN settings"), cells);
 }
 
 QWidget* MakeMeasurementGroup() {
-    QGroupBox* group = MakeGroup(QStringLiteral("Measurement"));
-    auto* grid = new QGridLayout(group);
-    grid->setContentsMargins(4, 0, 4, 0);
-    AddField(grid, 0, 0, "Start", MakeField("tGPSAccelStart"));
-    grid->addWidget(MakeLabel(QStringLiteral("km/h")), 0, 2);
-    AddField(grid, 0, 3, "Finish", MakeField("tGPSAccelFinish"));
-    grid->addWidget(MakeLabel(QStringLiteral("km/h")), 0, 5);
-    return group;
+    auto* cells = new CellGrid;
+    cells->Add(MakeSpeedCell("Start", "tGPSAccelStart"));
+    cells->Add(MakeSpeedCell("Finish", "tGPSAccelFinish"));
+    return MakeGroup(QStringLiteral("Measurement"), cells);
 }
 
 }  // namespace dravik

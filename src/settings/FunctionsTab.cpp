@@ -12,7 +12,6 @@ namespace dravik {
 namespace {
 
 constexpr const char* kColumns[] = {"PID", "Source", "Function"};
-constexpr int kColumnWidths[] = {90, 140, 300};
 
 class FunctionListModel : public QAbstractTableModel {
  public:
@@ -46,25 +45,10 @@ class FunctionListModel : public QAbstractTableModel {
 QWidget* MakeFunctionsTab() {
     auto* tab = new QWidget;
     tab->setObjectName(QStringLiteral("page"));
-    auto* list = new QTableView;
-    list->setObjectName(QStringLiteral("listFunctions"));
-    list->setModel(new FunctionListModel(list));
-    list->setSelectionBehavior(QAbstractItemView::SelectRows);
-    list->setSelectionMode(QAbstractItemView::SingleSelection);
-    list->setAlternatingRowColors(true);
-    list->setShowGrid(false);
-    list->setTabKeyNavigation(false);
-    list->verticalHeader()->hide();
-    list->verticalHeader()->setDefaultSectionSize(kTouchHeight);
-    list->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    list->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    list->horizontalHeader()->setHighlightSections(false);
+    QTableView* list = MakeTable("listFunctions", new FunctionListModel(tab), {60, 100, 300});
     list->horizontalHeader()->setStretchLastSection(true);
-    for (int column = 0; column < static_cast<int>(std::size(kColumns)); ++column)
-        list->setColumnWidth(column, kColumnWidths[column]);
-    ScrollByTouch(list);
     auto* layout = new QVBoxLayout(tab);
-    layout->setContentsMargins(6, 6, 6, 0);
+    layout->setContentsMargins(Px(6), Px(6), Px(6), 0);
     layout->addWidget(list);
     return tab;
 }

@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QScrollArea>
 #include <array>
+#include <functional>
 #include <string>
 
+#include "settings/FieldGrid.h"
 #include "settings/PortSearch.h"
 #include "settings/SettingsWriter.h"
 
-class QBoxLayout;
 class QCheckBox;
 class QComboBox;
 class QLabel;
@@ -16,11 +16,12 @@ class QLineEdit;
 namespace dravik {
 
 /// The tab "General": everything of the settings file.
-class GeneralTab : public QScrollArea {
+class GeneralTab : public ArrangedTab {
  public:
     static constexpr std::size_t kMiscOptions = 8;
 
-    GeneralTab();
+    /// @param tell  shows a message to the user; an empty one takes the last one away
+    explicit GeneralTab(std::function<void(const QString& message)> tell);
 
     /// Shows the settings, and offers the skins and languages that there are.
     void Fill(const SettingsValues& values);
@@ -31,6 +32,9 @@ class GeneralTab : public QScrollArea {
     /// Offers a serial port.
     void OfferPort(const PortCandidate& port);
 
+ protected:
+    void Arrange(QSize room) override;
+
  private:
     QWidget* InterfaceGroup();
     QWidget* OptionsGroup();
@@ -39,10 +43,11 @@ class GeneralTab : public QScrollArea {
     QWidget* KeyboardGroup();
     QWidget* AdditionsGroup();
     void FillAdditions();
-    void ShowCommDevice();
+    void CommSelected();
     void BrowseKeyboard();
     void BrowseFolder();
 
+    std::function<void(const QString& message)> tell_;
     SettingsValues values_;  ///< as read; the devices and folders as edited
 
     QComboBox* coCommSelect_;
@@ -54,10 +59,10 @@ class GeneralTab : public QScrollArea {
     QComboBox* coSkin_;
     QComboBox* coLanguage_;
     QLineEdit* tOSKPath_;
-    QLineEdit* tBaudrate_;
+    QComboBox* coBaudrate_;
     QLineEdit* tReconnect_;
     QComboBox* coPort_;
-    QLineEdit* tPortDevice_;
+    QComboBox* coPortDevice_;
     QComboBox* coFolder_;
     QLineEdit* tFolder_;
 };

@@ -1,46 +1,54 @@
 #include "settings/SensorTab.h"
 
+#include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGridLayout>
 #include <QGroupBox>
-#include <QHeaderView>
-#include <QLabel>
 #include <QLineEdit>
 #include <QSignalBlocker>
 #include <QTableView>
+#include <algorithm>
 
 #include "core/basGlobal.h"
 #include "settings/FunctionNames.h"
 #include "settings/SensorListModel.h"
 #include "settings/SensorPreview.h"
 #include "settings/SettingsLook.h"
+#include "settings/StepField.h"
 #include "skinfunc/ValueSource.h"
 
 namespace dravik {
 
-namespace {
-
-constexpr int kPreviewEvery = 500;  // milliseconds
-constexpr int kColumnWidths[] = {186, 98, 120, 90, 90, 90, 190, 90};
-constexpr int kListWidth = 280;
-
-/// Where the fields stand: their caption, row and column in the editor.
-struct FieldPlace {
+/// A field of the editor that holds a text or a number.
+struct SensorTextField {
     SensorField Field;
     const char* Name;
     const char* Caption;
-    int Row;
-    int Column;
+    double Step;  ///< of a number; 0 for a text
+    bool Wide;    ///< has a row to itself
 };
 
-constexpr FieldPlace kFieldPlaces[] = {
-    {SensorField::Factor, "txtSensorFactor", "Factor", 2, 0},
-    {SensorField::Offset, "txtSensorOffset", "Offset", 2, 2},
-    {SensorField::Min, "txtSensorMin", "Minimum", 3, 0},
-    {SensorField::Max, "txtSensorMax", "Maximum", 3, 2},
-    {SensorField::Caption, "txtSensorCaption", "Caption", 4, 0},
-    {SensorField::Unit, "txtSensorUnit", "Unit", 4, 2},
+namespace {
+
+constexpr int kPreviewEvery = 500;  // milliseconds
+
+// Measures.
+constexpr int kListWidth = 270;
+constexpr int kListHeader = 54;  // and its scroll bar
+constexpr int kListRest = 80;    // what the rows leave of the tab, so that buttons below show
+constexpr int kFewestRows = 1;
+constexpr int kMostRows = 5;
+constexpr int kBeside = 700;  // a tab at least that wide has the editor beside the list
+constexpr int kTwoColumns = 500;
+
+/// In the order in which they stand.
+constexpr SensorTextField kTextFields[] = {
+    {SensorField::Factor, "txtSensorFactor", "Factor", 0.01, true},
+    {SensorField::Offset, "txtSensorOffset", "Offset", 1, false},
+    {SensorField::Unit, "txtSensorUnit", "Unit", 0, false},
+    {SensorField::Min, "txtSensorMin", "Minimum", 1, false},
+    {SensorField::Max, "txtSensorMax", "Maximum", 1, false},
+    {SensorField::Caption, "txtSensorCaption", "Caption", 0, true},
 };
 
 QString PidText(std::size_t pid) {
@@ -59,16 +67,12 @@ QLineEdit* MakeOutput(const char* name) {
 SensorTab::SensorTab(SensorEditor& editor, std::function<void(const QString& message)> tell)
     : editor_(editor), tell_(std::move(tell)), model_(new SensorListModel(editor, this)) {
     auto* page = new QWidget;
-    page->setObjectName(QStringLiteral("page"));
-    auto* row = new QHBoxLayout(page);
-    row->setContentsMargins(6, 6, 6, 0);
-    row->addWidget(ListSide(), 2);
-    row->addWidget(EditorSide(), 3);
-    setWidgetResizable(true);
-    setFrameShape(QFrame::NoFrame);
-    setFocusPolicy(Qt::NoFocus);
-    setWidget(page);
-    ScrollByTouch(this);
+    sides_ = new QBoxLayout(QBoxLayout::LeftToRight, page);
+    sides_->setContentsMargins(Px(6), Px(6), Px(6), 0);
+    sides_->setSpacing(Px(6));
+    sides_->addWidget(ListSide(), 2);
+    sides_->addWidget(EditorSide(), 3);
+    FillTab(this, page);
 
     ShowSelection();
     Timer1_.setObjectName(QStringLiteral("Timer1"));
@@ -78,24 +82,7 @@ SensorTab::SensorTab(SensorEditor& editor, std::function<void(const QString& mes
 
 QWidget* SensorTab::ListSide() {
     auto* side = new QWidget;
-    listSensor_ = new QTableView;
-    listSensor_->setObjectName(QStringLiteral("listSensor"));
-    listSensor_->setModel(model_);
-    listSensor_->setMinimumWidth(kListWidth);
-    listSensor_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    listSensor_->setSelectionMode(QAbstractItemView::SingleSelection);
-    listSensor_->setAlternatingRowColors(true);
-    listSensor_->setShowGrid(false);
-    listSensor_->setTabKeyNavigation(false);
-    listSensor_->setWordWrap(false);
-    listSensor_->verticalHeader()->hide();
-    listSensor_->verticalHeader()->setDefaultSectionSize(kTouchHeight);
-    listSensor_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    listSensor_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    listSensor_->horizontalHeader()->setHighlightSections(false);
-    for (int column = 0; column < model_->columnCount(); ++column)
-        listSensor_->setColumnWidth(column, kColumnWidths[column]);
-    ScrollByTouch(listSensor_);
+    listSensor_ = MakeTable("listSensor", model_, {186, 98, 120, 90, 90, 90, 190, 90});
     QObject::connect(listSensor_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
                      [this](const QModelIndex& current) {
                          if (!current.isValid()) return;
@@ -117,9 +104,11 @@ QWidget* SensorTab::ListSide() {
         });
     });
     auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(Px(6));
     for (QPushButton* button : {add, cmdSensorCopy_, cmdSensorDel_}) buttons->addWidget(button, 1);
     auto* column = new QVBoxLayout(side);
     column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(Px(6));
     column->addWidget(listSensor_, 1);
     column->addLayout(buttons);
     return side;
@@ -130,16 +119,18 @@ void SensorTab::Connect(QComboBox* box, SensorField field) {
                      [this, field](const QString& text) { Edit(field, text); });
 }
 
-QLineEdit* SensorTab::MakeTextField(SensorField field, const char* name) {
-    QLineEdit* line = MakeField(name);
+QWidget* SensorTab::MakeTextField(const SensorTextField& place) {
+    StepField* steps = place.Step > 0 ? new StepField(place.Name, {.Step = place.Step}) : nullptr;
+    QLineEdit* line = steps != nullptr ? steps->Field() : MakeField(place.Name);
+    txtSensor_[static_cast<std::size_t>(place.Field)] = line;
     QObject::connect(line, &QLineEdit::textChanged, this,
-                     [this, field](const QString& text) { Edit(field, text); });
-    return line;
+                     [this, field = place.Field](const QString& text) { Edit(field, text); });
+    QWidget* control = line;
+    if (steps != nullptr) control = steps;
+    return new FieldCell(QString::fromLatin1(place.Caption), {control});
 }
 
 QWidget* SensorTab::EditorSide() {
-    FrameSensor_ = MakeGroup({});
-    FrameSensor_->setObjectName(QStringLiteral("FrameSensor"));
     coSensorFunction_ = MakeFreeCombo("coSensorFunction");
     coSensorSource_ = MakeFreeCombo("coSensorSource");
     for (std::size_t pid = 0; pid < kFunctionNames.size(); ++pid) {
@@ -152,36 +143,35 @@ QWidget* SensorTab::EditorSide() {
     txtSensorRaw_ = MakeOutput("txtSensorRaw");
     txtSensorOutput_ = MakeOutput("txtSensorOutput");
 
-    auto* grid = new QGridLayout(FrameSensor_);
-    grid->setContentsMargins(4, 0, 4, 0);
-    grid->setVerticalSpacing(5);
-    grid->addWidget(MakeLabel(QStringLiteral("Function")), 0, 0);
-    grid->addWidget(coSensorFunction_, 0, 1, 1, 3);
-    grid->addWidget(MakeLabel(QStringLiteral("Source")), 1, 0);
-    grid->addWidget(coSensorSource_, 1, 1);
-    grid->addWidget(MakeCheck("chFreezeframe", QStringLiteral("Freezeframe")), 1, 2, 1, 2,
-                    Qt::AlignLeft);
-    for (const FieldPlace& place : kFieldPlaces) {
-        QLineEdit* field = MakeTextField(place.Field, place.Name);
-        txtSensor_[static_cast<std::size_t>(place.Field)] = field;
-        grid->addWidget(MakeLabel(QString::fromLatin1(place.Caption)), place.Row, place.Column);
-        grid->addWidget(field, place.Row, place.Column + 1);
-    }
-    grid->addWidget(MakeLabel(QStringLiteral("Rawdata:")), 5, 0);
-    grid->addWidget(txtSensorRaw_, 5, 1);
-    grid->addWidget(MakeLabel(QStringLiteral("Output:")), 5, 2);
-    grid->addWidget(txtSensorOutput_, 5, 3);
-    grid->setColumnStretch(1, 1);
-    grid->setColumnStretch(3, 1);
-    grid->setRowStretch(6, 1);
+    auto* cells = new CellGrid;
+    cells->Add(new FieldCell(QStringLiteral("Function"), {coSensorFunction_}), true);
+    cells->Add(new FieldCell(QStringLiteral("Source"), {coSensorSource_}));
+    cells->Add(MakeCheck("chFreezeframe", QStringLiteral("Freezeframe")));
+    for (const SensorTextField& place : kTextFields) cells->Add(MakeTextField(place), place.Wide);
+    cells->Add(new FieldCell(QStringLiteral("Rawdata:"), {txtSensorRaw_}));
+    cells->Add(new FieldCell(QStringLiteral("Output:"), {txtSensorOutput_}));
+    FrameSensor_ = MakeGroup({}, cells);
+    FrameSensor_->layout()->setAlignment(cells, Qt::AlignTop);
+    FrameSensor_->setObjectName(QStringLiteral("FrameSensor"));
     return FrameSensor_;
+}
+
+/// Where there is no room beside the list the editor stands below it; the list then leaves enough
+/// of the screen for a finger to push the page by.
+void SensorTab::Arrange(QSize room) {
+    const bool beside = room.width() >= kBeside;
+    sides_->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    const int rows = std::clamp((room.height() - kListRest) / kTouchHeight, kFewestRows, kMostRows);
+    listSensor_->setMinimumSize(Px(beside ? kListWidth : 0),
+                                beside ? 0 : Px(kListHeader + rows * kTouchHeight));
+    ArrangeCells(widget(), room.width() < kTwoColumns ? 1 : 2, false);
 }
 
 void SensorTab::FillEditor() {
     FrameSensor_->setTitle(Shown(editor_.Title()));
     ShowIn(coSensorFunction_, Shown(editor_.Text(SensorField::Function)));
     ShowIn(coSensorSource_, Shown(editor_.Text(SensorField::Source)));
-    for (const FieldPlace& place : kFieldPlaces) {
+    for (const SensorTextField& place : kTextFields) {
         QLineEdit* field = txtSensor_[static_cast<std::size_t>(place.Field)];
         const QSignalBlocker quiet(field);
         field->setText(Shown(editor_.Text(place.Field)));
@@ -191,6 +181,8 @@ void SensorTab::FillEditor() {
     FrameSensor_->setEnabled(any);
     cmdSensorCopy_->setEnabled(any);
     cmdSensorDel_->setEnabled(any);
+    txtSensorOutput_->clear();  // it was the other sensor's
+    Preview();
 }
 
 void SensorTab::Edit(SensorField field, const QString& text) {

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QScrollArea>
 #include <QTimer>
 #include <array>
 #include <functional>
 #include <string>
 
+#include "settings/FieldGrid.h"
 #include "settings/SensorEditor.h"
 
+class QBoxLayout;
 class QComboBox;
 class QGroupBox;
 class QLineEdit;
@@ -17,19 +18,23 @@ class QTableView;
 namespace dravik {
 
 class SensorListModel;
+struct SensorTextField;
 
 /// The tab "PIDs": the list of sensors, the editor of the selected one and its live preview.
-class SensorTab : public QScrollArea {
+class SensorTab : public ArrangedTab {
  public:
     /// @param editor  what is shown and edited; outlives the tab
     /// @param tell    shows a message to the user; an empty one takes the last one away
     SensorTab(SensorEditor& editor, std::function<void(const QString& message)> tell);
 
+ protected:
+    void Arrange(QSize room) override;
+
  private:
     QWidget* ListSide();
     QWidget* EditorSide();
     void Connect(QComboBox* box, SensorField field);
-    QLineEdit* MakeTextField(SensorField field, const char* name);
+    QWidget* MakeTextField(const SensorTextField& place);
     void FillEditor();
     void Edit(SensorField field, const QString& text);
     void ChangeRows(const std::function<bool()>& change);
@@ -39,6 +44,7 @@ class SensorTab : public QScrollArea {
     SensorEditor& editor_;
     std::function<void(const QString& message)> tell_;
     SensorListModel* model_;
+    QBoxLayout* sides_;
     QTableView* listSensor_;
     QPushButton* cmdSensorCopy_;
     QPushButton* cmdSensorDel_;

@@ -3,25 +3,39 @@
 #include <QComboBox>
 #include <QPushButton>
 #include <QString>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
+class QAbstractItemModel;
 class QAbstractScrollArea;
 class QCheckBox;
 class QDialog;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
+class QScrollArea;
+class QTableView;
 class QWidget;
 
 /// How the settings dialog looks, and the controls it is made of. Everything that is touched is at
-/// least kTouchHeight pixels high.
+/// least kTouchHeight high.
 namespace dravik {
 
+/// Measures are those of a screen of 800 x 480; on a larger one they grow as a page does. They
+/// never shrink: a smaller screen shows less at a time.
 constexpr int kTouchHeight = 42;
 
-/// Gives a window the look of the program: dark slate, one accent colour.
-void ApplySettingsLook(QWidget* window);
+/// How much larger than the measures things are in a dialog of that size, whichever way it is
+/// turned; at least 1.
+double TouchScale(QSize dialog);
+
+/// A measure in pixels of the dialog that was given its look last.
+int Px(int measure);
+
+/// Gives a window the look of the program: dark slate, one accent colour. To be called before the
+/// controls are made, since they take their size from the scale.
+void ApplySettingsLook(QWidget* window, double scale);
 
 /// Makes a dialog of the toolkit, a child of such a window, as large as that and usable by a
 /// finger.
@@ -38,12 +52,20 @@ std::string Typed(const QString& text, const std::string& before);
 // it a parent.
 
 QLabel* MakeLabel(const QString& text);
-QLineEdit* MakeField(const char* name, int width = 0);
+/// A text that explains another; not to be read at a glance.
+QLabel* MakeFaint(const QString& text);
+/// A field for any text. A touch on it brings up the on-screen keyboard.
+QLineEdit* MakeField(const char* name);
 QCheckBox* MakeCheck(const char* name, const QString& text);
 QPushButton* MakeButton(const char* name, const QString& text);
-QGroupBox* MakeGroup(const QString& title);
+/// A frame around a content.
+QGroupBox* MakeGroup(const QString& title, QWidget* content);
+/// A list of rows to select from.
+QTableView* MakeTable(const char* name, QAbstractItemModel* rows,
+                      std::initializer_list<int> columnWidths);
 
-/// A box whose text may be typed freely; what is typed is never completed or corrected.
+/// A box whose text may be typed freely; what is typed is never completed or corrected. A touch on
+/// the text brings up the on-screen keyboard.
 QComboBox* MakeFreeCombo(const char* name);
 /// A box to choose from.
 QComboBox* MakeChoice(const char* name);
@@ -55,7 +77,10 @@ void AddNoted(QComboBox* box, const QString& text, const QString& note);
 /// choices, the drop-down list opens on that.
 void ShowIn(QComboBox* box, const QString& text);
 
-/// Lets a finger push the content.
+/// Lets a finger or a held mouse button push the content.
 void ScrollByTouch(QAbstractScrollArea* area);
+
+/// Makes a page the content of a tab that is pushed up and down.
+void FillTab(QScrollArea* tab, QWidget* page);
 
 }  // namespace dravik

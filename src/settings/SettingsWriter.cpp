@@ -113,8 +113,9 @@ bool HaveChanged(const std::vector<SensorRow>& sensors) {
 }  // namespace
 
 std::vector<std::string> FolderSlots() {
-    std::vector<std::string> slots(basGlobal.FolderName.begin(), basGlobal.FolderName.end());
-    slots.erase(slots.begin() + kCodeListSlot);
+    std::vector<std::string> slots;
+    for (const int slot : kFolderSlots)
+        slots.push_back(basGlobal.FolderName[static_cast<std::size_t>(slot)]);
     return slots;
 }
 

@@ -28,7 +28,7 @@ struct SettingsValues {
     std::map<std::string, std::string> Folders;  ///< folder by the name of the list slot
 };
 
-/// The list slots that start in a folder; the list of trouble codes has none.
+/// The names of the list slots that show a folder.
 std::vector<std::string> FolderSlots();
 
 /// A file that could not be written.

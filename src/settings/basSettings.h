@@ -21,6 +21,14 @@ void FindSkinFiles();
 /// Takes the image folder from the skin file.
 void FindImageFolder();
 
+/// Starts the on-screen keyboard that the settings name.
+///
+/// @return what the user is to be told when there is none; empty when it was started
+std::string StartKeyboard();
+
+/// Starts it unless it is running already. Without one nothing happens.
+void BringUpKeyboard();
+
 /// Fills the sensor table from the section SensorConfig of the sensor file.
 ///
 /// @return false when the file names more than 91 sensors: the first 91 are loaded and the fault is

@@ -7,7 +7,9 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
+#include <QTabBar>
 #include <QTabWidget>
+#include <algorithm>
 
 #include "core/MainWindow.h"
 #include "core/basGlobal.h"
@@ -26,9 +28,28 @@ namespace dravik {
 
 namespace {
 
-constexpr QSize kSmallest(480, 320);
-constexpr QSize kLargest(1000, 700);
+constexpr QSize kAlone(800, 480);     // without a window to lie over
+constexpr QSize kSmallest(320, 240);  // in pixels, whatever the scale
 constexpr int kButtonWidth = 130;
+constexpr int kMessageBeside = 640;  // a dialog at least that wide has messages beside its buttons
+constexpr int kTabWidth = 134;
+constexpr int kTabGap = 4;
+constexpr int kMargin = 6;
+
+QSize SizeOver(const QWidget* window) {
+    if (window == nullptr) return kAlone;
+    return window->size().expandedTo(kSmallest);
+}
+
+/// What a dialog over that window may cover of the screen; empty when the display is off.
+QRect RoomFor(const QWidget* window) {
+    QRect room = window->screen()->availableGeometry();
+    if (window->isFullScreen()) return room;
+    const QRect inside = window->geometry();
+    const QRect outside = window->frameGeometry();
+    return room.adjusted(inside.left() - outside.left(), inside.top() - outside.top(),
+                         inside.right() - outside.right(), inside.bottom() - outside.bottom());
+}
 
 /// What the user is told; the name alone, since there is no room for a path.
 QString Explained(const NotSaved& failed) {
@@ -46,25 +67,26 @@ QString Explained(const NotSaved& failed) {
 }  // namespace
 
 frSettings::frSettings(QWidget* window)
-    : QDialog(window), SSTab1_(new QTabWidget), general_(new GeneralTab), lMessage_(new QLabel) {
+    : QDialog(window), window_(window), SSTab1_(new QTabWidget), lMessage_(new QLabel) {
     setObjectName(QStringLiteral("frSettings"));
     setWindowTitle(QStringLiteral("Dravik Settings"));
     setAttribute(Qt::WA_DeleteOnClose);
-    ApplySettingsLook(this);
+    ApplySettingsLook(this, TouchScale(SizeOver(window)));
 
+    const auto tell = [this](const QString& message) { Tell(message); };
     editor_.Load(basGlobal.SensorFile);
+    general_ = new GeneralTab(tell);
     general_->Fill(ReadSettings());
-    auto* sensors = new SensorTab(editor_, [this](const QString& message) { Tell(message); });
     SSTab1_->setObjectName(QStringLiteral("SSTab1"));
     SSTab1_->addTab(general_, QStringLiteral("General"));
-    SSTab1_->addTab(sensors, QStringLiteral("PIDs"));
+    SSTab1_->addTab(new SensorTab(editor_, tell), QStringLiteral("PIDs"));
     SSTab1_->addTab(MakeFunctionsTab(), QStringLiteral("Functions"));
     SSTab1_->addTab(MakeAboutTab(), QStringLiteral("About"));
-    SSTab1_->setUsesScrollButtons(true);
 
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(6, 6, 6, 8);
-    column->setSpacing(6);
+    column->setSizeConstraint(QLayout::SetNoConstraint);  // the screen decides
+    column->setContentsMargins(Px(kMargin), Px(kMargin), Px(kMargin), Px(kMargin));
+    column->setSpacing(Px(kMargin));
     column->addWidget(SSTab1_, 1);
     column->addWidget(Buttons());
 
@@ -77,7 +99,10 @@ frSettings::frSettings(QWidget* window)
             if (general != nullptr) general->OfferPort(port);
         },
         PortPresent);
-    Place(window);
+    Place();
+    if (window != nullptr)  // a display that is turned, or a keyboard that takes a part of it
+        QObject::connect(window->screen(), &QScreen::availableGeometryChanged, this,
+                         [this] { Place(); });
 }
 
 QWidget* frSettings::Buttons() {
@@ -88,31 +113,56 @@ QWidget* frSettings::Buttons() {
     QPushButton* save = MakeButton("bSave", QStringLiteral("Save"));
     QObject::connect(cancel, &QPushButton::clicked, this, [this] { close(); });
     QObject::connect(save, &QPushButton::clicked, this, [this] { Save(); });
-    auto* row = new QHBoxLayout(bar);
-    row->setContentsMargins(6, 0, 6, 0);
-    row->addWidget(lMessage_, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(Px(kMargin));
     for (QPushButton* button : {cancel, save}) {
-        button->setMinimumWidth(kButtonWidth);
-        row->addWidget(button);
+        button->setMinimumWidth(Px(kButtonWidth));
+        buttons->addWidget(button);
     }
+    bar_ = new QBoxLayout(QBoxLayout::LeftToRight, bar);
+    bar_->setContentsMargins(Px(kMargin), 0, Px(kMargin), 0);
+    bar_->addWidget(lMessage_, 1);
+    bar_->addLayout(buttons);
     return bar;
 }
 
 /// Over a full-screen page the dialog has no frame, since there may be nobody to draw one and it
 /// would cost room that a small screen does not have.
-void frSettings::Place(QWidget* window) {
-    setMinimumSize(kSmallest);
-    if (window == nullptr) {
-        resize(800, 480);
+void frSettings::Place() {
+    QRect place(QPoint(0, 0), SizeOver(window_));
+    if (window_ == nullptr) {
+        resize(place.size());
         return;
     }
-    if (window->isFullScreen()) setWindowFlag(Qt::FramelessWindowHint);
-    const QRect area = window->screen()->availableGeometry();
-    const QSize size =
-        window->size().boundedTo(kLargest).expandedTo(kSmallest).boundedTo(area.size());
-    QRect place(QPoint(0, 0), size);
-    place.moveCenter(QRect(window->mapToGlobal(QPoint(0, 0)), window->size()).center());
+    if (window_->isFullScreen() && !windowFlags().testFlag(Qt::FramelessWindowHint))
+        setWindowFlag(Qt::FramelessWindowHint);
+    place.moveCenter(QRect(window_->mapToGlobal(QPoint(0, 0)), window_->size()).center());
+    const QRect room = RoomFor(window_);
+    if (!room.isEmpty()) {
+        place.setSize(place.size().boundedTo(room.size()));
+        place.moveRight(std::min(place.right(), room.right()));
+        place.moveBottom(std::min(place.bottom(), room.bottom()));
+        place.moveTopLeft({std::max(place.left(), room.left()), std::max(place.top(), room.top())});
+    }
     setGeometry(place);
+}
+
+void frSettings::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    const bool beside = width() >= Px(kMessageBeside);
+    bar_->setDirection(beside ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    Tell(lMessage_->text());
+    FitTabs();
+}
+
+/// All tabs are in view: one that a narrow screen hid would have to be looked for.
+void frSettings::FitTabs() {
+    QTabBar* tabs = SSTab1_->tabBar();
+    const int room = (width() - 2 * Px(kMargin)) / tabs->count() - 2 * Px(kTabGap);
+    const bool narrow = room < Px(kTabWidth) / 2 + Px(kTabGap);
+    tabs->setStyleSheet(QStringLiteral("QTabBar::tab { width: %1px; %2 }")
+                            .arg(std::min(Px(kTabWidth), room))
+                            .arg(narrow ? QStringLiteral("font-size: 12px;") : QString()));
 }
 
 void frSettings::BringToFront() {
@@ -148,6 +198,7 @@ void frSettings::keyPressEvent(QKeyEvent* event) {
 
 void frSettings::Tell(const QString& message) {
     lMessage_->setText(message);
+    lMessage_->setVisible(bar_->direction() == QBoxLayout::LeftToRight || !message.isEmpty());
 }
 
 void frSettings::Save() {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QDialog>
+#include <QPointer>
 
 #include "settings/SensorEditor.h"
 
+class QBoxLayout;
 class QLabel;
 class QTabWidget;
 
@@ -16,8 +18,8 @@ class GeneralTab;
 /// itself when it is closed.
 class frSettings : public QDialog {
  public:
-    /// A window of its own over `window` (may be null), as large as that one but no larger than a
-    /// dialog need be.
+    /// A window of its own over `window` (may be null), as large as that one but never larger
+    /// than the screen.
     explicit frSettings(QWidget* window);
 
     /// Shows the dialog in front of everything else.
@@ -35,18 +37,22 @@ class frSettings : public QDialog {
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void done(int result) override;
 
  private:
     QWidget* Buttons();
-    void Place(QWidget* window);
+    void Place();
+    void FitTabs();
     void Tell(const QString& message);
     void Apply();
 
+    QPointer<QWidget> window_;
     SensorEditor editor_;
+    GeneralTab* general_ = nullptr;
     QTabWidget* SSTab1_;
-    GeneralTab* general_;
     QLabel* lMessage_;
+    QBoxLayout* bar_ = nullptr;
     bool closed_ = false;
     bool gaveWay_ = false;
 };

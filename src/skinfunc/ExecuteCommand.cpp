@@ -5,9 +5,8 @@
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
-#include "platform/Paths.h"
-#include "platform/ProcessStart.h"
 #include "platform/Text.h"
+#include "settings/basSettings.h"
 #include "skin/PageControl.h"
 #include "skin/ShowMessage.h"
 #include "skinfunc/MenuList.h"
@@ -226,8 +225,9 @@ void Snapshot(const Command& command) {
     TakeSnapshot(command.Argument);
 }
 
-void StartKeyboard(const Command&) {
-    if (FileExists(basGlobal.OSKPath)) StartMinimised(ResolvePath(basGlobal.OSKPath));
+void ShowKeyboard(const Command&) {
+    const std::string missing = StartKeyboard();
+    if (!missing.empty()) ShowPopup(missing, 1);
 }
 
 void ShowSettings(const Command&) {
@@ -293,7 +293,7 @@ constexpr CommandWord kCommandWords[] = {
     {{"snapshot", Fixed, "all", "saves a picture of every chart"}, Snapshot},
     {{"snapshot", Number, "0", "saves a picture of one chart"}, Snapshot},
     {{"snapshot", Nothing, "", "saves a picture of chart 0"}, Snapshot},
-    {{"osk", Nothing, "", "starts the on-screen keyboard that the settings name"}, StartKeyboard},
+    {{"osk", Nothing, "", "starts the on-screen keyboard that the settings name"}, ShowKeyboard},
     {{"sensortoggle", Fixed, "all", "switches every sensor on; off when all are on"},
      ToggleSensors},
     {{"sensortoggle", Sensor, "rpm.engine", "switches a sensor on or off"}, ToggleSensors},

@@ -293,6 +293,9 @@ TEST_F(Dispatcher, TheKeyboardProgramIsStartedWhenThereIsOne) {
     for (const std::string& path : {std::string(), std::string("0"), folder_.string()}) {
         basGlobal.OSKPath = path;
         ExecuteCommand("osk");
+        ASSERT_FALSE(fakeScreen.Calls.empty());
+        EXPECT_EQ(fakeScreen.Calls.back().find("popup 1 "), 0U);
+        fakeScreen.Calls.clear();
     }
     Settle();
     EXPECT_FALSE(std::filesystem::exists(folder_ / "started"));

@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QTabWidget>
 #include <QtTest>
 #include <string>
 
@@ -78,12 +81,30 @@ class DialogTest : public ::testing::Test {
         return found;
     }
 
-    /// Shows the tab of that number (from 0), by its keys.
+    /// Goes on by that many tabs, by the keys for it.
     static void ShowTab(int tab) {
-        for (int i = 0; i < tab; ++i) QTest::keyClick(Dialog(), Qt::Key_Tab, Qt::ControlModifier);
+        auto* tabs = Dialog()->findChild<QTabWidget*>();
+        const int shown = (tabs->currentIndex() + tab) % tabs->count();
+        for (int i = 0; i < tab; ++i) QTest::keyClick(tabs, Qt::Key_Tab, Qt::ControlModifier);
+        EXPECT_EQ(tabs->currentIndex(), shown);
+        QCoreApplication::processEvents();  // it is laid out when it is first seen
     }
 
-    static void Click(const char* name) { QTest::mouseClick(Find<QWidget>(name), Qt::LeftButton); }
+    /// Clicks a control where it is seen, as a user does.
+    static void Click(const char* name) {
+        auto* widget = Find<QWidget>(name);
+        for (QWidget* above = widget; above != nullptr; above = above->parentWidget())
+            if (auto* area = qobject_cast<QScrollArea*>(above)) area->ensureWidgetVisible(widget);
+        const bool box = qobject_cast<QCheckBox*>(widget) != nullptr;  // may be wider than its text
+        ClickAt(widget,
+                box ? QPoint(widget->height() / 2, widget->height() / 2) : widget->rect().center());
+    }
+
+    /// Through the window, which finds by itself what lies there.
+    static void ClickAt(const QWidget* widget, QPoint place) {
+        const QWidget* window = widget->window();
+        QTest::mouseClick(window->windowHandle(), Qt::LeftButton, {}, widget->mapTo(window, place));
+    }
 
     /// Types a text into a field or a box, over what stands there.
     static void Type(const char* name, const QString& text) {

@@ -30,7 +30,7 @@ class SensorEditing : public DialogTest {
     void ClickRow(int row) {
         const QModelIndex cell = list_->model()->index(row, 0);
         list_->scrollTo(cell);
-        QTest::mouseClick(list_->viewport(), Qt::LeftButton, {}, list_->visualRect(cell).center());
+        ClickAt(list_->viewport(), list_->visualRect(cell).center());
     }
 
     QTableView* list_;
@@ -109,7 +109,17 @@ TEST_F(SensorEditing, AddCopyAndDeleteKeepListEditorAndNumbersTogether) {
 }
 
 TEST_F(SensorEditing, AnEmptyListIgnoresEditsAndStartsAnewAtZero) {
+    const auto brightest = [] {
+        const QImage picture = Find<QWidget>("chFreezeframe")->grab().toImage();
+        int value = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                value = std::max(value, qGray(picture.pixel(x, y)));
+        return value;
+    };
+    EXPECT_GT(brightest(), 200);
     for (int i = 0; i < 5; ++i) Click("cmdSensorDel");
+    EXPECT_LT(brightest(), 150);  // greyed, its text as well
     EXPECT_EQ(list_->model()->rowCount(), 0);
     Type("txtSensorFactor", QStringLiteral("2"));
     Click("cmdSensorCopy");
@@ -155,6 +165,10 @@ TEST_F(SensorEditing, ThePreviewReadsAndWritesNumbersAsTheRegionDoes) {
     basGlobal.LiveRaw[0x0C] = 1;
     EXPECT_TRUE(QTest::qWaitFor([] { return TextOf("txtSensorRaw") == "1"; }));
     EXPECT_EQ(output(), "1725,75rpm");
+    ClickRow(1);
+    EXPECT_EQ(output(), "-40 °C");
+    ClickRow(0);
+    EXPECT_EQ(output(), "") << "that of the other sensor";
     QLocale::setDefault(before);
 }
 

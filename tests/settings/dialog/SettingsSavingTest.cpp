@@ -98,9 +98,9 @@ TEST_F(SettingsSaving, ATableWithoutSensorsIsItsEndMarkOnly) {
 TEST_F(SettingsSaving, OptInKeysAreWrittenWhenFilledAndGoWhenEmptied) {
     const auto fill = [this](const char* baudrate, const char* device, const char* folder) {
         Open();
-        Type("tBaudrate", QString::fromLatin1(baudrate));
+        Type("coBaudrate", QString::fromLatin1(baudrate));
         Find<QComboBox>("coPort")->setCurrentIndex(4);
-        Type("tPortDevice", QString::fromLatin1(device));
+        Type("coPortDevice", QString::fromLatin1(device));
         Find<QComboBox>("coPort")->setCurrentIndex(0);  // the text belongs to the port it was for
         Find<QComboBox>("coFolder")->setCurrentText(QStringLiteral("media"));
         Type("tFolder", QString::fromLatin1(folder));
