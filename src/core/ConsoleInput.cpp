@@ -178,6 +178,8 @@ std::string InputKey(std::string_view arguments) {
     const Qt::KeyboardModifiers modifiers = keys[0].keyboardModifiers();
     const bool types = name.size() == 1 && modifiers == Qt::NoModifier;
     const QString text = types ? QString::fromStdString(name) : QString();
+    // Keys go to the active window, and the system may have yet to make one of a new dialog.
+    QApplication::setActiveWindow(WindowOnTop());
     const QPointer<QWindow> window = TargetWindow()->windowHandle();
     QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
     QCoreApplication::sendEvent(window, &press);

@@ -119,10 +119,11 @@ DropDown OpenDropDown() {
 
 QWidget* WindowOnTop() {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    // A dialog lies over the main window, also as long as the system has yet to make it active.
     QWidget* active = QApplication::activeWindow();
-    if (active != nullptr && active->isVisible() && active->windowType() != Qt::Popup)
+    if (active != nullptr && active->isVisible() && active->windowType() != Qt::Popup &&
+        active != MainWindow())
         return active;
-    // Without anybody who says which window is active, the one on top is the dialog.
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window->isVisible() && qobject_cast<QDialog*>(window) != nullptr) return window;
     }
