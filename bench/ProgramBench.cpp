@@ -5,10 +5,11 @@
 #include <chrono>
 #include <filesystem>
 
-#include "core/frMain.h"
+#include "app/frMain.h"
 #include "platform/Events.h"
 #include "platform/serial/PseudoTerminal.h"
 #include "skin/SkinScreen.h"
+#include "skin/basSkin.h"
 #include "support/ConsoleProgram.h"
 #include "support/TemporaryFolder.h"
 

@@ -6,10 +6,11 @@
 #include <memory>
 #include <string>
 
-#include "core/frMain.h"
+#include "app/frMain.h"
 #include "lists/basFunctions.h"
 #include "skin/PageControl.h"
 #include "skin/SkinScreen.h"
+#include "skin/basSkin.h"
 #include "support/TemporaryFolder.h"
 
 using namespace dravik;

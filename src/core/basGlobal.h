@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/FormTimer.h"
-#include "platform/SerialPort.h"
+#include "platform/serial/SerialPort.h"
 
 /// The state that all modules share. It is created at start-up and lives until the program ends;
 /// everything runs on the user-interface thread, so it is read and written directly.

@@ -5,7 +5,7 @@
 #include "lists/ShowTroubleCodes.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
-#include "skin/ShowMessage.h"
+#include "skin/message/ShowMessage.h"
 
 namespace dravik {
 

@@ -3,7 +3,6 @@
 #include "core/basGlobal.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
-#include "settings/PortSearch.h"
 #include "settings/basSettings.h"
 
 namespace dravik {

@@ -6,6 +6,8 @@
 /// The settings file Dravik.ini, the files named through it, the sensor table and the resume state.
 namespace dravik {
 
+constexpr int kPortCount = 32;  ///< ports that the settings can name: COM1 to COM32
+
 /// The text of a key of an ini file, at most 255 bytes. A missing key reads as "0", never as an
 /// empty text, so a caller that tests for absence compares with "0".
 std::string ReadIniString(const std::string& file, std::string_view section, std::string_view key);

@@ -11,11 +11,11 @@
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "skin/PageCanvas.h"
-#include "skin/ShowMessage.h"
 #include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"
 #include "skin/basSkin.h"
-#include "skin/frWarning.h"
+#include "skin/message/ShowMessage.h"
+#include "skin/message/frWarning.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {

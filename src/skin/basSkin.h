@@ -17,6 +17,9 @@ SkinScreen* CurrentScreen();
 /// run.
 void RebuildPage();
 
+/// The tick of tiMain: refreshes every element in use from memory, kind by kind.
+void RefreshScreen(SkinScreen& screen);
+
 /// The tick of tiSkinReload: completes the buttons of the page that was loaded last.
 void FinishPage();
 

@@ -8,7 +8,7 @@
 #include "platform/Text.h"
 #include "settings/basSettings.h"
 #include "skin/PageControl.h"
-#include "skin/ShowMessage.h"
+#include "skin/message/ShowMessage.h"
 #include "skinfunc/MenuList.h"
 #include "skinfunc/basValueProc.h"
 

@@ -4,14 +4,14 @@
 #include <filesystem>
 
 #include "FuzzTarget.h"
+#include "app/frMain.h"
 #include "core/basGlobal.h"
-#include "core/frMain.h"
 #include "platform/Pointer.h"
-#include "skin/CheckSkin.h"
-#include "skin/ShowMessage.h"
 #include "skin/SkinScreen.h"
 #include "skin/basSkin.h"
-#include "skin/frWarning.h"
+#include "skin/check/CheckSkin.h"
+#include "skin/message/ShowMessage.h"
+#include "skin/message/frWarning.h"
 
 namespace dravik::fuzz {
 namespace {

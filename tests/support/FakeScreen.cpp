@@ -2,7 +2,7 @@
 
 #include "core/MainWindow.h"
 #include "skin/PageControl.h"
-#include "skin/ShowMessage.h"
+#include "skin/message/ShowMessage.h"
 
 namespace dravik {
 

@@ -1,6 +1,6 @@
 #include <unistd.h>
 
-#include "lists/MediaEntry.h"
+#include "lists/media/MediaEntry.h"
 #include "lists/media/MediaFixture.h"
 #include "platform/MountTable.h"
 #include "platform/ShellFolder.h"

@@ -15,7 +15,7 @@
 #include "lists/basFunctions.h"
 #include "platform/ProcessStart.h"
 #include "platform/Text.h"
-#include "skin/frWarning.h"
+#include "skin/message/frWarning.h"
 #include "support/TemporaryFolder.h"
 
 namespace dravik {

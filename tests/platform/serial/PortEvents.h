@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/SerialPort.h"
+#include "platform/serial/SerialPort.h"
 
 namespace dravik {
 

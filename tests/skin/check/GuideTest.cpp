@@ -7,7 +7,7 @@
 #include "core/basGlobal.h"
 #include "platform/Paths.h"
 #include "settings/basSettings.h"
-#include "skin/CheckSkin.h"
+#include "skin/check/CheckSkin.h"
 #include "support/TemporaryFolder.h"
 
 namespace dravik {

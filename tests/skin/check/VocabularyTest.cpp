@@ -3,8 +3,8 @@
 #include <set>
 
 #include "lists/basFunctions.h"
-#include "skin/CheckSkinParts.h"
 #include "skin/SkinVocabulary.h"
+#include "skin/check/CheckSkinParts.h"
 #include "skin/check/SoundSkin.h"
 #include "skinfunc/basValueProc.h"
 

@@ -1,0 +1,93 @@
+#include <QDateTime>
+#include <QDir>
+#include <QImage>
+#include <QPainter>
+#include <cmath>
+#include <optional>
+#include <vector>
+
+#include "app/frMain.h"
+#include "controls/ChartTrace.h"
+#include "core/MainWindow.h"
+#include "platform/Paths.h"
+#include "platform/Text.h"
+#include "skin/PageCanvas.h"
+#include "skin/SkinScreen.h"
+#include "skin/message/ShowMessage.h"
+
+namespace dravik {
+
+namespace {
+
+/// The charts that an argument asks for: "all", or the number of one.
+std::vector<int> ChosenCharts(const std::string& argument) {
+    std::vector<int> charts;
+    const double number = LeadingNumber(argument);
+    for (int i = 0; i < basGlobal.ChartCount; ++i) {
+        if (argument == "all" || std::nearbyint(number) == i) charts.push_back(i);
+    }
+    return charts;
+}
+
+const PageCanvas::ChartItem* FindChart(int index) {
+    const SkinScreen& screen = MainWindow()->Screen();
+    const PageCanvas::ChartItem* chart = screen.Page()->Chart(index);
+    return chart != nullptr ? chart : screen.PopUp()->Chart(index);
+}
+
+QImage DrawChart(const PageCanvas::ChartItem& chart) {
+    const QRect area(QPoint(0, 0), chart.Box.Pixels().size());
+    QImage image(area.size(), QImage::Format_RGB32);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    PaintChart(painter, area, basGlobal.Charts[static_cast<std::size_t>(chart.Index)], chart.Look,
+               chart.Box.Scale);
+    return image;
+}
+
+/// A name that no file has yet: date, time and the chart's number, counted on where that is taken.
+QString FreeName(const QDir& folder, int chart) {
+    const QString stem =
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH-mm-ss"));
+    for (int copy = 0;; ++copy) {
+        QString name = stem + QStringLiteral(" %1").arg(chart);
+        if (copy > 0) name += QStringLiteral("-%1").arg(copy);
+        name += QStringLiteral(".bmp");
+        if (!folder.exists(name)) return name;
+    }
+}
+
+/// The message for one chart.
+QString SaveChart(const QDir& folder, int index) {
+    const PageCanvas::ChartItem* chart = FindChart(index);
+    if (chart == nullptr) return {};
+    const QString name = FreeName(folder, index);
+    const QString path = folder.filePath(name);
+    if (DrawChart(*chart).save(path, "BMP")) return QStringLiteral("Chart %1 saved.").arg(name);
+    QFile::remove(path);  // what a full disk has left of it
+    return {};
+}
+
+}  // namespace
+
+void TakeSnapshot(const std::string& argument) {
+    if (MainWindow() == nullptr) return;
+    const std::vector<int> charts = ChosenCharts(argument);
+    if (charts.empty()) return;
+    const QString path = QString::fromStdString(ResolvePath(basGlobal.SaveFolder));
+    const bool folderMade = QDir().mkpath(path);
+    QStringList messages;
+    for (const int index : charts) {
+        const QString message = folderMade ? SaveChart(QDir(path), index) : QString();
+        if (message.isEmpty()) {
+            ShowPlainMessage("The chart could not be saved in\r\n" + basGlobal.SaveFolder,
+                             kMessageCritical, "Dravik");
+            return;
+        }
+        messages.append(message);
+    }
+    ShowPlainMessage(messages.join(QStringLiteral("\r\n")).toStdString(), kMessageInformation,
+                     "Dravik");
+}
+
+}  // namespace dravik

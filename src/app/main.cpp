@@ -1,0 +1,112 @@
+#include <QApplication>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/CheckSkinCommand.h"
+#include "app/CommandLine.h"
+#include "app/ProgramFolder.h"
+#include "app/SkinWatch.h"
+#include "app/frMain.h"
+#include "console/Console.h"
+#include "platform/EndRequest.h"
+#include "platform/Paths.h"
+#include "platform/Terminal.h"
+#include "vehicle/VehicleServer.h"
+
+namespace {
+
+using namespace dravik;
+
+constexpr int kBadArguments = 2;
+
+/// Lets the program start where there is no desktop: on a plain framebuffer, and under a console
+/// also without any screen.
+bool ChooseDisplay(bool console) {
+#ifdef _WIN32
+    static_cast<void>(console);
+#else
+    for (const char* variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
+        if (const char* value = std::getenv(variable); value != nullptr && *value != 0) return true;
+    }
+    if (console)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    else if (FileExists("/dev/fb0"))
+        qputenv("QT_QPA_PLATFORM", "linuxfb");
+    else
+        return false;
+#endif
+    return true;
+}
+
+/// Starts the built-in vehicle; an empty text, or the reason why it does not start.
+std::string StartVehicle(vehicle::VehicleServer& server, const std::string& scenario) {
+    if (std::string error = server.LoadScenario(scenario); !error.empty()) return error;
+#ifdef _WIN32
+    return server.ServeTcp(0);
+#else
+    return server.ServePseudoTerminal();
+#endif
+}
+
+int Fail(const std::string& message) {
+    std::fprintf(stderr, "dravik: %s\n", message.c_str());
+    return kBadArguments;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    JoinTerminal();
+    const CommandLine line = ParseCommandLine(std::vector<std::string>(argv + 1, argv + argc));
+    if (!line.Error.empty()) return Fail(line.Error + " (try --help)");
+    if (line.Help) {
+        std::fputs(UsageText(), stdout);
+        return 0;
+    }
+    if (line.Version) {
+        std::puts("dravik " DRAVIK_VERSION);
+        return 0;
+    }
+    if (!line.Folder.empty() && !FolderExists(line.Folder))
+        return Fail("no such folder: " + line.Folder);
+    if (line.CheckSkin) return CheckSkinCommand(line);
+    if (!ChooseDisplay(line.Console))
+        return Fail("there is no display; set DISPLAY or WAYLAND_DISPLAY");
+
+    frMain::Options options;
+    options.Launch.Skin = line.Skin;
+    options.Launch.Language = line.Language;
+    options.Windowed = line.Windowed;
+    options.WindowSize = line.WindowSize;
+    options.ProgramFolder = FindProgramFolder(line.Folder, options.Launch);
+
+    std::unique_ptr<vehicle::VehicleServer> vehicle;
+    if (line.Demo) {
+        vehicle = std::make_unique<vehicle::VehicleServer>();
+        if (std::string error = StartVehicle(*vehicle, line.Scenario); !error.empty())
+            return Fail(error);
+        options.Launch.DemoDevice = vehicle->Device();
+    }
+
+    OutliveReaders();
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    int result = 0;
+    {
+        frMain window;
+        OnEndRequest([&window] { window.Unload(); });
+        std::unique_ptr<Console> console;
+        if (line.Console)
+            console = std::make_unique<Console>([&window] { return window.Started(); });
+        std::unique_ptr<SkinWatch> watch;
+        if (line.Console || line.Windowed) watch = std::make_unique<SkinWatch>();
+        window.Start(options);
+        if (console) console->LookAgain();
+        if (!basGlobal.Closing) result = QApplication::exec();
+    }
+    basGlobal = GlobalState{};  // ports and timers go before the application does
+    return result;
+}

@@ -1,0 +1,273 @@
+#include "dialog/GeneralTab.h"
+
+#include <QAbstractItemView>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+
+#include "core/basGlobal.h"
+#include "dialog/SettingsLook.h"
+#include "dialog/StepField.h"
+#include "obd/basOBD.h"
+#include "platform/Paths.h"
+#include "platform/serial/SerialPort.h"
+#include "settings/basSettings.h"
+
+namespace dravik {
+
+namespace {
+
+constexpr int kPortPrefix = 3;       // characters of "COM"
+constexpr int kPortListWidth = 290;  // room for the devices beside the names
+constexpr int kDeviceWidth = 120;
+constexpr int kTwoColumns = 640;      // a tab at least that wide has two of them
+constexpr int kCaptionsBeside = 440;  // and has its captions beside the fields
+
+/// The speeds that interfaces are set to; any other can be typed.
+constexpr const char* kBaudrates[] = {"9600",  "10400",  "19200",  "38400",
+                                      "57600", "115200", "230400", "500000"};
+/// Where an interface in a network of its own usually answers.
+constexpr const char* kNetworkDevice = "tcp://192.168.0.10:35000";
+constexpr std::string_view kIniExtension = ".ini";
+
+/// The check boxes by their bit; the first three say what happens at start-up.
+constexpr std::array<const char*, GeneralTab::kMiscOptions> kMiscCaptions = {
+    "Resume Settings",     "Resume Menu", "Auto Connect", "Hide Mouse Cursor",
+    "Mouse Wheel Support", "aux",         "aux",          "aux"};
+constexpr std::size_t kStartupOptions = 3;
+
+QString PortName(int number) {
+    return QStringLiteral("COM%1").arg(number);
+}
+
+/// Names of the ini files of a folder, without the extension. A file that is nothing but the
+/// extension has no name to choose it by.
+void OfferIniFiles(QComboBox* box, const std::string& folder) {
+    box->clear();
+    for (const std::string& file : FilesMatching(folder, kIniExtension)) {
+        const std::string name = file.substr(0, file.size() - kIniExtension.size());
+        if (!name.empty()) box->addItem(Shown(name));
+    }
+}
+
+/// A dialog that puts the chosen path into the field.
+QFileDialog* Browse(QLineEdit* field, const QString& title) {
+    auto* dialog = new QFileDialog(field->window(), title, field->text());
+    dialog->setOption(QFileDialog::DontUseNativeDialog);  // that one may be too small to touch
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    FitForTouch(dialog);
+    QObject::connect(dialog, &QFileDialog::fileSelected, field, &QLineEdit::setText);
+    return dialog;
+}
+
+}  // namespace
+
+GeneralTab::GeneralTab(std::function<void(const QString& message)> tell) : tell_(std::move(tell)) {
+    auto* page = new CellGrid;
+    page->setContentsMargins(Px(6), Px(6), Px(6), Px(6));
+    page->Add(InterfaceGroup(), true);
+    page->Add(OptionsGroup(), true);
+    page->Add(SkinGroup());
+    page->Add(LanguageGroup());
+    page->Add(KeyboardGroup(), true);
+    page->Add(AdditionsGroup(), true);
+    page->Add(MakeCanGroup(), true);
+    page->Add(MakeMeasurementGroup(), true);
+    FillTab(this, page);
+}
+
+void GeneralTab::Arrange(QSize room) {
+    ArrangeCells(widget(), room.width() < kTwoColumns ? 1 : 2, room.width() < kCaptionsBeside);
+}
+
+QWidget* GeneralTab::InterfaceGroup() {
+    coCommSelect_ = MakeFreeCombo("coCommSelect");
+    coCommSelect_->view()->setMinimumWidth(Px(kPortListWidth));
+    lCommDevice_ = MakeFaint({});
+    lCommDevice_->setObjectName(QStringLiteral("lCommDevice"));
+    auto* delay = new StepField("tBusInitDelay", {.Lowest = 0});
+    auto* interval = new StepField("tUpdateIntervall", {.Step = 10, .Lowest = 1});
+    auto* refresh = new StepField("tRefreshRate", {.Step = 10, .Lowest = 1});
+    tBusInitDelay_ = delay->Field();
+    tUpdateIntervall_ = interval->Field();
+    tRefreshRate_ = refresh->Field();
+    QObject::connect(coCommSelect_, &QComboBox::editTextChanged, this, [this] { CommSelected(); });
+
+    auto* cells = new CellGrid;
+    cells->Add(new FieldCell(QStringLiteral("Port"), {coCommSelect_, lCommDevice_}));
+    cells->Add(
+        new FieldCell(QStringLiteral("Businit Delay"), {delay, MakeFaint(QStringLiteral("s"))}));
+    cells->Add(new FieldCell(QStringLiteral("Update Intervall"),
+                             {interval, MakeFaint(QStringLiteral("ms"))}));
+    cells->Add(new FieldCell(QStringLiteral("Screen Refresh"),
+                             {refresh, MakeFaint(QStringLiteral("ms"))}));
+    return MakeGroup(QStringLiteral("OBD interface"), cells);
+}
+
+QWidget* GeneralTab::OptionsGroup() {
+    auto* startup = new CellGrid;
+    auto* others = new CellGrid;
+    for (std::size_t i = 0; i < kMiscOptions; ++i) {
+        const std::string name = "chMiscOptions" + std::to_string(i);
+        chMiscOptions_[i] = MakeCheck(name.c_str(), QString::fromLatin1(kMiscCaptions[i]));
+        if (i < kStartupOptions)
+            startup->Add(chMiscOptions_[i], true);
+        else
+            others->Add(chMiscOptions_[i]);
+    }
+    auto* cells = new CellGrid;
+    cells->Add(MakeGroup(QStringLiteral("Startup"), startup));
+    cells->Add(MakeGroup({}, others));  // level with the rows of the other frame
+    return MakeGroup(QStringLiteral("Miscellaneous"), cells);
+}
+
+QWidget* GeneralTab::SkinGroup() {
+    coSkin_ = MakeFreeCombo("coSkin");
+    return MakeGroup(QStringLiteral("Skin"), coSkin_);
+}
+
+QWidget* GeneralTab::LanguageGroup() {
+    coLanguage_ = MakeFreeCombo("coLanguage");
+    return MakeGroup(QStringLiteral("Language"), coLanguage_);
+}
+
+QWidget* GeneralTab::KeyboardGroup() {
+    tOSKPath_ = MakeField("tOSKPath");
+    QPushButton* browse = MakeButton("cmdOSKPath", QStringLiteral("Browse"));
+    QPushButton* test = MakeButton("Command6", QStringLiteral("Test"));
+    QObject::connect(browse, &QPushButton::clicked, this, [this] { BrowseKeyboard(); });
+    QObject::connect(test, &QPushButton::clicked, this, [this] { tell_(Shown(StartKeyboard())); });
+    auto* cells = new CellGrid;
+    cells->Add(new FieldCell({}, {tOSKPath_}, {browse, test}), true);
+    return MakeGroup(QStringLiteral("Keyboard"), cells);
+}
+
+QWidget* GeneralTab::AdditionsGroup() {
+    coBaudrate_ = MakeFreeCombo("coBaudrate");
+    for (const char* speed : kBaudrates) coBaudrate_->addItem(QString::fromLatin1(speed));
+    coBaudrate_->lineEdit()->setPlaceholderText(QStringLiteral("9600"));
+    auto* reconnect = new StepField("tReconnect", {.Lowest = 1, .OrNothing = true});
+    tReconnect_ = reconnect->Field();
+    tReconnect_->setPlaceholderText(QStringLiteral("never"));
+    coPort_ = MakeChoice("coPort");
+    for (int number = 1; number <= kPortCount; ++number) coPort_->addItem(PortName(number));
+    coPortDevice_ = MakeFreeCombo("coPortDevice");
+    AddNoted(coPortDevice_, QString::fromLatin1(kNetworkDevice), QStringLiteral("Wi-Fi"));
+    coFolder_ = MakeChoice("coFolder");
+    for (const std::string& slot : FolderSlots()) coFolder_->addItem(Shown(slot));
+    tFolder_ = MakeField("tFolder");
+    QPushButton* browse = MakeButton("cmdFolder", QStringLiteral("Browse"));
+
+    auto* cells = new CellGrid;
+    cells->Add(new FieldCell(QStringLiteral("Baudrate"), {coBaudrate_}));
+    cells->Add(new FieldCell(QStringLiteral("Reconnect every"),
+                             {reconnect, MakeFaint(QStringLiteral("s"))}));
+    cells->Add(new FieldCell(QStringLiteral("Device of"), {coPort_}, {coPortDevice_}), true);
+    cells->Add(new FieldCell(QStringLiteral("Folder of"), {coFolder_}, {tFolder_, browse}), true);
+
+    QObject::connect(coPort_, &QComboBox::currentIndexChanged, this, [this] { FillAdditions(); });
+    QObject::connect(coFolder_, &QComboBox::currentIndexChanged, this, [this] { FillAdditions(); });
+    QObject::connect(coPortDevice_, &QComboBox::editTextChanged, this, [this](const QString& text) {
+        std::string& device = values_.Ports[coPort_->currentIndex() + 1];
+        device = Typed(text, device);
+    });
+    // Browsing sets the text as well, so this one listens to every change.
+    QObject::connect(tFolder_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        std::string& folder = values_.Folders[coFolder_->currentText().toStdString()];
+        folder = Typed(text, folder);
+    });
+    QObject::connect(browse, &QPushButton::clicked, this, [this] { BrowseFolder(); });
+    return MakeGroup(QStringLiteral("Connection and folders"), cells);
+}
+
+void GeneralTab::FillAdditions() {
+    const int number = coPort_->currentIndex() + 1;
+    ShowIn(coPortDevice_, Shown(values_.Ports[number]));
+    coPortDevice_->lineEdit()->setPlaceholderText(Shown(DefaultPortDevice(number)));
+    tFolder_->setText(Shown(values_.Folders[coFolder_->currentText().toStdString()]));
+}
+
+void GeneralTab::Fill(const SettingsValues& values) {
+    values_ = values;
+    OfferIniFiles(coSkin_, basGlobal.SkinPath);
+    OfferIniFiles(coLanguage_, basGlobal.LanguagePath);
+    ShowIn(coSkin_, Shown(values.Skin));
+    ShowIn(coLanguage_, Shown(values.Language));
+    for (std::size_t i = 0; i < kMiscOptions; ++i)
+        chMiscOptions_[i]->setChecked((values.Misc & (1 << i)) != 0);
+    tOSKPath_->setText(Shown(values.OSKPath));
+    ShowIn(coCommSelect_, QStringLiteral("COM") + Shown(values.ComPort));
+    CommSelected();
+    tBusInitDelay_->setText(Shown(values.BusInitDelay));
+    tUpdateIntervall_->setText(Shown(values.UpdateIntervall));
+    tRefreshRate_->setText(Shown(values.RefreshRate));
+    ShowIn(coBaudrate_, Shown(values.Baudrate));
+    tReconnect_->setText(Shown(values.Reconnect));
+    FillAdditions();
+}
+
+SettingsValues GeneralTab::Values() const {
+    SettingsValues values = values_;
+    values.Misc = 0;
+    for (std::size_t i = 0; i < kMiscOptions; ++i)
+        values.Misc += chMiscOptions_[i]->isChecked() ? 1 << i : 0;
+    values.Skin = Typed(coSkin_->currentText(), values_.Skin);
+    values.Language = Typed(coLanguage_->currentText(), values_.Language);
+    values.OSKPath = Typed(tOSKPath_->text(), values_.OSKPath);
+    values.ComPort = coCommSelect_->currentText().mid(kPortPrefix).toStdString();
+    values.BusInitDelay = tBusInitDelay_->text().toStdString();
+    values.UpdateIntervall = tUpdateIntervall_->text().toStdString();
+    values.RefreshRate = tRefreshRate_->text().toStdString();
+    values.Baudrate = coBaudrate_->currentText().toStdString();
+    values.Reconnect = tReconnect_->text().toStdString();
+    return values;
+}
+
+/// On Windows the port and its device are the same thing.
+void GeneralTab::OfferPort(const PortCandidate& port) {
+#ifdef _WIN32
+    AddNoted(coCommSelect_, PortName(port.Number), {});
+#else
+    const QString device = Shown(port.Device);
+    AddNoted(coCommSelect_, PortName(port.Number), device);
+    AddNoted(coPortDevice_, device, PortName(port.Number));
+#endif
+}
+
+/// Shows the device that the typed port stands for, cut in the middle where there is no room for
+/// it, and offers it to be changed.
+void GeneralTab::CommSelected() {
+    const int number = coCommSelect_->currentText().mid(kPortPrefix).toInt();
+    if (number >= 1 && number <= kPortCount) coPort_->setCurrentIndex(number - 1);
+#ifndef _WIN32
+    const QString device = Shown(PortDevice(number));
+    lCommDevice_->setText(
+        lCommDevice_->fontMetrics().elidedText(device, Qt::ElideMiddle, Px(kDeviceWidth)));
+    lCommDevice_->setToolTip(device);
+#endif
+}
+
+void GeneralTab::BrowseKeyboard() {
+    QFileDialog* dialog = Browse(tOSKPath_, QStringLiteral("Keyboard"));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+#ifdef _WIN32
+    dialog->setNameFilter(QStringLiteral("Executable (*.exe)"));
+#else
+    // Programs have no extension of their own here.
+    dialog->setNameFilters(
+        {QStringLiteral("Executable (*)"), QStringLiteral("Executable (*.exe)")});
+#endif
+    dialog->open();
+}
+
+void GeneralTab::BrowseFolder() {
+    QFileDialog* dialog = Browse(tFolder_, QStringLiteral("Folder"));
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly);
+    dialog->open();
+}
+
+}  // namespace dravik

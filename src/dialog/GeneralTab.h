@@ -1,0 +1,75 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <string>
+
+#include "dialog/FieldGrid.h"
+#include "dialog/PortSearch.h"
+#include "settings/SettingsWriter.h"
+#include "settings/basSettings.h"
+
+class QCheckBox;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+
+namespace dravik {
+
+/// The tab "General": everything of the settings file.
+class GeneralTab : public ArrangedTab {
+ public:
+    static constexpr std::size_t kMiscOptions = 8;
+
+    /// @param tell  shows a message to the user; an empty one takes the last one away
+    explicit GeneralTab(std::function<void(const QString& message)> tell);
+
+    /// Shows the settings, and offers the skins and languages that there are.
+    void Fill(const SettingsValues& values);
+
+    /// The settings as they stand in the fields.
+    SettingsValues Values() const;
+
+    /// Offers a serial port.
+    void OfferPort(const PortCandidate& port);
+
+ protected:
+    void Arrange(QSize room) override;
+
+ private:
+    QWidget* InterfaceGroup();
+    QWidget* OptionsGroup();
+    QWidget* SkinGroup();
+    QWidget* LanguageGroup();
+    QWidget* KeyboardGroup();
+    QWidget* AdditionsGroup();
+    void FillAdditions();
+    void CommSelected();
+    void BrowseKeyboard();
+    void BrowseFolder();
+
+    std::function<void(const QString& message)> tell_;
+    SettingsValues values_;  ///< as read; the devices and folders as edited
+
+    QComboBox* coCommSelect_;
+    QLabel* lCommDevice_;
+    QLineEdit* tBusInitDelay_;
+    QLineEdit* tUpdateIntervall_;
+    QLineEdit* tRefreshRate_;
+    std::array<QCheckBox*, kMiscOptions> chMiscOptions_{};
+    QComboBox* coSkin_;
+    QComboBox* coLanguage_;
+    QLineEdit* tOSKPath_;
+    QComboBox* coBaudrate_;
+    QLineEdit* tReconnect_;
+    QComboBox* coPort_;
+    QComboBox* coPortDevice_;
+    QComboBox* coFolder_;
+    QLineEdit* tFolder_;
+};
+
+/// The groups "CAN settings" and "Measurement": shown, but kept nowhere yet.
+QWidget* MakeCanGroup();
+QWidget* MakeMeasurementGroup();
+
+}  // namespace dravik

@@ -1,0 +1,421 @@
+#include "dialog/SettingsLook.h"
+
+#include <QAbstractItemView>
+#include <QAbstractScrollArea>
+#include <QCheckBox>
+#include <QDialog>
+#include <QEvent>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPalette>
+#include <QProxyStyle>
+#include <QRegularExpression>
+#include <QScrollArea>
+#include <QScroller>
+#include <QSignalBlocker>
+#include <QStyledItemDelegate>
+#include <QTableView>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/DeleteLater.h"
+#include "platform/Text.h"
+#include "settings/basSettings.h"
+
+namespace dravik {
+
+namespace {
+
+constexpr int kNoteRole = Qt::UserRole + 1;
+constexpr int kVisibleChoices = 7;
+constexpr int kNoteMargin = 12;
+constexpr int kArrowWidth = 12;
+constexpr int kTextPixels = 16;
+constexpr double kPressDelay = 0.15;  // seconds until a press counts as none that pushes the page
+
+constexpr QColor kBack(24, 28, 34);
+constexpr QColor kField(35, 42, 52);
+constexpr QColor kButton(44, 52, 64);
+constexpr QColor kEdge(120, 138, 160);
+constexpr QColor kText(230, 234, 240);
+constexpr QColor kFaint(138, 150, 166);
+constexpr QColor kAccent(86, 156, 214);
+
+/// Every number of pixels is a measure.
+constexpr const char* kStyleSheet = R"(
+* { font-size: 16px; }
+QDialog, QScrollArea, QWidget#page { background: #181c22; }
+QLabel { color: #e6eaf0; }
+QLabel[faint="true"] { color: #8a96a6; }
+QLabel#lMessage { color: #ff9d76; }
+QLabel#lTitle { font-size: 28px; font-weight: bold; }
+QGroupBox { border: 1px solid #333d4b; border-radius: 8px; margin-top: 14px;
+            padding: 14px 8px 6px 8px; background: #1d222a; }
+QGroupBox::title { subcontrol-origin: margin; left: 12px; padding: 2px 6px; color: #569cd6;
+                   background: #181c22; border-radius: 4px; }
+QLineEdit { background: #232a34; color: #e6eaf0; border: 1px solid #3f4b5c; border-radius: 6px;
+            padding: 0 6px; selection-background-color: #569cd6;
+            selection-color: #10141a; }
+QLineEdit:focus { border: 2px solid #569cd6; padding: 0 5px; }
+QLineEdit:read-only { background: #181c22; color: #9fd0a4; }
+QLineEdit:disabled { color: #5d6878; border-color: #2c3541; }
+QComboBox { combobox-popup: 0; }
+QComboBox QLineEdit, QComboBox QLineEdit:focus { border: none; background: transparent;
+                                                 padding: 0 4px; }
+QCheckBox { spacing: 10px; color: #e6eaf0; border: 2px solid transparent; border-radius: 6px;
+            padding-left: 2px; }
+QCheckBox::indicator { width: 26px; height: 26px; }
+QCheckBox:focus { border-color: #569cd6; }
+QCheckBox:disabled, QLabel:disabled { color: #5d6878; }
+QPushButton { background: #2c3440; color: #e6eaf0; border: 1px solid #4a5769; border-radius: 8px;
+              padding: 0 14px; }
+QPushButton:hover { background: #364152; }
+QPushButton:pressed { background: #1e242c; }
+QPushButton:focus { border: 2px solid #569cd6; }
+QPushButton:disabled { color: #5d6878; border-color: #2c3541; }
+QPushButton#bSave { background: #569cd6; color: #10141a; font-weight: bold; border: none; }
+QPushButton#bSave:pressed { background: #3d7fb5; }
+QPushButton#bSave:focus { border: 2px solid #e6eaf0; }
+QPushButton[step="true"] { padding: 0; font-size: 20px; }
+QPushButton[link="true"] { background: transparent; border: none; color: #7db8e8;
+                           text-align: left; padding: 0 4px; font-size: 14px; }
+QPushButton[link="true"]:focus { border: 2px solid #569cd6; }
+QTabWidget::pane { border: none; border-top: 2px solid #569cd6; }
+QTabBar::tab { min-height: 44px; background: #232a34; color: #b4bfcd;
+               margin-right: 4px; border-top-left-radius: 8px; border-top-right-radius: 8px;
+               border: 2px solid transparent; }
+QTabBar::tab:selected { background: #569cd6; color: #10141a; font-weight: bold; }
+QTabBar::tab:selected:focus { border-color: #e6eaf0; }
+QTableView { background: #1d222a; alternate-background-color: #20262f; color: #e6eaf0;
+             border: 1px solid #333d4b; border-radius: 6px; gridline-color: #2a323d;
+             selection-background-color: #569cd6; selection-color: #10141a; outline: none; }
+QTableView::item { border: none; padding: 0 8px; }
+QTableView::item:hover { background: transparent; }
+QTableView::item:selected { background: #569cd6; color: #10141a; }
+QFileDialog QAbstractItemView::item { min-height: 40px; }
+QFileDialog QToolButton { min-width: 42px; }
+QTableView:focus { border: 1px solid #569cd6; }
+QHeaderView::section { background: #2c3440; color: #b4bfcd; border: none; padding: 0 11px;
+                       min-height: 36px; }
+QAbstractItemView { background: #232a34; color: #e6eaf0; outline: none;
+                    selection-background-color: #569cd6; selection-color: #10141a; }
+QScrollBar:vertical { width: 16px; background: #181c22; }
+QScrollBar:horizontal { height: 16px; background: #181c22; }
+QScrollBar::handle { background: #4a5769; border-radius: 5px; margin: 3px; }
+QScrollBar::handle:vertical { min-height: 44px; }
+QScrollBar::handle:horizontal { min-width: 44px; }
+QScrollBar::handle:pressed { background: #569cd6; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
+QScrollBar::add-page, QScrollBar::sub-page { background: none; }
+)";
+
+double touchScale = 1;
+
+/// The sheet with its measures in pixels.
+QString ScaledSheet() {
+    QString scaled;
+    const QString sheet = QString::fromLatin1(kStyleSheet);
+    static const QRegularExpression kMeasure(QStringLiteral("(\\d+)px"));
+    qsizetype done = 0;
+    for (auto found = kMeasure.globalMatch(sheet); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        scaled += sheet.mid(done, match.capturedStart() - done);
+        scaled += QStringLiteral("%1px").arg(Px(match.captured(1).toInt()));
+        done = match.capturedEnd();
+    }
+    return scaled + sheet.mid(done);
+}
+
+/// Rows of a drop-down list: high enough for a finger, the note in a fainter colour at the right.
+class ChoiceDelegate : public QStyledItemDelegate {
+ public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        QSize size = QStyledItemDelegate::sizeHint(option, index);
+        const QString note = index.data(kNoteRole).toString();
+        if (!note.isEmpty())
+            size.rwidth() += option.fontMetrics.horizontalAdvance(note) + 3 * Px(kNoteMargin);
+        return {size.width(), std::max(size.height(), Px(kTouchHeight))};
+    }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        QStyledItemDelegate::paint(painter, option, index);
+        const bool selected = (option.state & QStyle::State_Selected) != 0;
+        painter->setPen(selected ? kBack : kFaint);
+        painter->setFont(option.font);
+        painter->drawText(option.rect.adjusted(0, 0, -Px(kNoteMargin), 0),
+                          Qt::AlignRight | Qt::AlignVCenter, index.data(kNoteRole).toString());
+    }
+};
+
+/// The arrow that opens a drop-down list, wide enough for a finger.
+class TouchStyle : public QProxyStyle {
+ public:
+    TouchStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                         const QWidget* widget) const override {
+        QRect rect = QProxyStyle::subControlRect(control, option, part, widget);
+        if (control != CC_ComboBox) return rect;
+        const int left = option->rect.right() + 1 - Px(kTouchHeight);
+        if (part == SC_ComboBoxArrow) rect.setLeft(left);
+        if (part == SC_ComboBoxEditField) rect.setRight(left - 2);
+        return rect;
+    }
+
+    /// The arrow that the style draws does not grow with the scale.
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                            QPainter* painter, const QWidget* widget) const override {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        if (control != CC_ComboBox) return;
+        const QRect arrow = subControlRect(control, option, SC_ComboBoxArrow, widget);
+        const QPointF middle = QRectF(arrow).center();
+        const double half = Px(kArrowWidth) / 2.0;
+        const QPointF corners[] = {middle + QPointF(-half, -half / 2),
+                                   middle + QPointF(half, -half / 2),
+                                   middle + QPointF(0, half / 2)};
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(option->palette.buttonText());
+        painter->drawPolygon(corners, std::size(corners));
+        painter->restore();
+    }
+};
+
+/// A turn of the wheel moves the page and does not change the box that happens to lie beneath.
+class WheelGuard : public QObject {
+ public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() != QEvent::Wheel) return QObject::eventFilter(object, event);
+        event->ignore();
+        return true;
+    }
+};
+
+/// A field that is touched can be typed into without keys. A push of the page ends elsewhere.
+class KeyboardOnTouch : public QObject {
+ public:
+    using QObject::QObject;
+
+    bool eventFilter(QObject* object, QEvent* event) override {
+        auto* field = qobject_cast<QLineEdit*>(object);
+        if (event->type() == QEvent::MouseButtonRelease && field != nullptr &&
+            !field->isReadOnly() &&
+            field->rect().contains(static_cast<QMouseEvent*>(event)->position().toPoint()))
+            BringUpKeyboard();
+        return QObject::eventFilter(object, event);
+    }
+};
+
+void OfferKeyboard(QLineEdit* field) {
+    field->installEventFilter(new KeyboardOnTouch(field));
+}
+
+/// For what the style draws by itself: boxes, arrows and ticks.
+QPalette DarkPalette() {
+    QPalette palette;
+    palette.setColor(QPalette::Window, kEdge);  // the style draws edges in a darker shade of it
+    palette.setColor(QPalette::Base, kField);
+    palette.setColor(QPalette::AlternateBase, kButton);
+    palette.setColor(QPalette::Button, kButton);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(role, kText);
+    palette.setColor(QPalette::PlaceholderText, kFaint);
+    palette.setColor(QPalette::Highlight, kAccent);
+    palette.setColor(QPalette::HighlightedText, kBack);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, kFaint.darker());
+    return palette;
+}
+
+QComboBox* MakeCombo(const char* name) {
+    auto* box = new QComboBox;
+    box->setObjectName(QString::fromLatin1(name));
+    box->setPalette(DarkPalette());
+    box->setMinimumHeight(Px(kTouchHeight));
+    box->setMaxVisibleItems(kVisibleChoices);
+    box->setItemDelegate(new ChoiceDelegate(box));
+    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    box->setMinimumContentsLength(6);
+    box->installEventFilter(new WheelGuard(box));
+    ScrollByTouch(box->view());
+    return box;
+}
+
+}  // namespace
+
+double TouchScale(QSize dialog) {
+    const QSize measures(800, 480);
+    const double shorter = std::min(dialog.width(), dialog.height());
+    const double longer = std::max(dialog.width(), dialog.height());
+    return std::max(1.0, std::min(shorter / measures.height(), longer / measures.width()));
+}
+
+int Px(int measure) {
+    return static_cast<int>(std::lround(measure * touchScale));
+}
+
+void ApplySettingsLook(QWidget* window, double scale) {
+    touchScale = scale;
+    auto* style = new TouchStyle;
+    // Not the window's child: the controls, an open drop-down list among them, need it to their
+    // end.
+    QObject::connect(window, &QObject::destroyed, [style] { DeleteLater(style); });
+    window->setStyle(style);
+    QPalette palette = DarkPalette();
+    palette.setColor(QPalette::Window, kBack);
+    window->setPalette(palette);
+    QFont font = window->font();
+    font.setPixelSize(Px(kTextPixels));
+    window->setFont(font);
+    window->setStyleSheet(ScaledSheet());
+}
+
+void FitForTouch(QDialog* dialog) {
+    for (QWidget* widget : dialog->findChildren<QWidget*>()) {
+        const bool box = qobject_cast<QComboBox*>(widget) != nullptr;
+        if (box) widget->setPalette(DarkPalette());
+        if (box || qobject_cast<QLineEdit*>(widget) != nullptr ||
+            qobject_cast<QAbstractButton*>(widget) != nullptr)
+            widget->setMinimumHeight(Px(kTouchHeight));
+    }
+    dialog->resize(dialog->parentWidget()->size());
+}
+
+QString Shown(std::string_view bytes) {
+    return QString::fromStdString(ToUtf8(bytes));
+}
+
+std::string Typed(const QString& text, const std::string& before) {
+    return text == Shown(before) ? before : text.toStdString();
+}
+
+QLabel* MakeLabel(const QString& text) {
+    return new QLabel(text);
+}
+
+QLabel* MakeFaint(const QString& text) {
+    QLabel* label = MakeLabel(text);
+    label->setProperty("faint", true);
+    return label;
+}
+
+QLineEdit* MakeField(const char* name) {
+    auto* field = new QLineEdit;
+    field->setObjectName(QString::fromLatin1(name));
+    field->setMinimumHeight(Px(kTouchHeight));
+    OfferKeyboard(field);
+    return field;
+}
+
+QCheckBox* MakeCheck(const char* name, const QString& text) {
+    auto* check = new QCheckBox(text);
+    check->setObjectName(QString::fromLatin1(name));
+    check->setPalette(DarkPalette());
+    check->setMinimumHeight(Px(kTouchHeight));
+    return check;
+}
+
+QPushButton* MakeButton(const char* name, const QString& text) {
+    auto* button = new QPushButton(text);
+    button->setObjectName(QString::fromLatin1(name));
+    button->setMinimumHeight(Px(kTouchHeight));
+    button->setAutoDefault(false);  // Return belongs to the button that has the focus
+    return button;
+}
+
+QGroupBox* MakeGroup(const QString& title, QWidget* content) {
+    auto* group = new QGroupBox(title);
+    auto* inside = new QVBoxLayout(group);
+    inside->setContentsMargins(Px(4), 0, Px(4), 0);
+    inside->addWidget(content);
+    return group;
+}
+
+QTableView* MakeTable(const char* name, QAbstractItemModel* rows,
+                      std::initializer_list<int> columnWidths) {
+    auto* table = new QTableView;
+    table->setObjectName(QString::fromLatin1(name));
+    table->setModel(rows);
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setSelectionMode(QAbstractItemView::SingleSelection);
+    table->setAlternatingRowColors(true);
+    table->setShowGrid(false);
+    table->setTabKeyNavigation(false);
+    table->setWordWrap(false);
+    table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(Px(kTouchHeight));
+    table->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    table->horizontalHeader()->setHighlightSections(false);
+    int column = 0;
+    for (const int width : columnWidths) table->setColumnWidth(column++, Px(width));
+    ScrollByTouch(table);
+    return table;
+}
+
+QComboBox* MakeFreeCombo(const char* name) {
+    QComboBox* box = MakeCombo(name);
+    box->setEditable(true);
+    OfferKeyboard(box->lineEdit());
+    box->setInsertPolicy(QComboBox::NoInsert);
+    box->setCompleter(nullptr);
+    return box;
+}
+
+QComboBox* MakeChoice(const char* name) {
+    return MakeCombo(name);
+}
+
+void AddNoted(QComboBox* box, const QString& text, const QString& note) {
+    // The first choice of a box would take the place of the text that stands in it.
+    const QSignalBlocker quiet(box);
+    const QString before = box->currentText();
+    box->addItem(text);
+    box->setItemData(box->count() - 1, note, kNoteRole);
+    ShowIn(box, before);
+}
+
+void ShowIn(QComboBox* box, const QString& text) {
+    const QSignalBlocker quiet(box);
+    box->setCurrentIndex(box->findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive));
+    box->setEditText(text);
+}
+
+void ScrollByTouch(QAbstractScrollArea* area) {
+    // The window makes a mouse button of every touch that nobody takes, so this serves both.
+    QScroller::grabGesture(area->viewport(), QScroller::LeftMouseButtonGesture);
+    QScroller* scroller = QScroller::scroller(area->viewport());
+    QScrollerProperties properties = scroller->scrollerProperties();
+    properties.setScrollMetric(QScrollerProperties::MousePressEventDelay, kPressDelay);
+    for (const auto policy : {QScrollerProperties::HorizontalOvershootPolicy,
+                              QScrollerProperties::VerticalOvershootPolicy})
+        properties.setScrollMetric(policy, QScrollerProperties::OvershootAlwaysOff);
+    scroller->setScrollerProperties(properties);
+    if (auto* view = qobject_cast<QAbstractItemView*>(area)) {
+        view->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+        view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    }
+}
+
+void FillTab(QScrollArea* tab, QWidget* page) {
+    page->setObjectName(QStringLiteral("page"));
+    tab->setWidgetResizable(true);
+    tab->setFrameShape(QFrame::NoFrame);
+    tab->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    tab->setFocusPolicy(Qt::NoFocus);
+    tab->setWidget(page);
+    ScrollByTouch(tab);
+}
+
+}  // namespace dravik

@@ -1,0 +1,161 @@
+#include <QCheckBox>
+#include <QTableView>
+
+#include "dialog/DialogFixture.h"
+#include "platform/Text.h"
+#include "settings/SettingsWriter.h"
+
+namespace dravik {
+namespace {
+
+class SettingsSaving : public DialogTest {};
+
+/// A text with one passage replaced; the passage has to be there.
+std::string With(const std::string& text, const std::string& what, const std::string& with) {
+    EXPECT_NE(text.find(what), std::string::npos) << what;
+    return ReplaceAll(text, what, with);
+}
+
+TEST_F(SettingsSaving, WithoutAnEditBothFilesKeepEveryByte) {
+    Open();
+    Click("bSave");
+    EXPECT_EQ(Dialog(), nullptr);
+    EXPECT_EQ(folder_.Read("Dravik.ini"), kSettings);
+    EXPECT_EQ(folder_.Read("languages/english.sensors"), kSensors);
+}
+
+TEST_F(SettingsSaving, WritesWhatWasTypedAndLeavesTheRestOfTheFile) {
+    Open();
+    Type("coCommSelect", QStringLiteral("COM12"));
+    Type("tBusInitDelay", QStringLiteral("2"));
+    Type("tUpdateIntervall", QStringLiteral("fast"));
+    Type("tRefreshRate", QStringLiteral("250"));
+    Type("coSkin", QStringLiteral("day"));
+    Type("tOSKPath", QStringLiteral("/usr/bin/keys"));
+    for (const char* box : {"chMiscOptions0", "chMiscOptions3", "chMiscOptions7"}) Click(box);
+    Click("bSave");
+    EXPECT_EQ(folder_.Read("Dravik.ini"),
+              "; kept by hand\n[Options]\nMisc=136\nSkin=day\nLanguage=English\n"
+              "OSKPath=/usr/bin/keys\nTheirs=stays\n\n[OBD]\nComPort=12\nBusInitDelay=2\n"
+              "UpdateIntervall=fast\nRefreshRate=250\n");
+}
+
+TEST_F(SettingsSaving, AShorterTableMovesItsEndMarkAndLeavesTheKeysBehindIt) {
+    Open();
+    ShowTab(1);
+    Type("txtSensorFactor", QStringLiteral("0.5"));
+    Find<QTableView>("listSensor")->selectRow(1);
+    Click("cmdSensorDel");
+    Click("bSave");
+    std::string expected = With(kSensors, "0,25", "0.5");
+    const std::size_t second = expected.find("Sensor1Function");
+    const std::size_t third = expected.find("Sensor2Function");
+    const std::string speed = With(expected.substr(third), "Sensor2", "Sensor1");
+    expected = expected.substr(0, second) + speed.substr(0, speed.find("Sensor3")) +
+               With(expected.substr(third), "Function=speed", "Function=0");
+    EXPECT_EQ(folder_.Read("languages/english.sensors"), expected);
+    EXPECT_EQ(basGlobal.SensorCount, 2);
+    EXPECT_EQ(basGlobal.Sensors[1].Function, "speed");
+    EXPECT_FLOAT_EQ(basGlobal.Sensors[0].Factor, 0.5F);
+}
+
+// A language file from elsewhere must not choose which files of the user are overwritten.
+TEST_F(SettingsSaving, SensorsOutsideTheProgramFolderAreNotWritten) {
+    const TemporaryFolder elsewhere;
+    const std::string sensors = elsewhere.Write("their.sensors", kSensors);
+    const std::string way = std::filesystem::relative(sensors, folder_ / "languages").string();
+    std::filesystem::create_symlink(sensors, folder_ / "languages/link.sensors");
+    for (const std::string& name : {way, std::string("link.sensors")}) {
+        folder_.Write("languages/English.ini", "[Sensors]\nFilename=" + name + "\n");
+        LoadSettings();
+        EXPECT_EQ(basGlobal.SensorCount, 3) << "it is read";
+        Open();
+        Type("tRefreshRate", QStringLiteral("77"));
+        ShowTab(1);
+        Type("txtSensorCaption", QStringLiteral("New"));
+        Click("bSave");
+        ASSERT_NE(Dialog(), nullptr) << name;
+        EXPECT_NE(Message().find("outside the program folder"), std::string::npos) << Message();
+        EXPECT_EQ(folder_.Read("Dravik.ini"), kSettings);
+        Type("txtSensorCaption", QStringLiteral("Engine"));
+        Click("bSave");
+        EXPECT_EQ(Dialog(), nullptr) << "the settings alone can be saved";
+        EXPECT_EQ(elsewhere.Read("their.sensors"), kSensors);
+        folder_.Write("Dravik.ini", kSettings);
+    }
+}
+
+TEST_F(SettingsSaving, ATableWithoutSensorsIsItsEndMarkOnly) {
+    folder_.Write("languages/english.sensors", "[SensorConfig]\nSensor0Function=rpm\n");
+    Open();
+    ShowTab(1);
+    Click("cmdSensorDel");
+    Click("bSave");
+    EXPECT_EQ(folder_.Read("languages/english.sensors"), "[SensorConfig]\nSensor0Function=0\n");
+    EXPECT_EQ(basGlobal.SensorCount, 0);
+}
+
+TEST_F(SettingsSaving, OptInKeysAreWrittenWhenFilledAndGoWhenEmptied) {
+    const auto fill = [this](const char* baudrate, const char* device, const char* folder) {
+        Open();
+        Type("coBaudrate", QString::fromLatin1(baudrate));
+        Find<QComboBox>("coPort")->setCurrentIndex(4);
+        Type("coPortDevice", QString::fromLatin1(device));
+        Find<QComboBox>("coPort")->setCurrentIndex(0);  // the text belongs to the port it was for
+        Find<QComboBox>("coFolder")->setCurrentText(QStringLiteral("media"));
+        Type("tFolder", QString::fromLatin1(folder));
+        Click("bSave");
+    };
+    fill("38400", "tcp://192.168.0.10:35000", "/music");
+    const std::string expected =
+        With(std::string(kSettings), "RefreshRate=100\n", "RefreshRate=100\nBaudrate=38400\n") +
+        "[Ports]\nCOM5=tcp://192.168.0.10:35000\n"
+        "[Folders]\nmedia=/music\n";
+    EXPECT_EQ(folder_.Read("Dravik.ini"), expected);
+    fill("", "", "");
+    EXPECT_EQ(folder_.Read("Dravik.ini"), std::string(kSettings) + "[Ports]\n[Folders]\n");
+}
+
+TEST_F(SettingsSaving, AppliesTheSettingsAndOpensTheMainMenu) {
+    basGlobal.PidWanted[5] = true;
+    basGlobal.ConnState = kReceivingData;
+    Open();
+    Type("tRefreshRate", QStringLiteral("250"));
+    Click("chMiscOptions2");
+    Click("chMiscOptions3");
+    Click("bSave");
+    EXPECT_EQ(Dialog(), nullptr);
+    EXPECT_EQ(basGlobal.CurrentMenu, "mainmenu");
+    EXPECT_EQ(basGlobal.tiMain.Interval(), 250);
+    EXPECT_EQ(basGlobal.ConnState, kConnecting);
+    EXPECT_FALSE(basGlobal.PidWanted[5]);
+    EXPECT_EQ(window_->cursor().shape(), Qt::BlankCursor);
+}
+
+// A skin from the command line holds only as long as nobody chooses another one.
+TEST_F(SettingsSaving, AChosenSkinTakesThePlaceOfTheOneFromTheCommandLine) {
+    basGlobal.Launch.Skin = "night";
+    Open();
+    Type("tRefreshRate", QStringLiteral("250"));
+    Click("bSave");
+    EXPECT_EQ(basGlobal.Launch.Skin, "night");
+    Open();
+    Type("coSkin", QStringLiteral("day"));
+    Click("bSave");
+    EXPECT_EQ(basGlobal.SkinFile, basGlobal.SkinPath + "day.ini");
+}
+
+// Without a language there is no sensor file; the settings can be saved all the same.
+TEST_F(SettingsSaving, TheFirstLanguageCanBeChosenWithoutAFolderOfLanguages) {
+    std::filesystem::remove_all(folder_ / "languages");
+    LoadSettings();
+    Open();
+    Type("coLanguage", QStringLiteral("Deutsch"));
+    Click("bSave");
+    EXPECT_EQ(Dialog(), nullptr);
+    EXPECT_EQ(folder_.Read("Dravik.ini"),
+              With(std::string(kSettings), "Language=English", "Language=Deutsch"));
+}
+
+}  // namespace
+}  // namespace dravik
