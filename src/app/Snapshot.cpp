@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "app/frMain.h"
-#include "controls/ChartTrace.h"
 #include "core/MainWindow.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
@@ -29,19 +28,20 @@ std::vector<int> ChosenCharts(const std::string& argument) {
     return charts;
 }
 
-const PageCanvas::ChartItem* FindChart(int index) {
-    const SkinScreen& screen = MainWindow()->Screen();
-    const PageCanvas::ChartItem* chart = screen.Page()->Chart(index);
-    return chart != nullptr ? chart : screen.PopUp()->Chart(index);
+/// What the canvas paints of a chart; null when no chart has that number.
+const PaintedItem* FindChart(int index) {
+    const auto& charts = MainWindow()->Screen().Elements(kChartKind);
+    return static_cast<std::size_t>(index) < charts.size()
+               ? charts[static_cast<std::size_t>(index)].Item
+               : nullptr;
 }
 
-QImage DrawChart(const PageCanvas::ChartItem& chart) {
-    const QRect area(QPoint(0, 0), chart.Box.Pixels().size());
-    QImage image(area.size(), QImage::Format_RGB32);
+QImage DrawChart(const PaintedItem& chart) {
+    QImage image(chart.Place().size(), QImage::Format_RGB32);
     image.fill(Qt::black);
     QPainter painter(&image);
-    PaintChart(painter, area, basGlobal.Charts[static_cast<std::size_t>(chart.Index)], chart.Look,
-               chart.Box.Scale);
+    painter.translate(-chart.Place().topLeft());
+    chart.Paint(painter);
     return image;
 }
 
@@ -59,7 +59,7 @@ QString FreeName(const QDir& folder, int chart) {
 
 /// The message for one chart.
 QString SaveChart(const QDir& folder, int index) {
-    const PageCanvas::ChartItem* chart = FindChart(index);
+    const PaintedItem* chart = FindChart(index);
     if (chart == nullptr) return {};
     const QString name = FreeName(folder, index);
     const QString path = folder.filePath(name);

@@ -83,7 +83,7 @@ void frMain::ConnectScreen() {
         if (basGlobal.tiMain.Enabled()) RefreshScreen(*screen_);
     };
     events.ListActivated = [this](int index) {
-        const auto& lists = screen_->Elements(ElementKind::List);
+        const auto& lists = screen_->Elements(kListKind);
         if (static_cast<std::size_t>(index) < lists.size())
             ActivateListEntry(ListSlotByName(lists[static_cast<std::size_t>(index)].Evaluated));
     };

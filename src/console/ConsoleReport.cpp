@@ -4,8 +4,6 @@
 #include <utility>
 
 #include "console/ConsoleRequests.h"
-#include "controls/ButtonEx.h"
-#include "controls/SkinTextbox.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
@@ -74,66 +72,31 @@ std::string Flag(bool value) {
 
 // Elements ----------------------------------------------------------------------------------------
 
-const char* StateWord(ButtonState state) {
-    switch (state) {
-        case ButtonState::kDown:
-            return "down";
-        case ButtonState::kOver:
-            return "over";
-        case ButtonState::kUp:
-            return "up";
-    }
-    return "up";
-}
-
-/// The square that a needle sweeps.
-QRect DialRect(const PageCanvas::GaugeItem& gauge, const ScreenElement& element, double scale) {
-    const double radius = std::max(element.RadiusStart, element.RadiusEnd);
-    return DesignBox{gauge.Dial.X - radius, gauge.Dial.Y - radius, 2 * radius, 2 * radius, scale}
-        .Pixels();
-}
-
 struct Placed {
     QRect Rect;  ///< within its container
     bool Visible = true;
 };
 
-Placed PlaceOf(const SkinScreen& screen, const ScreenElement& element, int index) {
-    const PageCanvas* canvas = screen.ContainerOf(element);
-    if (const QWidget* control = screen.Control(element.Kind, index))
+Placed PlaceOf(const ScreenElement& element) {
+    if (const QWidget* control = element.Control)
         return {control->geometry(), !control->isHidden()};
-    if (element.Kind == ElementKind::Label) return {canvas->Label(index)->Box.Pixels(), true};
-    if (element.Kind == ElementKind::Chart) return {canvas->Chart(index)->Box.Pixels(), true};
-    if (element.Kind == ElementKind::Gauge)
-        return {DialRect(*canvas->Gauge(index), element, screen.Scale()), true};
-    const PageCanvas::ImageItem* image = canvas->Image(index);
-    return {image->Box.Pixels(), image->Visible};
+    return {element.Item->Place(), element.Item->Visible()};
 }
 
-std::string ShownBy(const SkinScreen& screen, const ScreenElement& element, int index) {
-    const auto member = static_cast<std::size_t>(index);
-    switch (element.Kind) {
-        case ElementKind::Button:
-            return StateWord(screen.Button[member]->State());
-        case ElementKind::Textbox:
-            return screen.Textbox[member]->Text();
-        case ElementKind::Image:
-            return element.ShowsEntry ? element.Shown : element.Picture;
-        default:
-            return element.Shown;
-    }
+std::string ShownBy(const ScreenElement& element) {
+    return element.Kind->Shown != nullptr ? element.Kind->Shown(element) : element.Shown;
 }
 
 std::string ElementLine(const SkinScreen& screen, const ScreenElement& element, int index) {
     const PageCanvas* canvas = screen.ContainerOf(element);
-    const auto [rect, shown] = PlaceOf(screen, element, index);
+    const auto [rect, shown] = PlaceOf(element);
     const QPoint corner = canvas->mapTo(canvas->window(), rect.topLeft());
     const bool visible = shown && (!element.InBox || screen.BoxShown());
-    std::string line = KindOf(element.Kind).Word;
+    std::string line = element.Kind->Word;
     for (const int number : {index, corner.x(), corner.y(), rect.width(), rect.height()})
         line += "\t" + std::to_string(number);
     line += "\t" + Flag(visible) + "\t" + OneLine(ToUtf8(element.Function)) + "\t" +
-            OneLine(ToUtf8(ShownBy(screen, element, index))) + "\n";
+            OneLine(ToUtf8(ShownBy(element))) + "\n";
     return line;
 }
 
@@ -174,8 +137,8 @@ std::string ReportState() {
 std::string ReportElements() {
     SkinScreen& screen = *CurrentScreen();
     std::string report;
-    for (const SkinKind& kind : SkinKinds()) {
-        const auto& elements = screen.Elements(kind.Kind);
+    for (const SkinKind* kind : SkinKinds()) {
+        const auto& elements = screen.Elements(*kind);
         for (std::size_t i = 0; i < elements.size(); ++i)
             report += ElementLine(screen, elements[i], static_cast<int>(i));
     }

@@ -49,14 +49,14 @@ void ReportError(const SkinError& error) {
 std::optional<SkinError> LoadKind(const std::string& section, const SkinKind& kind, bool box) {
     for (int n = 0; n <= kLastElement; ++n) {
         SkinElement element;
-        element.Kind = kind.Kind;
+        element.Kind = &kind;
         element.Section = section;
         element.Number = n;
         element.InBox = box;
         element.Function = ReadSkinValue(section, ElementKey(kind, n, "Function"));
         if (element.Function.empty()) break;
         // The charts of a box take the table over; a box without any leaves it to the page.
-        if (box && kind.Kind == ElementKind::Chart && n == 0) basGlobal.Charts = {};
+        if (box && &kind == &kChartKind && n == 0) basGlobal.Charts = {};
         if (auto error = ReadElement(element, box ? KeySet::All : KeySet::First)) return error;
         if (auto error = skinScreen->Build(std::move(element))) return error;
     }
@@ -64,8 +64,8 @@ std::optional<SkinError> LoadKind(const std::string& section, const SkinKind& ki
 }
 
 std::optional<SkinError> LoadSection(const std::string& section, bool box) {
-    for (const SkinKind& kind : SkinKinds()) {
-        if (auto error = LoadKind(section, kind, box)) return error;
+    for (const SkinKind* kind : SkinKinds()) {
+        if (auto error = LoadKind(section, *kind, box)) return error;
     }
     return std::nullopt;
 }
@@ -100,7 +100,7 @@ void BeginPage(const std::string& name) {
 bool PageIsEmpty() {
     const auto kinds = SkinKinds();
     return std::all_of(kinds.begin(), kinds.end(),
-                       [](const SkinKind& kind) { return skinScreen->Count(kind.Kind) == 0; });
+                       [](const SkinKind* kind) { return skinScreen->Count(*kind) == 0; });
 }
 
 /// Why there is nothing to show, where the skin is at fault.
@@ -128,14 +128,40 @@ void TellWhyNothing(const std::optional<SkinError>& error) {
                   basGlobal.IniFile + "\n\nCtrl+Q ends the program."));
 }
 
+/// The lists of the page and the box.
+std::vector<SkinList*> ShownLists() {
+    std::vector<SkinList*> lists;
+    for (const ScreenElement& element : skinScreen->Elements(kListKind))
+        lists.push_back(static_cast<SkinList*>(element.Control));
+    return lists;
+}
+
 /// Filling may show a message, and while that waits another page may be loaded.
 void FillShownLists() {
     std::vector<int> slots;
-    for (const ScreenElement& element : skinScreen->Elements(ElementKind::List))
+    for (const ScreenElement& element : skinScreen->Elements(kListKind))
         slots.push_back(ListSlotByName(element.Evaluated));
     for (const int slot : slots) FillMediaList(slot);
     if (skinScreen == nullptr) return;
-    for (SkinList* list : skinScreen->List) list->Refresh();
+    for (SkinList* list : ShownLists()) list->Refresh();
+}
+
+/// The deferred pass for the elements of one kind.
+std::optional<SkinError> FinishKind(const SkinKind& kind) {
+    int index = 0;
+    for (const std::string& section : PageSections(basGlobal.CurrentMenu)) {
+        for (int n = 0; n <= kLastElement; ++n) {
+            if (ReadSkinValue(section, ElementKey(kind, n, "Function")).empty()) break;
+            SkinElement keys;
+            keys.Kind = &kind;
+            keys.Section = section;
+            keys.Number = n;
+            auto error = ReadElement(keys, KeySet::Deferred);
+            if (!error) error = skinScreen->Finish(keys, index++);
+            if (error) return error;
+        }
+    }
+    return std::nullopt;
 }
 
 void BuildPage(const std::string& name, bool box) {
@@ -197,19 +223,9 @@ void RebuildPage() {
 void FinishPage() {
     basGlobal.tiSkinReload.SetEnabled(false);  // one pass per load
     if (skinScreen == nullptr) return;
-    const SkinKind& kind = KindOf(ElementKind::Button);
     std::optional<SkinError> error;
-    int index = 0;
-    for (const std::string& section : PageSections(basGlobal.CurrentMenu)) {
-        for (int n = 0; n <= kLastElement && !error; ++n) {
-            if (ReadSkinValue(section, ElementKey(kind, n, "Function")).empty()) break;
-            SkinElement keys;
-            keys.Kind = ElementKind::Button;
-            keys.Section = section;
-            keys.Number = n;
-            error = ReadElement(keys, KeySet::Deferred);
-            if (!error) error = skinScreen->FinishButton(keys, index++);
-        }
+    for (const SkinKind* kind : SkinKinds()) {
+        if (kind->Finish != nullptr && !error) error = FinishKind(*kind);
     }
     skinScreen->ApplyTabOrder();
     if (!error) return;
@@ -238,14 +254,14 @@ void ToggleBox(const std::string& name) {
 
 int ListPageSize() {
     if (skinScreen == nullptr) return 0;
-    const int last = skinScreen->Count(ElementKind::List) - 1;
-    return last < 0 ? 0 : skinScreen->List[static_cast<std::size_t>(last)]->PageSize();
+    const std::vector<SkinList*> lists = ShownLists();
+    return lists.empty() ? 0 : lists.back()->PageSize();
 }
 
 void SwitchCodeTicker() {
     bool shown = false;
     if (skinScreen != nullptr) {
-        for (const SkinList* list : skinScreen->List)
+        for (const SkinList* list : ShownLists())
             shown |= !list->isHidden() && list->Slot() == &basGlobal.Lists[kCodeListSlot];
     }
     basGlobal.tiDTCScroll.SetEnabled(shown && CodesListed());
@@ -255,8 +271,9 @@ void ClearChart(int index) {
     if (index < 0 || index >= basGlobal.ChartCount) return;
     ClearChart(basGlobal.Charts[static_cast<std::size_t>(index)]);
     if (skinScreen == nullptr) return;
-    skinScreen->Page()->RedrawChart(index);
-    skinScreen->PopUp()->RedrawChart(index);
+    const auto& charts = skinScreen->Elements(kChartKind);
+    if (static_cast<std::size_t>(index) < charts.size())
+        charts[static_cast<std::size_t>(index)].Item->Repaint();
 }
 
 }  // namespace dravik

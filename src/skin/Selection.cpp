@@ -145,18 +145,18 @@ void Selection::FocusChanged(QWidget* now) {
     const auto index = [](int found) {
         return found < 0 ? kNoFocus : static_cast<std::uint16_t>(found);
     };
-    basGlobal.FocusedButton = index(now == nullptr ? -1 : screen_.ButtonIndex(now));
-    basGlobal.FocusedSlider = index(now == nullptr ? -1 : screen_.SliderIndex(now));
+    basGlobal.FocusedButton = index(now == nullptr ? -1 : screen_.IndexOf(kButtonKind, now));
+    basGlobal.FocusedSlider = index(now == nullptr ? -1 : screen_.IndexOf(kSliderKind, now));
     basGlobal.FocusedList = SlotOf(dynamic_cast<SkinList*>(now));
 }
 
 void Selection::PointerOver(QObject* object) {
     auto* slider = dynamic_cast<Slider*>(object);
-    if (slider != nullptr && screen_.SliderIndex(slider) >= 0) SelectHovered(slider);
+    if (slider != nullptr && screen_.IndexOf(kSliderKind, slider) >= 0) SelectHovered(slider);
 }
 
 void Selection::PointerOverButton(int index) {
-    SelectHovered(screen_.Button[static_cast<std::size_t>(index)]);
+    SelectHovered(screen_.Control(kButtonKind, index));
 }
 
 void Selection::SelectHovered(QWidget* control) {
@@ -246,15 +246,12 @@ void Selection::StopRepeat() {
 std::vector<QWidget*> Selection::Candidates() const {
     std::vector<QWidget*> candidates;
     const bool inBox = screen_.BoxShown();
-    for (const ElementKind kind :
-         {ElementKind::Button, ElementKind::Slider, ElementKind::List, ElementKind::Textbox}) {
-        for (int i = 0; i < screen_.Count(kind); ++i) {
-            QWidget* control = screen_.Control(kind, i);
-            const bool belongs = (control->parentWidget() == screen_.PopUp()) == inBox;
-            const bool seen = !control->isHidden() &&
-                              control->parentWidget()->rect().intersects(control->geometry());
-            if (belongs && seen) candidates.push_back(control);
-        }
+    for (const ScreenElement* element : screen_.Selectable()) {
+        QWidget* control = element->Control;
+        const bool belongs = element->InBox == inBox;
+        const bool seen =
+            !control->isHidden() && control->parentWidget()->rect().intersects(control->geometry());
+        if (belongs && seen) candidates.push_back(control);
     }
     return candidates;
 }

@@ -116,8 +116,13 @@ std::string ElementKey(const SkinKind& kind, int number, std::string_view proper
     return (kind.Word + std::to_string(number)).append(property);
 }
 
+SkinError ElementError(const SkinElement& element, const char* key, std::string description) {
+    return {basGlobal.SkinFile, element.Section, ElementKey(*element.Kind, element.Number, key),
+            std::move(description)};
+}
+
 std::optional<SkinError> ReadElement(SkinElement& element, KeySet keys) {
-    const SkinKind& kind = KindOf(element.Kind);
+    const SkinKind& kind = *element.Kind;
     for (const SkinKey& key : kind.Keys) {
         if (keys != KeySet::All && key.Deferred != (keys == KeySet::Deferred)) continue;
         const std::string name = ElementKey(kind, element.Number, key.Name);

@@ -12,17 +12,6 @@
 /// Reading the current skin file by its reading rules.
 namespace dravik {
 
-/// What is wrong with a skin, and where.
-struct SkinError {
-    std::string File;
-    std::string Section;
-    std::string Key;
-    std::string Description;
-
-    /// "night.ini [mainmenu] Gauge0Color"; what stands outside the sections has none.
-    std::string Context() const;
-};
-
 /// Whether the current skin file has a section of that name.
 bool HasSkinSection(const std::string& name);
 
@@ -42,6 +31,9 @@ std::optional<std::int32_t> StrictNumber(std::string_view text);
 
 /// The key of an element: "Button" 0 "Function" gives "Button0Function".
 std::string ElementKey(const SkinKind& kind, int number, std::string_view property);
+
+/// A fault of one key of an element.
+SkinError ElementError(const SkinElement& element, const char* key, std::string description);
 
 /// Which of an element's keys are read: a page leaves some for the deferred pass, a box does not.
 enum class KeySet { First, Deferred, All };

@@ -3,15 +3,14 @@
 #include <QApplication>
 #include <QWidget>
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
-#include "controls/ButtonEx.h"
-#include "controls/SkinList.h"
-#include "controls/SkinTextbox.h"
-#include "controls/Slider.h"
+#include "controls/PictureCache.h"
 #include "core/basGlobal.h"
+#include "platform/Text.h"
 #include "skin/PageCanvas.h"
 #include "skin/PageControl.h"
+#include "skin/SkinFile.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {
@@ -21,22 +20,6 @@ namespace {
 /// A page outside these sizes is a mistake in the skin, not a screen.
 constexpr int kSmallestDesign = 64;
 constexpr int kLargestDesign = 16384;
-
-template <typename T>
-int IndexOf(const std::vector<T*>& array, const QWidget* control) {
-    const auto found = std::find(array.begin(), array.end(), control);
-    return found == array.end() ? -1 : static_cast<int>(found - array.begin());
-}
-
-template <typename T>
-void HideFrom(const std::vector<T*>& array, int first) {
-    for (std::size_t i = static_cast<std::size_t>(first); i < array.size(); ++i) array[i]->hide();
-}
-
-template <typename T>
-void ScaleAll(const std::vector<T*>& array, double scale) {
-    for (T* control : array) control->SetScale(scale);
-}
 
 }  // namespace
 
@@ -54,9 +37,19 @@ SkinScreen::SkinScreen(QWidget* window)
     shield_->BackgroundClicked = popUp_->BackgroundClicked = [this](bool beside) {
         if (beside && !BoxHasWayOut()) CloseBox();
     };
+    for (const SkinKind* kind : SkinKinds()) rooms_.push_back({kind, {}, {}});
 }
 
 SkinScreen::~SkinScreen() = default;
+
+SkinScreen::Room& SkinScreen::RoomOf(const SkinKind& kind) {
+    return const_cast<Room&>(std::as_const(*this).RoomOf(kind));
+}
+
+const SkinScreen::Room& SkinScreen::RoomOf(const SkinKind& kind) const {
+    return *std::find_if(rooms_.begin(), rooms_.end(),
+                         [&kind](const Room& room) { return room.Kind == &kind; });
+}
 
 bool SkinScreen::BoxShown() const {
     return !shield_->isHidden();
@@ -68,9 +61,11 @@ void SkinScreen::ShowBox(bool shown) {
 }
 
 void SkinScreen::DropPresses() {
-    for (ButtonEx* button : Button) button->DropPress();
-    for (Slider* slider : SliderArray) slider->DropPress();
-    for (SkinList* list : List) list->DropPress();
+    for (const Room& room : rooms_) {
+        for (const MemberControl& control : room.Controls) {
+            if (control.Calls.DropPress) control.Calls.DropPress();
+        }
+    }
     page_->DropPress();
     shield_->DropPress();
     popUp_->DropPress();
@@ -78,15 +73,12 @@ void SkinScreen::DropPresses() {
 }
 
 bool SkinScreen::BoxHasWayOut() const {
-    const auto& elements = elements_[static_cast<std::size_t>(ElementKind::Button)];
-    for (std::size_t i = 0; i < elements.size(); ++i) {
+    const auto& buttons = Elements(kButtonKind);
+    return std::any_of(buttons.begin(), buttons.end(), [this](const ScreenElement& button) {
         // A button without a picture or off the page cannot be touched.
-        const QRect place = Button[i]->geometry().translated(popUp_->pos());
-        if (elements[i].InBox && LeavesBox(elements[i].Function) &&
-            place.intersects(shield_->rect()))
-            return true;
-    }
-    return false;
+        const QRect place = button.Control->geometry().translated(popUp_->pos());
+        return button.InBox && LeavesBox(button.Function) && place.intersects(shield_->rect());
+    });
 }
 
 void SkinScreen::ReadDesignSize() {
@@ -113,11 +105,9 @@ void SkinScreen::Layout(QSize window) {
         SetPictureDensity(density);
         page_->SetScale(scale);
         popUp_->SetScale(scale);
-        ScaleAll(Button, scale);
-        ScaleAll(SliderArray, scale);
-        ScaleAll(Bargraph, scale);
-        ScaleAll(List, scale);
-        ScaleAll(Textbox, scale);
+        for (const Room& room : rooms_) {
+            for (const MemberControl& control : room.Controls) control.Calls.SetScale(scale);
+        }
     }
     Place();
 }
@@ -141,7 +131,7 @@ void SkinScreen::Place() {
 
 void SkinScreen::BeginPage() {
     DropPresses();
-    for (auto& elements : elements_) elements.clear();
+    for (Room& room : rooms_) room.Elements.clear();
     basGlobal.ButtonTag.clear();
     basGlobal.SliderTag.clear();
     basGlobal.ChartCount = 0;
@@ -160,79 +150,95 @@ void SkinScreen::BeginBox(int x, int y) {
     Place();
 }
 
-QWidget* SkinScreen::Control(ElementKind kind, int index) const {
-    const auto member = [index](const auto& array) -> QWidget* {
-        return index >= 0 && index < static_cast<int>(array.size())
-                   ? array[static_cast<std::size_t>(index)]
-                   : nullptr;
-    };
-    switch (kind) {
-        case ElementKind::Button:
-            return member(Button);
-        case ElementKind::Slider:
-            return member(SliderArray);
-        case ElementKind::Bargraph:
-            return member(Bargraph);
-        case ElementKind::List:
-            return member(List);
-        case ElementKind::Textbox:
-            return member(Textbox);
-        default:
-            return nullptr;
+std::optional<SkinError> SkinScreen::Build(SkinElement element) {
+    Room& room = RoomOf(*element.Kind);
+    const int index = static_cast<int>(room.Elements.size());
+    if (index >= room.Kind->Limit) {
+        return ElementError(
+            element, "Function",
+            "more than " + std::to_string(room.Kind->Limit) + " elements of this kind");
     }
+    ScreenElement built;
+    static_cast<SkinElement&>(built) = std::move(element);
+    built.Evaluated = LowerCased(built.Function);
+    if (auto error = room.Kind->Build(*this, built, index)) return error;
+    room.Elements.push_back(std::move(built));
+    return std::nullopt;
+}
+
+std::optional<SkinError> SkinScreen::Finish(const SkinElement& keys, int index) {
+    std::vector<ScreenElement>& elements = Elements(*keys.Kind);
+    if (index >= static_cast<int>(elements.size())) return std::nullopt;
+    ScreenElement& element = elements[static_cast<std::size_t>(index)];
+    // Where the load of the page ended early, an element of a box may have that index.
+    if (element.Section != keys.Section || element.Number != keys.Number) return std::nullopt;
+    return keys.Kind->Finish(*this, element, keys);
+}
+
+QWidget* SkinScreen::Control(const SkinKind& kind, int index) const {
+    const auto& controls = RoomOf(kind).Controls;
+    return index >= 0 && index < static_cast<int>(controls.size())
+               ? controls[static_cast<std::size_t>(index)].Widget
+               : nullptr;
+}
+
+void SkinScreen::AddControl(const SkinKind& kind, QWidget* control, ControlCalls calls) {
+    calls.SetScale(scale_);
+    RoomOf(kind).Controls.push_back({control, std::move(calls)});
+}
+
+int SkinScreen::IndexOf(const SkinKind& kind, const QWidget* control) const {
+    const auto& controls = RoomOf(kind).Controls;
+    const auto found = std::find_if(controls.begin(), controls.end(), [control](const auto& other) {
+        return other.Widget == control;
+    });
+    return found == controls.end() ? -1 : static_cast<int>(found - controls.begin());
+}
+
+std::vector<const ScreenElement*> SkinScreen::Selectable() const {
+    std::vector<const ScreenElement*> elements;
+    for (const Room& room : rooms_) {
+        if (!room.Kind->Selectable) continue;
+        for (const ScreenElement& element : room.Elements) elements.push_back(&element);
+    }
+    return elements;
 }
 
 PageCanvas* SkinScreen::ContainerOf(const SkinElement& element) const {
     return element.InBox ? popUp_ : page_;
 }
 
-int SkinScreen::ButtonIndex(const QWidget* control) const {
-    return IndexOf(Button, control);
-}
-
-int SkinScreen::SliderIndex(const QWidget* control) const {
-    return IndexOf(SliderArray, control);
-}
-
 void SkinScreen::HideSurplus() {
-    HideFrom(Button, Count(ElementKind::Button));
-    HideFrom(SliderArray, Count(ElementKind::Slider));
-    HideFrom(Bargraph, Count(ElementKind::Bargraph));
-    HideFrom(List, Count(ElementKind::List));
-    HideFrom(Textbox, Count(ElementKind::Textbox));
+    for (const Room& room : rooms_) {
+        for (std::size_t i = room.Elements.size(); i < room.Controls.size(); ++i)
+            room.Controls[i].Widget->hide();
+    }
 }
 
 void SkinScreen::StackControls() {
-    constexpr ElementKind kBackToFront[] = {ElementKind::Bargraph, ElementKind::Slider,
-                                            ElementKind::Button, ElementKind::Textbox,
-                                            ElementKind::List};
-    for (const ElementKind kind : kBackToFront) {
-        for (int i = 0; i < Count(kind); ++i) Control(kind, i)->raise();
+    std::vector<const ScreenElement*> stack;
+    for (const Room& room : rooms_) {
+        for (const ScreenElement& element : room.Elements) {
+            if (element.Control != nullptr) stack.push_back(&element);
+        }
     }
+    std::stable_sort(stack.begin(), stack.end(),
+                     [](const auto* a, const auto* b) { return a->Kind->Depth < b->Kind->Depth; });
+    for (const ScreenElement* element : stack) element->Control->raise();
 }
 
 void SkinScreen::ApplyTabOrder() {
-    struct Stop {
-        int Tabindex;
-        QWidget* Control;
-    };
-    std::vector<Stop> stops;
-    for (const ElementKind kind :
-         {ElementKind::Button, ElementKind::Slider, ElementKind::List, ElementKind::Textbox}) {
-        for (int i = 0; i < Count(kind); ++i)
-            stops.push_back(
-                {Elements(kind)[static_cast<std::size_t>(i)].Tabindex, Control(kind, i)});
-    }
+    std::vector<const ScreenElement*> stops = Selectable();
     std::stable_sort(stops.begin(), stops.end(),
-                     [](const Stop& a, const Stop& b) { return a.Tabindex < b.Tabindex; });
+                     [](const auto* a, const auto* b) { return a->Tabindex < b->Tabindex; });
     for (std::size_t i = 1; i < stops.size(); ++i)
-        QWidget::setTabOrder(stops[i - 1].Control, stops[i].Control);
+        QWidget::setTabOrder(stops[i - 1]->Control, stops[i]->Control);
 }
 
 void SkinScreen::SetInitialFocus() {
     PageCanvas* container = BoxShown() ? popUp_ : page_;
-    for (int i = 0; i < Count(ElementKind::Textbox); ++i) {
-        SkinTextbox* field = Textbox[static_cast<std::size_t>(i)];
+    for (const ScreenElement& element : Elements(kTextboxKind)) {
+        QWidget* field = element.Control;
         if (!field->isHidden() && field->parentWidget() == container) {
             field->setFocus();
             return;

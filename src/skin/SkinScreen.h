@@ -1,43 +1,33 @@
 #pragma once
 
-#include <QRectF>
 #include <QSize>
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "skin/SkinFile.h"
 #include "skin/SkinVocabulary.h"
 
 class QWidget;
 
 namespace dravik {
 
-class ButtonEx;
 class PageCanvas;
-class SkinList;
-class SkinPicture;
-class SkinTextbox;
-class Slider;
+class PaintedItem;
 
-/// One element in use: what the skin file says of it and how the refresh evaluates it.
+/// One element in use: what the skin file says of it, what stands for it on screen and how the
+/// refresh evaluates it.
 struct ScreenElement : SkinElement {
-    std::string Evaluated;       ///< function text as the evaluators lower-case it
-    std::string EvaluatedImage;  ///< the same of a button's image function
-    std::string EvaluatedLabel;  ///< the same of a button's label function
-    bool HasState = false;       ///< an image whose function switches it on and off
-    bool ShowsEntry = false;     ///< an image that shows the picture of the selected list entry
-    std::optional<std::string> EntryPicture;  ///< picture key of the entry that it shows
-    bool FixedText = false;                   ///< a label or a caption that no refresh changes
-    std::optional<int> Places;                ///< decimals of a label's number, where stated
-    std::string Shown;  ///< what the last refresh made it show: text or number
+    QWidget* Control = nullptr;   ///< of a kind that has controls
+    PaintedItem* Item = nullptr;  ///< of a kind that its container paints
+    std::string Evaluated;        ///< function text as the evaluators lower-case it
+    std::string EvaluatedImage;   ///< the same of a button's image function
+    std::string EvaluatedLabel;   ///< the same of a button's label function
+    bool FixedText = false;       ///< a label or a caption that no refresh changes
+    std::optional<int> Places;    ///< decimals of a label's number, where stated
+    std::string Shown;            ///< what the last refresh made it show: text or number
 };
-
-/// Where an image lies, in design pixels: a width or height that is not stated is its picture's.
-QRectF ImageArea(const SkinElement& element, const SkinPicture& picture);
 
 /// What the user does with the elements, by their index; set by the main window.
 struct ScreenEvents {
@@ -51,11 +41,11 @@ struct ScreenEvents {
     std::function<void()> PageBuilt;       ///< a page or box has been built, but not painted yet
 };
 
-/// The main window's elements: one growable array of controls per kind and the record of every
+/// The main window's elements: for each kind a growable array of controls and the record of every
 /// element in use. Controls that a page does not need are hidden, never destroyed.
 ///
-/// The page and the box each have a container. Display-only kinds (label, image, gauge, chart) have
-/// no control of their own: the container paints them.
+/// The page and the box each have a container. Kinds that only show something have no control of
+/// their own: the container paints them.
 class SkinScreen {
  public:
     /// Makes the two containers as children of the window.
@@ -84,12 +74,11 @@ class SkinScreen {
     /// Design size that the skin states; empty when it states none.
     QSize DesignSize() const { return designSize_; }
 
-    std::vector<ScreenElement>& Elements(ElementKind kind) {
-        return elements_[static_cast<std::size_t>(kind)];
+    std::vector<ScreenElement>& Elements(const SkinKind& kind) { return RoomOf(kind).Elements; }
+    const std::vector<ScreenElement>& Elements(const SkinKind& kind) const {
+        return RoomOf(kind).Elements;
     }
-    int Count(ElementKind kind) const {
-        return static_cast<int>(elements_[static_cast<std::size_t>(kind)].size());
-    }
+    int Count(const SkinKind& kind) const { return static_cast<int>(RoomOf(kind).Elements.size()); }
 
     // What the loader does with them.
 
@@ -102,10 +91,11 @@ class SkinScreen {
     std::optional<SkinError> Build(SkinElement element);
     /// Hides the controls that no element uses.
     void HideSurplus();
-    /// Puts the controls in use one above the other by kind, and within a kind by index.
+    /// Puts the controls in use one above the other by the depth of their kind, and within a kind
+    /// by index.
     void StackControls();
-    /// The deferred pass for one button: its navigation index and its over and down pictures.
-    std::optional<SkinError> FinishButton(const SkinElement& keys, int index);
+    /// The deferred pass for the element of that index, if it is still the one that the keys name.
+    std::optional<SkinError> Finish(const SkinElement& keys, int index);
     /// Puts the touchable elements into their navigation order.
     void ApplyTabOrder();
     /// Sets the focus after a load: a visible text box of the box or else of the page, otherwise
@@ -114,44 +104,43 @@ class SkinScreen {
 
     ScreenEvents Events;
 
-    // The control arrays. Members from Count(kind) on are hidden.
-    std::vector<ButtonEx*> Button;
-    std::vector<Slider*> SliderArray;
-    std::vector<Slider*> Bargraph;
-    std::vector<SkinList*> List;
-    std::vector<SkinTextbox*> Textbox;
-
     /// Index of the page's highlight picture (an image whose function is "mouseover"), -1 = none.
     int Highlight = -1;
     bool HasDvdButton = false;
     bool HasMediaTagLabel = false;
 
-    /// The control of an element, where its kind has one.
-    QWidget* Control(ElementKind kind, int index) const;
+    /// The control of that index; null when there is none yet, or the kind has no controls. From
+    /// Count(kind) on they are hidden.
+    QWidget* Control(const SkinKind& kind, int index) const;
+    /// What the screen asks of a control.
+    struct ControlCalls {
+        std::function<void(double)> SetScale;  ///< see Layout
+        std::function<void()> DropPress;       ///< see DropPresses; empty where nothing is pressed
+    };
+    /// Takes a new control in at the next index of its kind.
+    void AddControl(const SkinKind& kind, QWidget* control, ControlCalls calls);
+    /// Index of a control within its kind; -1 when it is not of that kind.
+    int IndexOf(const SkinKind& kind, const QWidget* control) const;
+    /// The controls in use that can be selected, by kind and index.
+    std::vector<const ScreenElement*> Selectable() const;
+
     /// The container of an element.
     PageCanvas* ContainerOf(const SkinElement& element) const;
 
-    /// Index of a control within its array; -1 when it is not of that array.
-    int ButtonIndex(const QWidget* control) const;
-    int SliderIndex(const QWidget* control) const;
-
  private:
-    std::optional<SkinError> BuildButton(const SkinElement& element, int index);
-    std::optional<SkinError> BuildSlider(const SkinElement& element, int index);
-    std::optional<SkinError> BuildBargraph(const SkinElement& element, int index);
-    std::optional<SkinError> BuildGauge(const SkinElement& element, int index);
-    std::optional<SkinError> BuildList(const SkinElement& element, int index);
-    std::optional<SkinError> BuildLabel(const SkinElement& element, int index);
-    std::optional<SkinError> BuildTextbox(const SkinElement& element, int index);
-    std::optional<SkinError> BuildImage(const SkinElement& element, int index);
-    std::optional<SkinError> BuildChart(const SkinElement& element, int index);
+    struct MemberControl {
+        QWidget* Widget;
+        ControlCalls Calls;
+    };
+    /// Everything of one kind.
+    struct Room {
+        const SkinKind* Kind;
+        std::vector<ScreenElement> Elements;
+        std::vector<MemberControl> Controls;
+    };
 
-    void Connect(ButtonEx* button, int index);
-    void Connect(Slider* slider, int index);
-    void Connect(SkinList* list, int index);
-    void Connect(SkinTextbox* field, int index);
-    template <typename T>
-    T* Member(std::vector<T*>& array, int index, const SkinElement& element);
+    Room& RoomOf(const SkinKind& kind);
+    const Room& RoomOf(const SkinKind& kind) const;
     void Place();
     bool BoxHasWayOut() const;
 
@@ -159,7 +148,7 @@ class SkinScreen {
     PageCanvas* page_;
     PageCanvas* shield_;  ///< covers the page while a box is open; holds popUp_ and nothing else
     PageCanvas* popUp_;
-    std::array<std::vector<ScreenElement>, kElementKinds> elements_;
+    std::vector<Room> rooms_;  ///< in the order of SkinKinds
     QSize windowSize_;
     QSize designSize_;
     double scale_ = 1;

@@ -1,19 +1,22 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <variant>
 
 #include "skinfunc/FunctionWords.h"
 
-/// The vocabulary of skin files as data: every element kind with its keys and the way each is read.
-/// The loader, the skin checker and the reference of skin authors all work from these tables.
+/// The vocabulary of skin files as data: every element kind with its keys, the way each is read and
+/// what becomes of it on screen. The loader, the refresh, the skin checker, the console and the
+/// reference of skin authors all work from these tables.
 namespace dravik {
 
-/// Element kinds in the order in which the loader builds them.
-enum class ElementKind { Button, Slider, Bargraph, Gauge, List, Label, Textbox, Image, Chart };
-constexpr std::size_t kElementKinds = 9;
+class SkinScreen;
+struct ScreenElement;
+struct SkinKind;
 
 constexpr int kLastElement = 1000;      ///< highest number of an element within its section
 constexpr int kLastCommonObject = 100;  ///< CommonObjects0 to CommonObjects100
@@ -24,7 +27,7 @@ constexpr std::size_t kSkinValueBytes = 63;
 /// One element as its keys describe it; a kind uses the fields that its table names. Positions and
 /// sizes are in the skin's own pixels, colours have red in their low byte, then green, then blue.
 struct SkinElement {
-    ElementKind Kind = ElementKind::Button;
+    const SkinKind* Kind = nullptr;
     std::string Section;  ///< section and number that it stands under in the skin file
     int Number = 0;
     bool InBox = false;
@@ -111,20 +114,57 @@ struct SkinKey {
     const FunctionRole* Role = nullptr;  ///< of a key that holds a function text
 };
 
-struct SkinKind {
-    ElementKind Kind;
-    const char* Word;
-    std::span<const SkinKey> Keys;
-    int Limit;  ///< most elements of the kind on a page
-    const char* Meaning;
-    const FunctionRole* Role;    ///< of the key Function
-    const char* FunctionSample;  ///< its value in the example
+/// What is wrong with a skin, and where.
+struct SkinError {
+    std::string File;
+    std::string Section;
+    std::string Key;
+    std::string Description;
+
+    /// "night.ini [mainmenu] Gauge0Color"; what stands outside the sections has none.
+    std::string Context() const;
 };
 
-/// The nine kinds, in the order in which the loader builds them.
-std::span<const SkinKind> SkinKinds();
+/// Tells the skin checker what is wrong with one key of an element.
+using Complain = std::function<void(const char* key, const std::string& text)>;
 
-const SkinKind& KindOf(ElementKind kind);
+/// All that an element kind is, one row each; the row stands in the file of the kind's name in
+/// skin/kinds/, which is where the functions below are, too.
+struct SkinKind {
+    // What skin files say of it.
+    const char* Word;
+    const char* Meaning;
+    std::span<const SkinKey> Keys;
+    const FunctionRole* Role;    ///< of the key Function
+    const char* FunctionSample;  ///< its value in the example
+    int Limit = kMostElements;   ///< most elements of the kind on a page
+    bool Centred = false;        ///< X and Y are its centre, and the radii tell its size
+
+    // Its place among the kinds.
+    int Depth;                ///< from back to front; within a depth the elements lie by index
+    int Turn;                 ///< its turn in a refresh, from the lowest
+    bool Selectable = false;  ///< its control takes part in the tab order and the arrow keys
+
+    /// Puts the element, as its keys describe it, onto the screen: sets its Control or its Item.
+    /// @return what went wrong, if anything did; the element is then not in use
+    std::optional<SkinError> (*Build)(SkinScreen& screen, ScreenElement& element, int index);
+    /// The deferred pass, for kinds with deferred keys. @param keys  holds those keys
+    std::optional<SkinError> (*Finish)(SkinScreen& screen, ScreenElement& element,
+                                       const SkinElement& keys) = nullptr;
+    /// One refresh of one element; null for a kind that belongs to the user.
+    void (*Refresh)(SkinScreen& screen, ScreenElement& element, int index) = nullptr;
+    /// What the element shows, as the console reports it; null where that is what the last refresh
+    /// gave it.
+    std::string (*Shown)(const ScreenElement& element) = nullptr;
+    /// What the skin checker asks of a well-read element; null for nothing.
+    void (*Check)(const SkinElement& element, const Complain& complain) = nullptr;
+};
+
+/// The kinds, in the order in which the loader builds them: that of skin/kinds/CMakeLists.txt.
+std::span<const SkinKind* const> SkinKinds();
+
+// The kinds that others ask for by name.
+extern const SkinKind kButtonKind, kSliderKind, kListKind, kLabelKind, kTextboxKind, kChartKind;
 
 /// A key that belongs to no element. "#" in its name stands for a number from 0 to Last.
 struct SectionKey {

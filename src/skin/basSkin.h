@@ -17,10 +17,10 @@ SkinScreen* CurrentScreen();
 /// run.
 void RebuildPage();
 
-/// The tick of tiMain: refreshes every element in use from memory, kind by kind.
+/// The tick of tiMain: gives every element in use its current value, kind by kind in their turns.
 void RefreshScreen(SkinScreen& screen);
 
-/// The tick of tiSkinReload: completes the buttons of the page that was loaded last.
+/// The tick of tiSkinReload: the deferred keys of the page that was loaded last.
 void FinishPage();
 
 }  // namespace dravik

@@ -116,12 +116,12 @@ std::string SectionKeys(std::span<const SectionKey> keys, const std::string& sec
     return table + example + "```\n";
 }
 
-std::string ElementKind(const SkinKind& kind) {
+std::string DescribeKind(const SkinKind& kind) {
     const std::string word = kind.Word;
     std::string text = "#### " + word + "\n\n" + std::string(kind.Meaning);
     text[text.find("\n\n") + 2] = static_cast<char>(std::toupper(kind.Meaning[0]));
     text += ".";
-    if (kind.Limit > 0) text += " A page holds at most " + std::to_string(kind.Limit) + " of them.";
+    text += " A page holds at most " + std::to_string(kind.Limit) + " of them.";
     text += "\n\n";
     text += kKeyHead;
     text += KeyRow("Function", std::string(kind.Role->Meaning) + ", required", "see below");
@@ -137,7 +137,8 @@ std::string ElementKind(const SkinKind& kind) {
 
 std::string Elements() {
     std::string text;
-    for (const SkinKind& kind : SkinKinds()) text += (text.empty() ? "" : "\n") + ElementKind(kind);
+    for (const SkinKind* kind : SkinKinds())
+        text += (text.empty() ? "" : "\n") + DescribeKind(*kind);
     return text;
 }
 

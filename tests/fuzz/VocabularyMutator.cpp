@@ -22,10 +22,10 @@ std::vector<std::string> Vocabulary() {
             words.push_back(std::string(row.Word) + "_");
         }
     }
-    for (const SkinKind& kind : SkinKinds()) {
-        const std::string element = "\n" + std::string(kind.Word) + "0";
+    for (const SkinKind* kind : SkinKinds()) {
+        const std::string element = "\n" + std::string(kind->Word) + "0";
         words.push_back(element + "Function=");
-        for (const SkinKey& key : kind.Keys) words.push_back(element + key.Name + "=");
+        for (const SkinKey& key : kind->Keys) words.push_back(element + key.Name + "=");
     }
     return words;
 }

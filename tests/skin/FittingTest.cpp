@@ -223,10 +223,10 @@ TEST_F(ReferenceTest, EveryKindAndKeyLooksAsItDid) {
     SetValues();
     ASSERT_THAT(Load("page"), IsEmpty());
     Finish();
-    for (const SkinKind& kind : SkinKinds()) {
-        for (const SkinKey& key : kind.Keys)
-            EXPECT_NE(ReadSkinValue("page", ElementKey(kind, 0, key.Name)), "")
-                << kind.Word << key.Name << " is not shown";
+    for (const SkinKind* kind : SkinKinds()) {
+        for (const SkinKey& key : kind->Keys)
+            EXPECT_NE(ReadSkinValue("page", ElementKey(*kind, 0, key.Name)), "")
+                << kind->Word << key.Name << " is not shown";
     }
     FillChart();
     Button(1).setFocus();
@@ -234,7 +234,7 @@ TEST_F(ReferenceTest, EveryKindAndKeyLooksAsItDid) {
     for (const QSize size : {QSize(800, 480), QSize(1280, 720)}) {
         window->resize(size);
         QTest::qWait(20);
-        Screen().Textbox[0]->setReadOnly(true);  // no cursor
+        Textbox(0).setReadOnly(true);  // no cursor
         Refresh();
         const QImage shown = window->grab().toImage().convertToFormat(QImage::Format_RGB32);
         const QString name = QStringLiteral(SKIN_DATA "/every-%1x%2.png");

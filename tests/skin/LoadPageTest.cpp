@@ -11,9 +11,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr auto kButton = ElementKind::Button;
-constexpr auto kLabel = ElementKind::Label;
-
 class LoadPageTest : public SkinTest {};
 
 TEST_F(LoadPageTest, SectionsAndKindsComeInOrderAndAFaultEndsTheLoadThere) {
@@ -25,11 +22,11 @@ TEST_F(LoadPageTest, SectionsAndKindsComeInOrderAndAFaultEndsTheLoadThere) {
           "Label0Color=0\n");
     EXPECT_THAT(errors, ElementsAre("Skin Config Error test.ini [mainmenu] Label0Color\r\n"
                                     "not a number that fits: \"red\""));
-    const int counts[kElementKinds] = {2, 2, 2, 2, 2, 1, 1, 1, 1};
-    for (const SkinKind& kind : SkinKinds())
-        EXPECT_EQ(Count(kind.Kind), counts[static_cast<std::size_t>(kind.Kind)]) << kind.Word;
-    EXPECT_EQ(Screen().Elements(kButton)[0].Section, "Shared");
-    EXPECT_EQ(Screen().Elements(kButton)[1].Section, "mainmenu");
+    int built[] = {2, 2, 2, 2, 2, 1, 1, 1, 1};
+    int* expected = built;
+    for (const SkinKind* kind : SkinKinds()) EXPECT_EQ(Count(*kind), *expected++) << kind->Word;
+    EXPECT_EQ(Screen().Elements(kButtonKind)[0].Section, "Shared");
+    EXPECT_EQ(Screen().Elements(kButtonKind)[1].Section, "mainmenu");
     EXPECT_FALSE(Button(1).isHidden()) << "what was built stays";
 }
 
@@ -41,7 +38,7 @@ TEST_F(LoadPageTest, NumbersAreConsecutiveAndEndAtOneThousand) {
     const std::pair<const char*, int> rows[] = {{"gap", 0}, {"empty", 1}, {"many", 1001}, {"?", 0}};
     for (const auto& [page, count] : rows) {
         EXPECT_THAT(Load(page), IsEmpty()) << page;
-        EXPECT_EQ(Count(kButton), count) << page;
+        EXPECT_EQ(Count(kButtonKind), count) << page;
     }
 }
 
@@ -61,8 +58,8 @@ TEST_F(LoadPageTest, SharedSections) {
         {"late", 1, "own"}, {"self", 2, "own"}, {"gone", 1, "own"}, {"full", 101, "shared"}};
     for (const auto& row : rows) {
         EXPECT_THAT(Load(row.Page), IsEmpty());
-        ASSERT_EQ(Count(kButton), row.Buttons) << row.Page;
-        EXPECT_EQ(Screen().Elements(kButton).back().Function, row.Last) << row.Page;
+        ASSERT_EQ(Count(kButtonKind), row.Buttons) << row.Page;
+        EXPECT_EQ(Screen().Elements(kButtonKind).back().Function, row.Last) << row.Page;
     }
 }
 
@@ -75,21 +72,22 @@ TEST_F(LoadPageTest, ControlsAreReusedGrownAndHiddenButNeverDestroyed) {
     };
     Start("[mainmenu]\n[ten]\n" + page(10) + "[three]\n" + page(3));
     Load("ten");
-    const SkinScreen& screen = Screen();
-    const auto controls = [&screen] {
-        return std::tuple(screen.Button, screen.SliderArray, screen.Bargraph, screen.List,
-                          screen.Textbox);
+    const auto controls = [this] {
+        std::vector<const QWidget*> all;
+        for (const SkinKind* kind : SkinKinds()) {
+            for (int i = 0; const QWidget* control = Screen().Control(*kind, i); ++i)
+                all.push_back(control);
+        }
+        return all;
     };
     const auto ten = controls();
-    ASSERT_EQ(screen.Button.size(), 10U);
-    for (const auto& [name, used] : {std::pair{"three", 3U}, {"ten", 10U}, {"mainmenu", 0U}}) {
+    ASSERT_EQ(ten.size(), 50U) << "of five kinds";
+    for (const auto& [name, used] : {std::pair{"three", 3}, {"ten", 10}, {"mainmenu", 0}}) {
         Load(name);
         EXPECT_EQ(controls(), ten);
-        for (std::size_t i = 0; i < 10; ++i) {
-            for (const QWidget* control : std::initializer_list<const QWidget*>{
-                     screen.Button[i], screen.SliderArray[i], screen.Bargraph[i], screen.List[i],
-                     screen.Textbox[i]})
-                EXPECT_EQ(control->isHidden(), i >= used) << name << i;
+        for (const SkinKind* kind : SkinKinds()) {
+            for (int i = 0; const QWidget* control = Screen().Control(*kind, i); ++i)
+                EXPECT_EQ(control->isHidden(), i >= used) << name << kind->Word << i;
         }
     }
 }
@@ -109,11 +107,11 @@ TEST_F(LoadPageTest, ControlsLieOneAboveTheOtherByKind) {
     Load("more");
     EXPECT_EQ(top(), &Button(0)) << "the slider came later, yet lies below";
     Load("text");
-    EXPECT_EQ(top(), Screen().Textbox[0]);
+    EXPECT_EQ(top(), &Textbox(0));
     Load("list");
-    EXPECT_EQ(top(), Screen().List[0]);
+    EXPECT_EQ(top(), &List(0));
     Load("text");
-    EXPECT_EQ(top(), Screen().Textbox[0]);
+    EXPECT_EQ(top(), &Textbox(0));
 }
 
 TEST_F(LoadPageTest, PreviousPageChangesOnlyWithTheName) {
@@ -173,10 +171,10 @@ TEST_F(LoadPageTest, PagesThatOpenThemselvesOrEachOtherComeToAnEnd) {
         "[pong]\nCommand=openmenu_ping\nButton0Function=a\nButton1Function=b\n"
         "[box]\nCommand=openbox_box\nButton0Function=c\n");
     Load("self");
-    EXPECT_EQ(Count(kButton), 1);
+    EXPECT_EQ(Count(kButtonKind), 1);
     Load("ping");
     EXPECT_EQ(basGlobal.CurrentMenu, "ping") << "the page asked for is built last";
-    EXPECT_EQ(Count(kButton), 1);
+    EXPECT_EQ(Count(kButtonKind), 1);
     Load("box", true);
     EXPECT_TRUE(BoxOpen());
     CloseBox();
@@ -193,7 +191,7 @@ TEST_F(LoadPageTest, BoxLiesOverThePageAndTakesItsClicks) {
     Click(230, 40);
     ASSERT_TRUE(BoxOpen());
     EXPECT_EQ(basGlobal.CurrentBox, "box");
-    ASSERT_EQ(Count(kButton), 4) << "its elements come after those of the page";
+    ASSERT_EQ(Count(kButtonKind), 4) << "its elements come after those of the page";
     EXPECT_EQ(Button(2).mapTo(window.get(), QPoint()), QPoint(305, 107));
     EXPECT_FALSE(Button(2).HoverOff()) << "a box has all its pictures at once";
     EXPECT_FALSE(Button(2).SkinDown().IsNull());
@@ -207,7 +205,7 @@ TEST_F(LoadPageTest, BoxLiesOverThePageAndTakesItsClicks) {
 
     ToggleBox("whatever");
     EXPECT_FALSE(BoxOpen());
-    EXPECT_EQ(Count(kButton), 2);
+    EXPECT_EQ(Count(kButtonKind), 2);
     EXPECT_TRUE(Button(2).isHidden());
     ToggleBox("bare");
     EXPECT_EQ(Button(2).mapTo(window.get(), QPoint()), QPoint(0, 0));
@@ -269,11 +267,11 @@ TEST_F(LoadPageTest, LimitsAreErrorsThatNameTheElement) {
           charts);
     const struct {
         const char *Page, *Key;
-        ElementKind Kind;
+        const SkinKind& Kind;
         int Limit;
-    } rows[] = {{"labels", "Label20Function", kLabel, 41},
-                {"gauges", "Gauge8Function", ElementKind::Gauge, 17},
-                {"charts", "Chart3Function", ElementKind::Chart, 7}};
+    } rows[] = {{"labels", "Label20Function", kLabelKind, 41},
+                {"gauges", "Gauge8Function", KindOf("Gauge"), 17},
+                {"charts", "Chart3Function", kChartKind, 7}};
     for (const auto& row : rows) {
         const auto messages = Load(row.Page);
         EXPECT_THAT(messages, ElementsAre(HasSubstr(std::string("test.ini [") + row.Page + "] " +
@@ -297,8 +295,8 @@ TEST_F(LoadPageTest, OverAndDownPicturesAndTabindexComeWithTheDeferredPass) {
     EXPECT_FALSE(Button(0).SkinOver().IsNull());
     EXPECT_TRUE(Button(1).SkinOver().IsNull());
     EXPECT_FALSE(Button(1).SkinDown().IsNull());
-    EXPECT_EQ(Screen().Elements(kButton)[0].Tabindex, 9);
-    EXPECT_EQ(Screen().Elements(kButton)[1].Tabindex, 7);
+    EXPECT_EQ(Screen().Elements(kButtonKind)[0].Tabindex, 9);
+    EXPECT_EQ(Screen().Elements(kButtonKind)[1].Tabindex, 7);
     Move(30, 30);
     Move(32, 32);
     EXPECT_EQ(basGlobal.FocusedButton, 0);
@@ -317,7 +315,7 @@ TEST_F(LoadPageTest, DeferredPassLeavesTheBoxOfAFailedPageAlone) {
         ButtonKeys({{"x", 0, 0}, {"y", 0, 0}}));
     EXPECT_THAT(Load("bad"), ElementsAre(HasSubstr("[bad] Button0Up\r\nfile not found: ")));
     Load("box", true);
-    ASSERT_EQ(Count(kButton), 2);
+    ASSERT_EQ(Count(kButtonKind), 2);
     Finish();
     EXPECT_TRUE(Button(0).SkinOver().IsNull());
     EXPECT_TRUE(Button(1).SkinOver().IsNull());
@@ -419,9 +417,9 @@ TEST_F(LoadPageTest, LabelsWithoutASizeEndWhereThePageDoes) {
     for (const QSize size : {QSize(800, 480), QSize(1000, 300)}) {
         window->resize(size);
         ASSERT_TRUE(Until([&] { return Screen().Page()->size() == size; }));
-        EXPECT_EQ(Screen().Page()->Label(0)->Box.Pixels(),
+        EXPECT_EQ(Element(kLabelKind, 0).Item->Place(),
                   QRect(100, 0, size.width() - 100, size.height()));
-        EXPECT_EQ(Screen().PopUp()->Label(1)->Box.Pixels(),
+        EXPECT_EQ(Element(kLabelKind, 1).Item->Place(),
                   QRect(100, 0, size.width() - 400, size.height() - 50));
         EXPECT_TRUE(inkAt(QRect(size.width() - 30, 0, 30, 50))) << "at the edge of the page";
         EXPECT_TRUE(inkAt(QRect(size.width() - 30, 60, 30, 50))) << "and of the page beneath";
@@ -437,17 +435,17 @@ TEST_F(LoadPageTest, TextBoxesTakeTheFocusAndKeepTheirText) {
           "[empty]\n");
     EXPECT_TRUE(Screen().Page()->hasFocus());
     Load("edit");
-    EXPECT_TRUE(Screen().Textbox[0]->hasFocus());
+    EXPECT_TRUE(Textbox(0).hasFocus());
     for (const Qt::Key digit : {Qt::Key_0, Qt::Key_8, Qt::Key_1, Qt::Key_5}) Key(digit);
     Load("box", true);
-    EXPECT_TRUE(Screen().Textbox[2]->hasFocus()) << "that of the box, not that of the page";
+    EXPECT_TRUE(Textbox(2).hasFocus()) << "that of the box, not that of the page";
     CloseBox();
     Load("empty", true);
     EXPECT_TRUE(Screen().PopUp()->hasFocus());
     Load("mainmenu");
     Load("edit");
-    EXPECT_EQ(Screen().Textbox[0]->Text(), "0815");
-    EXPECT_EQ(Screen().Textbox[1]->Text(), "");
+    EXPECT_EQ(Textbox(0).Text(), "0815");
+    EXPECT_EQ(Textbox(1).Text(), "");
 }
 
 TEST_F(LoadPageTest, APageWithoutASkinSaysSoAndATouchOpensTheSettings) {

@@ -128,7 +128,7 @@ TEST_F(PressTest, MessageIgnoresTheRestOfADoubleClickThatOpenedIt) {
 }
 
 TEST_F(PressTest, HoveringLeavesTheKeyboardToATextBox) {
-    const QWidget* field = Screen().Textbox[0];
+    const QWidget* field = &Textbox(0);
     ASSERT_EQ(window->focusWidget(), field);
     for (const QPoint at : {QPoint(10, 10), {12, 12}, {20, 210}, {22, 210}}) Move(at.x(), at.y());
     EXPECT_EQ(window->focusWidget(), field);
@@ -155,7 +155,7 @@ TEST_F(PressTest, FreshPairsOfAHeldKeyAreItsRepeats) {
     EXPECT_EQ(take(), "sensoron_a") << "never held: two taps that a program has sent";
     KeyAt(1950, QEvent::KeyRelease, Qt::Key_Return);
 
-    Screen().List[0]->setFocus();
+    List(0).setFocus();
     KeyAt(2000, QEvent::KeyPress, Qt::Key_Down);
     EXPECT_EQ(Media().Selected, 2);
     KeyAt(2660, QEvent::KeyRelease, Qt::Key_Down);

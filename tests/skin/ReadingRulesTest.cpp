@@ -64,19 +64,19 @@ TEST(ReadingRules, EveryKeyIsReadByItsOwnRule) {
         {Read::Text, {"12x", "&H10", "4294967296", "-32769", ""}},
         {Read::Picture, {"12x", "&H10", "4294967296", "-32769", ""}}};
     const TemporaryFolder folder;
-    for (const SkinKind& kind : SkinKinds()) {
+    for (const SkinKind* kind : SkinKinds()) {
         std::string strictKeys;
-        for (const SkinKey& key : kind.Keys) {
-            if (key.How == Read::Strict) strictKeys += ElementKey(kind, 3, key.Name) + "=0\n";
+        for (const SkinKey& key : kind->Keys) {
+            if (key.How == Read::Strict) strictKeys += ElementKey(*kind, 3, key.Name) + "=0\n";
         }
-        for (const SkinKey& key : kind.Keys) {
-            const std::string name = ElementKey(kind, 3, key.Name);
+        for (const SkinKey& key : kind->Keys) {
+            const std::string name = ElementKey(*kind, 3, key.Name);
             std::vector<std::string> read;
             for (const std::string& value : values) {
                 basGlobal.SkinFile =
                     folder.Write("s.ini", "[P]\n" + name + "=" + value + "\n" + strictKeys);
                 SkinElement element;
-                element.Kind = kind.Kind;
+                element.Kind = kind;
                 element.Section = "P";
                 element.Number = 3;
                 if (const auto error = ReadElement(element, KeySet::All)) {

@@ -90,7 +90,7 @@ TEST_F(RefreshTest, HighlightFollowsTheSelection) {
     Button(0).setFocus();
     Refresh();
     EXPECT_TRUE(shown(11, 11) && shown(73, 73) && !shown(75, 75)) << "as large as the button";
-    Screen().SliderArray[0]->setFocus();
+    SliderAt(0).setFocus();
     Refresh();
     EXPECT_TRUE(!shown(12, 12) && shown(201, 101) && shown(263, 163));
     Screen().Page()->setFocus();
@@ -120,22 +120,22 @@ TEST_F(RefreshTest, ValuesReachTheirElementsAndMarkTheirPids) {
         EXPECT_EQ(basGlobal.PidWanted[pid], pid == 5 || pid == 12) << pid;
     EXPECT_EQ(LabelShown(0), "4000");
     EXPECT_EQ(LabelShown(1), "4000.0");
-    EXPECT_EQ(Screen().SliderArray[0]->Position(), 40);
-    EXPECT_EQ(Screen().Bargraph[0]->Position(), 50);
-    const auto needle = Screen().Page()->Gauge(0)->Line;
-    ASSERT_TRUE(needle);
-    EXPECT_NEAR(needle->X2, 300, 0.1) << "half way is straight up";
-    EXPECT_NEAR(needle->Y2, 200, 0.1);
-    EXPECT_FALSE(Screen().Page()->Gauge(1)->Line) << "its function names nothing";
-    EXPECT_FALSE(Screen().Page()->Gauge(2)->Line) << "equal bounds";
+    EXPECT_EQ(SliderAt(0).Position(), 40);
+    EXPECT_EQ(Bargraph(0).Position(), 50);
+    const auto needle = Element(KindOf("Gauge"), 0).Item->Covers();
+    EXPECT_NEAR(needle.center().x(), 300, 1) << "half way is straight up";
+    EXPECT_NEAR(needle.top(), 200, 3);
+    EXPECT_TRUE(Element(KindOf("Gauge"), 1).Item->Covers().isEmpty())
+        << "its function names nothing";
+    EXPECT_TRUE(Element(KindOf("Gauge"), 2).Item->Covers().isEmpty()) << "equal bounds";
     EXPECT_EQ(basGlobal.Charts[0].Filled, 1);
 
     basGlobal.Sensors[0].Factor = std::numeric_limits<float>::infinity();
     basGlobal.LiveRaw[5] = 60;
     Refresh();
-    EXPECT_EQ(Screen().Page()->Gauge(0)->Line, needle) << "no finite value";
-    EXPECT_EQ(Screen().Bargraph[0]->Position(), 50);
-    EXPECT_EQ(Screen().SliderArray[0]->Position(), 60) << "the others go on";
+    EXPECT_EQ(Element(KindOf("Gauge"), 0).Item->Covers(), needle) << "no finite value";
+    EXPECT_EQ(Bargraph(0).Position(), 50);
+    EXPECT_EQ(SliderAt(0).Position(), 60) << "the others go on";
     Load("mainmenu");
     Refresh();
     for (const bool wanted : basGlobal.PidWanted) EXPECT_FALSE(wanted);
@@ -156,14 +156,14 @@ TEST_F(RefreshTest, ALoadedElementStartsAtItsMinimum) {
     basGlobal.LiveRaw[5] = 40;
     Load("mainmenu");
     Refresh();
-    EXPECT_EQ(Screen().SliderArray[0]->Position(), 40);
-    EXPECT_EQ(Screen().Bargraph[0]->Position(), 40);
-    EXPECT_EQ(Screen().Bargraph[1]->Position(), 60);
+    EXPECT_EQ(SliderAt(0).Position(), 40);
+    EXPECT_EQ(Bargraph(0).Position(), 40);
+    EXPECT_EQ(Bargraph(1).Position(), 60);
     Load("mute");
     Refresh();
-    EXPECT_EQ(Screen().SliderArray[0]->Position(), 0);
-    EXPECT_EQ(Screen().Bargraph[0]->Position(), 0);
-    EXPECT_EQ(Screen().Bargraph[1]->Position(), 100) << "empty, though equal bounds give no scale";
+    EXPECT_EQ(SliderAt(0).Position(), 0);
+    EXPECT_EQ(Bargraph(0).Position(), 0);
+    EXPECT_EQ(Bargraph(1).Position(), 100) << "empty, though equal bounds give no scale";
 }
 
 TEST_F(RefreshTest, TheTickerRunsWhileTheListShowsACode) {
@@ -226,11 +226,11 @@ TEST_F(RefreshTest, ListsShowTheirSlotAndTheLastOneIsCurrent) {
     const int media = ListSlotByName("media");
     FillList(media, 11);
     EXPECT_EQ(basGlobal.CurrentList, media);
-    EXPECT_EQ(Screen().List[0]->Slot(), FindList(ListSlotByName("playlist")));
-    EXPECT_EQ(ListPageSize(), 100 / Screen().List[1]->RowHeight());
+    EXPECT_EQ(List(0).Slot(), FindList(ListSlotByName("playlist")));
+    EXPECT_EQ(ListPageSize(), 100 / List(1).RowHeight());
     Refresh();
     EXPECT_EQ(LabelShown(0), "entry 1");
-    EXPECT_EQ(Screen().SliderArray[0]->Position(), 0);
+    EXPECT_EQ(SliderAt(0).Position(), 0);
 
     Press(5, 210);
     Move(30, 210);
@@ -241,11 +241,11 @@ TEST_F(RefreshTest, ListsShowTheirSlotAndTheLastOneIsCurrent) {
     Release(790, 210);
     Refresh();
     EXPECT_EQ(FindList(media)->Selected, 11);
-    EXPECT_EQ(Screen().SliderArray[0]->Position(), 90);
+    EXPECT_EQ(SliderAt(0).Position(), 90);
     SelectListEntry(*FindList(media), 2);
     Refresh();
     EXPECT_EQ(Pixel(308, 308), QColor(Qt::red)) << "the picture of the selected entry";
-    EXPECT_EQ(Screen().SliderArray[0]->Position(), 9);
+    EXPECT_EQ(SliderAt(0).Position(), 9);
     Load("bare");
     EXPECT_EQ(CurrentList(), nullptr);
     EXPECT_EQ(ListPageSize(), 0);

@@ -64,7 +64,7 @@ TEST_F(SelectionTest, ArrowKeysReachEveryElementAndWrap) {
     EXPECT_THAT(Walk({Qt::Key_Right, Qt::Key_Right, Qt::Key_Down, Qt::Key_Left, Qt::Key_Up}),
                 ElementsAre(0, 1, 6, 5, 0));
     EXPECT_THAT(Walk({Qt::Key_Left}), ElementsAre(-1));
-    EXPECT_TRUE(Screen().List[0]->hasFocus()) << "round the edge, the farthest on the right";
+    EXPECT_TRUE(List(0).hasFocus()) << "round the edge, the farthest on the right";
     Button(12).setFocus();
     EXPECT_THAT(Walk({Qt::Key_Down}), ElementsAre(-1));
     EXPECT_EQ(basGlobal.FocusedSlider, 0);
@@ -79,7 +79,7 @@ TEST_F(SelectionTest, ArrowKeysReachEveryElementAndWrap) {
         for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down}) {
             // Up and down step the entries of a list; left and right lead out of it.
             const bool steps = key == Qt::Key_Up || key == Qt::Key_Down;
-            if (from == Screen().List[0] && steps) continue;
+            if (from == &List(0) && steps) continue;
             from->setFocus();
             Key(key);
             EXPECT_NE(window->focusWidget(), from) << "no key leads nowhere";
@@ -152,7 +152,7 @@ TEST_F(SelectionTest, WheelNeedsItsOptionAndCountsNotches) {
 TEST_F(SelectionTest, PageKeysWorkInTheListThatHasTheFocus) {
     Start("[mainmenu]\nList0Function=media\nList0Width=100\nList0Height=200\n");
     FillMedia(50);
-    SkinList* list = Screen().List[0];
+    SkinList* list = &List(0);
     list->setFocus();
     const int page = list->PageSize();
     const auto last = static_cast<int>(Media().Entries.size());

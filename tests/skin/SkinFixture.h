@@ -22,9 +22,11 @@
 #include "controls/Slider.h"
 #include "core/basGlobal.h"
 #include "platform/Pointer.h"
+#include "platform/Text.h"
 #include "skin/PageCanvas.h"
 #include "skin/PageControl.h"
 #include "skin/Selection.h"
+#include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"
 #include "skin/basSkin.h"
 #include "skin/message/ShowMessage.h"
@@ -101,12 +103,30 @@ class SkinTest : public ::testing::Test {
     }
 
     SkinScreen& Screen() const { return window->Screen(); }
-    int Count(ElementKind kind) const { return Screen().Count(kind); }
+    int Count(const SkinKind& kind) const { return Screen().Count(kind); }
     void Refresh() const { RefreshScreen(Screen()); }
-    ButtonEx& Button(int index) const { return *Screen().Button[static_cast<std::size_t>(index)]; }
+    const ScreenElement& Element(const SkinKind& kind, int index) const {
+        return Screen().Elements(kind).at(static_cast<std::size_t>(index));
+    }
+    template <typename T>
+    T& Control(const SkinKind& kind, int index) const {
+        return dynamic_cast<T&>(*Screen().Control(kind, index));
+    }
+    ButtonEx& Button(int index) const { return Control<ButtonEx>(kButtonKind, index); }
+    Slider& SliderAt(int index) const { return Control<Slider>(kSliderKind, index); }
+    Slider& Bargraph(int index) const { return Control<Slider>(KindOf("Bargraph"), index); }
+    SkinList& List(int index) const { return Control<SkinList>(kListKind, index); }
+    SkinTextbox& Textbox(int index) const { return Control<SkinTextbox>(kTextboxKind, index); }
+    static const SkinKind& KindOf(const std::string& word) {
+        for (const SkinKind* kind : SkinKinds()) {
+            if (kind->Word == word) return *kind;
+        }
+        throw std::out_of_range(word);
+    }
     std::string LabelShown(int index) const {
-        const auto* label = Screen().Page()->Label(index);
-        return label == nullptr ? "(none)" : label->Text.toStdString();
+        const auto& labels = Screen().Elements(kLabelKind);
+        const auto place = static_cast<std::size_t>(index);
+        return place < labels.size() ? ToUtf8(labels[place].Shown) : "(none)";
     }
     QColor Pixel(int x, int y) const { return window->grab().toImage().pixelColor(x, y); }
 

@@ -22,8 +22,6 @@ constexpr const char* kStartPage = "mainmenu";
 constexpr const char* kNextOutsideTheList = "mediaplayer";  // where "openmenu_+" leads from there
 constexpr const char* kBeforeOutsideTheList = "Menu8";      // what "openmenu_-" reads there
 
-using Counts = std::array<int, kElementKinds>;  ///< elements of each kind
-
 /// Walks from page to page as a user can.
 class PageWalk {
  public:
@@ -112,12 +110,11 @@ class PageWalk {
 
     void VisitPage(const string& page) {
         CheckSharedSections(page);
-        Counts counts{};
+        KindCounts counts;
         std::set<string> boxes;
         for (const string& section : PageSections(page)) {
             const SectionFacts& facts = FactsOf(section);
-            for (std::size_t kind = 0; kind < kElementKinds; ++kind)
-                counts[kind] += facts.Counts[kind];
+            for (const auto& [kind, count] : facts.Counts) counts[kind] += count;
             for (const Opening& opening : facts.Openings) {
                 const bool atBuild = EqualsNoCase(opening.Key, kCommandKey);
                 if (atBuild && !EqualsNoCase(section, page)) continue;  // not run
@@ -176,32 +173,31 @@ class PageWalk {
         return "the page \"" + page + "\" is not in the menu list, so this leads to \"";
     }
 
-    void CheckLimits(const string& page, const Counts& counts, const string& with) {
-        for (const SkinKind& kind : SkinKinds()) {
-            const int count = counts[static_cast<std::size_t>(kind.Kind)];
-            if (kind.Limit == 0 || count <= kind.Limit) continue;
+    void CheckLimits(const string& page, const KindCounts& counts, const string& with) {
+        for (const SkinKind* kind : SkinKinds()) {
+            const int count = CountOf(counts, kind);
+            if (count <= kind->Limit) continue;
             findings_.Add(page, "",
-                          "has " + std::to_string(count) + " elements of the kind " + kind.Word +
+                          "has " + std::to_string(count) + " elements of the kind " + kind->Word +
                               " with its shared sections" + with + "; at most " +
-                              std::to_string(kind.Limit) + " work");
+                              std::to_string(kind->Limit) + " work");
         }
     }
 
     /// Takes note of how many elements there are beside those of the page's sections.
-    void Allow(const string& page, const Counts& counts) {
+    void Allow(const string& page, const KindCounts& counts) {
         for (const string& section : PageSections(page)) {
-            Counts& most = most_[LowerCased(section)];
-            for (std::size_t kind = 0; kind < kElementKinds; ++kind)
-                most[kind] = std::max(most[kind], counts[kind]);
+            KindCounts& most = most_[LowerCased(section)];
+            for (const auto& [kind, count] : counts) most[kind] = std::max(most[kind], count);
         }
     }
 
     /// Texts that name an element by a number which no page with their section reaches.
-    void CheckNamedElements(const SectionFacts& facts, const Counts& most) {
+    void CheckNamedElements(const SectionFacts& facts, const KindCounts& most) {
         for (const NamedElement& named : facts.Named) {
-            const int count = most[static_cast<std::size_t>(named.Kind)];
+            const int count = CountOf(most, named.Kind);
             if (named.Number < count) continue;
-            const string kind = LowerCased(KindOf(named.Kind).Word);
+            const string kind = LowerCased(named.Kind->Word);
             findings_.Add(named.Section, named.Key,
                           "there is no " + kind + " " + std::to_string(named.Number) +
                               ": the page has at most " + std::to_string(count) +
@@ -222,22 +218,21 @@ class PageWalk {
     }
 
     /// The elements of a box come on top of those of the page beneath.
-    void CheckBoxOver(const string& page, const string& box, const Counts& pageCounts) {
-        Counts boxCounts{};
+    void CheckBoxOver(const string& page, const string& box, const KindCounts& pageCounts) {
+        KindCounts boxCounts;
         for (const string& section : PageSections(box)) {
-            for (std::size_t kind = 0; kind < kElementKinds; ++kind)
-                boxCounts[kind] += FactsOf(section).Counts[kind];
+            for (const auto& [kind, count] : FactsOf(section).Counts) boxCounts[kind] += count;
         }
-        Counts both = pageCounts;
-        for (std::size_t kind = 0; kind < kElementKinds; ++kind) both[kind] += boxCounts[kind];
+        KindCounts both = pageCounts;
+        for (const auto& [kind, count] : boxCounts) both[kind] += count;
         Allow(page, both);
         Allow(box, both);
         // What is too much already without the other is told there.
-        Counts sum{};
-        for (const SkinKind& kind : SkinKinds()) {
-            const auto i = static_cast<std::size_t>(kind.Kind);
-            if (pageCounts[i] <= kind.Limit && boxCounts[i] > 0 && boxCounts[i] <= kind.Limit)
-                sum[i] = pageCounts[i] + boxCounts[i];
+        KindCounts sum;
+        for (const auto& [kind, count] : boxCounts) {
+            const int beneath = CountOf(pageCounts, kind);
+            if (beneath <= kind->Limit && count > 0 && count <= kind->Limit)
+                sum[kind] = beneath + count;
         }
         CheckLimits(box, sum, " and the page \"" + page + "\" beneath");
     }
@@ -279,7 +274,7 @@ class PageWalk {
     std::set<string> boxes_;  ///< pages that are opened as a box, in lower case
     std::deque<string> waiting_;
     std::map<string, SectionFacts> facts_;
-    std::map<string, Counts> most_;  ///< elements on the fullest page with that section
+    std::map<string, KindCounts> most_;  ///< elements on the fullest page with that section
 };
 
 }  // namespace

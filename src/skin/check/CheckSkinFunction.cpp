@@ -176,10 +176,10 @@ std::optional<NamedElement> ElementOf(const FunctionWord& row, const Call& call)
     const std::size_t name = chart ? kChartName : snapshot ? 0 : kControlName;
     const std::optional<int> number = Index(call.Text.Argument.substr(name));
     if (!number) return std::nullopt;
-    const ElementKind kind = row.Argument != Takes::Control   ? ElementKind::Chart
-                             : row.Word == "mouseover_slider" ? ElementKind::Slider
-                                                              : ElementKind::Button;
-    return NamedElement{kind, *number, {}, {}};
+    const SkinKind& kind = row.Argument != Takes::Control   ? kChartKind
+                           : row.Word == "mouseover_slider" ? kSliderKind
+                                                            : kButtonKind;
+    return NamedElement{&kind, *number, {}, {}};
 }
 
 /// Where a text leads that its evaluator takes.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <map>
 #include <optional>
 #include <string>
@@ -24,7 +23,7 @@ struct Opening {
 
 /// A button, slider or chart that a function text names by its number on the page.
 struct NamedElement {
-    ElementKind Kind;
+    const SkinKind* Kind;
     int Number = 0;
     std::string Section;  ///< where the text stands
     std::string Key;
@@ -48,9 +47,14 @@ std::string NearestWord(std::string_view word, const std::vector<std::string>& k
 /// "; did you mean NAME?", or nothing.
 std::string DidYouMean(std::string_view word, const std::vector<std::string>& known);
 
+using KindCounts = std::map<const SkinKind*, int>;  ///< elements of each kind
+
+/// How many elements of a kind there are; a kind that is not named has none.
+int CountOf(const KindCounts& counts, const SkinKind* kind);
+
 /// What the walk over the pages needs to know of one section.
 struct SectionFacts {
-    std::array<int, kElementKinds> Counts{};  ///< elements of each kind
+    KindCounts Counts;
     std::vector<Opening> Openings;
     std::vector<NamedElement> Named;
     std::string NextMenuKey;    ///< key with "openmenu_+", empty when there is none
@@ -86,7 +90,6 @@ class SkinFindings {
     void CheckElement(const SkinElement& element, SectionFacts& facts);
     void CheckRanges(const SkinElement& element);
     void CheckSense(const SkinElement& element);
-    void CheckFontStyle(const SkinElement& element);
     void CheckPlace(const SkinElement& element);
     void CheckUnknownKeys(const std::string& section, const SectionFacts& facts);
     static void Note(SectionFacts& facts, const FunctionVerdict& verdict, const std::string& key);

@@ -42,13 +42,13 @@ struct ElementKeyName {
 };
 
 ElementKeyName TakeApart(string_view key) {
-    for (const SkinKind& kind : SkinKinds()) {
-        const string_view word = kind.Word;
+    for (const SkinKind* kind : SkinKinds()) {
+        const string_view word = kind->Word;
         if (!EqualsNoCase(key.substr(0, word.size()), word)) continue;
         const string_view rest = key.substr(word.size());
         const std::size_t end = std::min(rest.find_first_not_of("0123456789"), rest.size());
         const auto number = PlainNumber(rest.substr(0, end));
-        if (number) return {&kind, *number, rest.substr(end)};
+        if (number) return {kind, *number, rest.substr(end)};
     }
     return {};
 }
@@ -245,16 +245,21 @@ void SkinFindings::CheckRepeats(const string& section) {
     }
 }
 
+int CountOf(const KindCounts& counts, const SkinKind* kind) {
+    const auto found = counts.find(kind);
+    return found == counts.end() ? 0 : found->second;
+}
+
 SectionFacts SkinFindings::CheckPageSection(const string& section) {
     SectionFacts facts;
-    for (const SkinKind& kind : SkinKinds()) {
-        int& count = facts.Counts[static_cast<std::size_t>(kind.Kind)];
+    for (const SkinKind* kind : SkinKinds()) {
+        int& count = facts.Counts[kind];
         for (; count <= kLastElement; ++count) {
             SkinElement element;
-            element.Kind = kind.Kind;
+            element.Kind = kind;
             element.Section = section;
             element.Number = count;
-            element.Function = ReadSkinValue(section, ElementKey(kind, count, "Function"));
+            element.Function = ReadSkinValue(section, ElementKey(*kind, count, "Function"));
             if (element.Function.empty()) break;
             CheckElement(element, facts);
         }
@@ -271,12 +276,12 @@ SectionFacts SkinFindings::CheckPageSection(const string& section) {
 }
 
 void SkinFindings::CheckElement(const SkinElement& element, SectionFacts& facts) {
-    const SkinKind& kind = KindOf(element.Kind);
+    const SkinKind& kind = *element.Kind;
     const string& section = element.Section;
     const string function = ElementKey(kind, element.Number, "Function");
     CheckValue(section, function, Read::Text);
     Note(facts, CheckRole(section, function, *kind.Role), function);
-    if (element.Kind == ElementKind::Button) facts.LeavesBox |= LeavesBox(element.Function);
+    if (element.Kind == &kButtonKind) facts.LeavesBox |= LeavesBox(element.Function);
     for (const SkinKey& key : kind.Keys) {
         const string name = ElementKey(kind, element.Number, key.Name);
         CheckValue(section, name, key.How);
@@ -312,7 +317,7 @@ void SkinFindings::CheckSectionKeys(const string& section, std::span<const Secti
 }
 
 void SkinFindings::CheckUnknownKeys(const string& section, const SectionFacts& facts) {
-    std::set<std::pair<ElementKind, int>> reported;
+    std::set<std::pair<const SkinKind*, int>> reported;
     for (const string& name : ProfileKeys(basGlobal.SkinFile, section)) {
         const ElementKeyName key = TakeApart(name);
         if (key.Kind == nullptr) {
@@ -328,8 +333,8 @@ void SkinFindings::CheckUnknownKeys(const string& section, const SectionFacts& f
                     DidYouMean(key.Property, properties));
             continue;
         }
-        const int count = facts.Counts[static_cast<std::size_t>(key.Kind->Kind)];
-        if (key.Number < count || !reported.insert({key.Kind->Kind, key.Number}).second) continue;
+        const int count = CountOf(facts.Counts, key.Kind);
+        if (key.Number < count || !reported.insert({key.Kind, key.Number}).second) continue;
         const string own = ElementKey(*key.Kind, key.Number, "Function");
         if (key.Number > kLastElement)
             Add(section, name, "is not read: the numbers end at " + std::to_string(kLastElement));
@@ -385,7 +390,7 @@ void SkinFindings::CheckMessage(const string& section) {
             Add(section, "Button0Function", "no button answers \"" + string(needed.Answer) + "\"");
     }
     SkinElement label;
-    label.Kind = ElementKind::Label;
+    label.Kind = &kLabelKind;
     label.Section = section;
     label.Alignment = ReadSkinInteger(section, "Label0Alignment");
     label.FontSize = ReadSkinInteger(section, "Label0FontSize");

@@ -233,6 +233,7 @@ TEST(CheckSkin, LoaderTakesTheNumbersThatTheCheckerTakes) {
         text.replace(text.find(old), old.size(), "Button0ImageY=" + std::string(number));
         const bool clean = skin.Check(text).empty();
         SkinElement button;
+        button.Kind = &kButtonKind;
         button.Section = "mainmenu";
         EXPECT_EQ(ReadElement(button, KeySet::First).has_value(), !clean) << number;
     }

@@ -61,10 +61,10 @@ TEST_F(Vocabulary, EveryListHasItsSlot) {
 TEST_F(Vocabulary, SamplesOfAllKeysMakeASoundPage) {
     std::string page = "[samples]\n";
     std::string text = SoundSkin::Text();
-    for (const SkinKind& kind : SkinKinds()) {
-        const std::string prefix = std::string(kind.Word) + "0";
-        page += prefix + "Function=" + kind.FunctionSample + "\n";
-        for (const SkinKey& key : kind.Keys)
+    for (const SkinKind* kind : SkinKinds()) {
+        const std::string prefix = std::string(kind->Word) + "0";
+        page += prefix + "Function=" + kind->FunctionSample + "\n";
+        for (const SkinKey& key : kind->Keys)
             page += prefix + key.Name + "=" + (key.How == Read::Picture ? "key.png" : key.Sample) +
                     "\n";
     }

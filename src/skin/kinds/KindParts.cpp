@@ -1,0 +1,32 @@
+#include "skin/kinds/KindParts.h"
+
+#include "core/basGlobal.h"
+#include "platform/Text.h"
+#include "skinfunc/basValueProc.h"
+
+namespace dravik {
+
+SkinPicture PictureReader::Load(const char* key, const std::string& name) {
+    SkinPicture picture = LoadSkinPicture(PicturePath(name), scale_);
+    if (!picture.Error().empty() && !error_) error_ = ElementError(element_, key, picture.Error());
+    return picture;
+}
+
+void CheckSize(const SkinElement& element, const Complain& complain) {
+    if (element.Width <= 0) complain("Width", "without a width nothing is seen");
+    if (element.Height <= 0) complain("Height", "without a height nothing is seen");
+}
+
+bool ShowText(ScreenElement& element, std::string text) {
+    if (text == element.Shown) return false;
+    element.Shown = std::move(text);
+    return true;
+}
+
+std::optional<float> ShowValue(ScreenElement& element) {
+    const std::optional<float> value = ElementValue(element.Function);
+    if (value) ShowText(element, GeneralNumber(*value));
+    return value;
+}
+
+}  // namespace dravik

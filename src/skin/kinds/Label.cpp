@@ -1,0 +1,119 @@
+#include <algorithm>
+#include "controls/SkinText.h"
+#include "core/basGlobal.h"
+#include "platform/Text.h"
+#include "skin/ProgramTitle.h"
+#include "skin/kinds/KindParts.h"
+#include "skinfunc/basValueProc.h"
+
+namespace dravik {
+
+namespace {
+
+using E = SkinElement;
+using enum Read;
+
+constexpr SkinKey kKeys[] = {
+    {"FontSize", Integer, &E::FontSize, "24", "size in points"},
+    {"X", Integer, &E::X, "100", "left edge"},
+    {"Y", Integer, &E::Y, "220", "top edge"},
+    {"Width", Integer, &E::Width, "200", "width; 0: to the edge of the page"},
+    {"Height", Integer, &E::Height, "40", "height; 0: to the edge of the page"},
+    {"Alignment", Integer, &E::Alignment, "2", "0 left, 1 right, 2 centre"},
+    {"Color", Strict, &E::Color, "&HFFFFFF", "text colour"},
+    {"Caption", Text, &E::Caption, "Engine speed", "fixed text, with `Function=text`"},
+    {"Font", Text, &E::Font, "DejaVu Sans", "font"},
+    {"Decimals", Text, &E::Decimals, "1",
+     "0 to 6: what a number is rounded to; without it, up to seven digits: `38.03922`"},
+};
+
+class TextItem : public PaintedItem {
+ public:
+    explicit TextItem(const SkinElement& element)
+        : look_{element.Font,  static_cast<double>(element.FontSize),
+                element.Color, element.Alignment,
+                false,         false},
+          toRight_(element.Width <= 0),
+          toBottom_(element.Height <= 0) {
+        Box = {static_cast<double>(element.X), static_cast<double>(element.Y),
+               static_cast<double>(element.Width), static_cast<double>(element.Height)};
+    }
+
+    /// A width or height of 0 reaches to the edge of the page. A text that is aligned to the right
+    /// or centred needs the true edge, not just one far away.
+    void FitInto(const QSizeF& page) override {
+        if (toRight_) Box.Width = std::max(page.width() - Box.X, 0.0);
+        if (toBottom_) Box.Height = std::max(page.height() - Box.Y, 0.0);
+    }
+    bool TakesPlace() const override { return !toRight_ && !toBottom_; }
+
+    void Paint(QPainter& painter) const override {
+        if (!text_.isEmpty()) PaintText(painter, Place(), text_, look_, Box.Scale);
+    }
+
+    void SetText(const std::string& text) {
+        QString shown = ShownText(text);
+        if (shown == text_) return;
+        text_ = std::move(shown);
+        Repaint();
+    }
+
+ private:
+    TextLook look_;
+    bool toRight_;
+    bool toBottom_;
+    QString text_;
+};
+
+/// What a label shows from the start, where that is fixed.
+std::string FixedText(const SkinElement& element) {
+    if (element.Function == kTitleWord) return ProgramTitle();
+    if (!EqualsNoCase(element.Function, kTextWord)) return {};
+    return element.Caption == kTitleWord ? ProgramTitle() : element.Caption;
+}
+
+std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int) {
+    element.Shown = FixedText(element);
+    element.FixedText = !element.Shown.empty() || EqualsNoCase(element.Function, kTextWord);
+    if (!element.Decimals.empty())
+        element.Places = static_cast<int>(
+            std::clamp(LeadingNumber(element.Decimals), 0.0, static_cast<double>(kMostDecimals)));
+    AddItem(screen, element, std::make_unique<TextItem>(element)).SetText(element.Shown);
+    if (element.Function.starts_with(kMediaTagWord)) screen.HasMediaTagLabel = true;
+    return std::nullopt;
+}
+
+void Refresh(SkinScreen&, ScreenElement& element, int) {
+    if (element.FixedText) return;
+    if (ShowText(element, LabelText(element.Evaluated, element.Places)))
+        ItemOf<TextItem>(element).SetText(element.Shown);
+}
+
+void Check(const SkinElement& element, const Complain& complain) {
+    const bool fixed = EqualsNoCase(element.Function, kTextWord);
+    if (!element.Caption.empty() && !fixed) complain("Caption", "is shown with Function=text only");
+    if (element.Caption.empty() && fixed)
+        complain("Caption", "is missing, so Function=text shows nothing");
+    const auto decimals = StrictNumber(element.Decimals);
+    if (!element.Decimals.empty() && (!decimals || *decimals < 0 || *decimals > kMostDecimals))
+        complain("Decimals", "\"" + element.Decimals + "\" is none of the numbers 0 to " +
+                                 std::to_string(kMostDecimals));
+}
+
+}  // namespace
+
+extern constinit const SkinKind kLabelKind{
+    .Word = "Label",
+    .Meaning = "a text",
+    .Keys = kKeys,
+    .Role = &kCaptionRole,
+    .FunctionSample = "text",
+    .Limit = kLabelLimit,
+    .Depth = 30,
+    .Turn = 20,
+    .Build = Build,
+    .Refresh = Refresh,
+    .Check = Check,
+};
+
+}  // namespace dravik

@@ -1,0 +1,97 @@
+#include "controls/SkinList.h"
+#include "core/basGlobal.h"
+#include "lists/basFunctions.h"
+#include "platform/Text.h"
+#include "skin/kinds/KindParts.h"
+
+namespace dravik {
+
+namespace {
+
+using E = SkinElement;
+using enum Read;
+
+constexpr SkinKey kKeys[] = {
+    {"FontSize", Integer, &E::FontSize, "16", "size in points"},
+    {"X", Integer, &E::X, "24", "left edge"},
+    {"Y", Integer, &E::Y, "60", "top edge"},
+    {"Width", Integer, &E::Width, "500", "width"},
+    {"Height", Integer, &E::Height, "300", "height"},
+    {"FontColor", Lenient, &E::FontColor, "&HFFFFFF", "text colour"},
+    {"BackColor", Lenient, &E::BackColor, "&H000000", "background colour"},
+    {"Tabindex", Lenient, &E::Tabindex, "3", "place in the navigation order"},
+    {"Font", Text, &E::Font, "DejaVu Sans", "font"},
+    {"FontStyle", Text, &E::FontStyle, "Bold", "Bold, Italic or BoldItalic, else regular"},
+    {"RowHeight", Integer, &E::RowHeight, "64",
+     "least height of a row, for fingers; a text wraps where a row has room for more lines"},
+};
+
+void Connect(SkinScreen& screen, SkinList& list, int index) {
+    list.Activated = [&screen, index](int) { screen.Events.ListActivated(index); };
+}
+
+TextLook Look(const SkinElement& element) {
+    const bool both = element.FontStyle == "BoldItalic";
+    return {element.Font,
+            static_cast<double>(element.FontSize),
+            element.FontColor,
+            0,
+            both || element.FontStyle == "Bold",
+            both || element.FontStyle == "Italic"};
+}
+
+std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int index) {
+    auto& list = UseControl<SkinList>(screen, element, index, Connect);
+    list.SetBox(element.X, element.Y, element.Width, element.Height);
+    list.SetLook(Look(element), element.BackColor);
+    list.SetLeastRowHeight(element.RowHeight);
+    list.SetPictureFolder(basGlobal.ImageFolder);
+    const int slot = ListSlotByName(element.Evaluated);
+    list.SetListSlot(FindList(slot));
+    basGlobal.CurrentList = slot;
+    list.Refresh();
+    list.show();
+    return std::nullopt;
+}
+
+void Refresh(SkinScreen&, ScreenElement& element, int) {
+    ControlOf<SkinList>(element).Refresh();
+    const ListSlot* slot = FindList(ListSlotByName(element.Evaluated));
+    if (slot != nullptr && slot->Selected > 0)
+        ShowText(element, slot->Entries[static_cast<std::size_t>(slot->Selected) - 1].Text);
+}
+
+/// "Regular" is no word of its own, but means what it says.
+void CheckFontStyle(const SkinElement& element, const Complain& complain) {
+    const std::string& style = element.FontStyle;
+    if (style.empty() || EqualsNoCase(style, "Regular")) return;
+    std::string fault = " is none of Bold, Italic and BoldItalic; it counts as regular";
+    for (const char* known : {"Bold", "Italic", "BoldItalic"}) {
+        if (style == known) return;
+        if (EqualsNoCase(style, known)) fault = std::string(" counts only when written ") + known;
+    }
+    complain("FontStyle", "\"" + style + "\"" + fault);
+}
+
+void Check(const SkinElement& element, const Complain& complain) {
+    CheckFontStyle(element, complain);
+    CheckSize(element, complain);
+}
+
+}  // namespace
+
+extern constinit const SkinKind kListKind{
+    .Word = "List",
+    .Meaning = "a list of entries",
+    .Keys = kKeys,
+    .Role = &kListRole,
+    .FunctionSample = "troublecodes",
+    .Depth = 90,
+    .Turn = 80,
+    .Selectable = true,
+    .Build = Build,
+    .Refresh = Refresh,
+    .Check = Check,
+};
+
+}  // namespace dravik
