@@ -8,7 +8,6 @@
 
 #include "app/frMain.h"
 #include "lists/basFunctions.h"
-#include "skin/PageControl.h"
 #include "skin/SkinScreen.h"
 #include "skin/basSkin.h"
 #include "support/TemporaryFolder.h"

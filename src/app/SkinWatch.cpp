@@ -26,15 +26,14 @@ QFileInfoList Pictures() {
     return QDir(Resolved(basGlobal.ImageFolder)).entryInfoList(QDir::Files);
 }
 
-/// An open message waits for its answer; before the first page there is nothing to build anew.
-bool MustWait() {
-    return MainWindow() == nullptr || !MainWindow()->Started() ||
-           (MessageDialog() != nullptr && MessageDialog()->IsOpen());
-}
-
 }  // namespace
 
-SkinWatch::SkinWatch() {
+/// An open message waits for its answer; before the first page there is nothing to build anew.
+bool SkinWatch::MustWait() const {
+    return !window_.Started() || (MessageDialog() != nullptr && MessageDialog()->IsOpen());
+}
+
+SkinWatch::SkinWatch(const frMain& window) : window_(window) {
     settle_.setSingleShot(true);
     settle_.setInterval(kSettled);
     const auto changed = [this] { settle_.start(); };

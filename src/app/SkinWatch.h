@@ -7,6 +7,8 @@
 
 namespace dravik {
 
+class frMain;
+
 /// Builds the page anew when the skin file or one of its pictures changes on the disk, for skin
 /// authors. The page, a box over it and the link stay as they are, and no command of the page runs.
 ///
@@ -14,7 +16,7 @@ namespace dravik {
 /// several steps or replace the file by another one. A message that is open is answered first.
 class SkinWatch {
  public:
-    SkinWatch();
+    explicit SkinWatch(const frMain& window);
 
  private:
     using Stamps = std::map<std::string, std::string>;
@@ -23,8 +25,10 @@ class SkinWatch {
     void Aim();
     void Follow();
     void TakeUpChange();
+    bool MustWait() const;
     static Stamps StampsOfSkin();
 
+    const frMain& window_;
     QFileSystemWatcher watcher_;
     QTimer settle_;
     QTimer follow_;

@@ -1,3 +1,5 @@
+#include "app/Snapshot.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QImage>
@@ -6,8 +8,7 @@
 #include <optional>
 #include <vector>
 
-#include "app/frMain.h"
-#include "core/MainWindow.h"
+#include "core/basGlobal.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
 #include "skin/PageCanvas.h"
@@ -29,8 +30,8 @@ std::vector<int> ChosenCharts(const std::string& argument) {
 }
 
 /// What the canvas paints of a chart; null when no chart has that number.
-const PaintedItem* FindChart(int index) {
-    const auto& charts = MainWindow()->Screen().Elements(kChartKind);
+const PaintedItem* FindChart(const SkinScreen& screen, int index) {
+    const auto& charts = screen.Elements(kChartKind);
     return static_cast<std::size_t>(index) < charts.size()
                ? charts[static_cast<std::size_t>(index)].Item
                : nullptr;
@@ -58,8 +59,8 @@ QString FreeName(const QDir& folder, int chart) {
 }
 
 /// The message for one chart.
-QString SaveChart(const QDir& folder, int index) {
-    const PaintedItem* chart = FindChart(index);
+QString SaveChart(const SkinScreen& screen, const QDir& folder, int index) {
+    const PaintedItem* chart = FindChart(screen, index);
     if (chart == nullptr) return {};
     const QString name = FreeName(folder, index);
     const QString path = folder.filePath(name);
@@ -70,15 +71,14 @@ QString SaveChart(const QDir& folder, int index) {
 
 }  // namespace
 
-void TakeSnapshot(const std::string& argument) {
-    if (MainWindow() == nullptr) return;
+void TakeSnapshot(const SkinScreen& screen, const std::string& argument) {
     const std::vector<int> charts = ChosenCharts(argument);
     if (charts.empty()) return;
     const QString path = QString::fromStdString(ResolvePath(basGlobal.SaveFolder));
     const bool folderMade = QDir().mkpath(path);
     QStringList messages;
     for (const int index : charts) {
-        const QString message = folderMade ? SaveChart(QDir(path), index) : QString();
+        const QString message = folderMade ? SaveChart(screen, QDir(path), index) : QString();
         if (message.isEmpty()) {
             ShowPlainMessage("The chart could not be saved in\r\n" + basGlobal.SaveFolder,
                              kMessageCritical, "Dravik");

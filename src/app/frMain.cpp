@@ -8,7 +8,8 @@
 #include <QWheelEvent>
 #include <QWindow>
 
-#include "core/MainWindow.h"
+#include "app/Snapshot.h"
+#include "core/UpCalls.h"
 #include "dialog/frSettings.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
@@ -31,16 +32,9 @@ namespace {
 constexpr QSize kDefaultWindow(800, 480);
 constexpr const char* kStartupPicture = "Dravik.jpg";
 
-frMain* mainWindow = nullptr;
-
 }  // namespace
 
-frMain* MainWindow() {
-    return mainWindow;
-}
-
 frMain::frMain() : screen_(std::make_unique<SkinScreen>(this)), warning_(new frWarning(this)) {
-    mainWindow = this;
     setObjectName(QStringLiteral("frMain"));
     setAttribute(Qt::WA_OpaquePaintEvent);  // it paints all of itself
     setWindowTitle(QStringLiteral("Dravik"));
@@ -49,14 +43,27 @@ frMain::frMain() : screen_(std::make_unique<SkinScreen>(this)), warning_(new frW
     ConnectTimers();
     InitSkin(screen_.get());
     InitMessages(warning_);
+    SetUpCalls();
     qApp->installEventFilter(this);
+}
+
+void frMain::SetUpCalls() {
+    upCalls.MinimizeMainWindow = [this] { showMinimized(); };
+    upCalls.UnloadMainWindow = [this] { Unload(); };
+    upCalls.SendTabKey = [this](bool backwards) { selection_->MoveInTabOrder(backwards); };
+    upCalls.MoveFocus = [this](const std::string& direction) { selection_->Move(direction); };
+    upCalls.ApplyPointerShape = [this] { ApplyPointerShape(); };
+    upCalls.ShowSettingsDialog = [this] { ShowSettings(); };
+    upCalls.TakeSnapshot = [this](const std::string& argument) {
+        TakeSnapshot(*screen_, argument);
+    };
 }
 
 frMain::~frMain() {
     QObject::disconnect(qApp, nullptr, this, nullptr);  // the focus still wanders as children go
     InitMessages(nullptr);
     InitSkin(nullptr);
-    mainWindow = nullptr;
+    upCalls = UpCalls{};
 }
 
 void frMain::ConnectTimers() {
@@ -167,6 +174,10 @@ void frMain::FollowScreen(const QScreen* screen) {
         QObject::connect(screen, &QScreen::geometryChanged, this, [this] { CoverScreen(); });
 }
 
+void frMain::ApplyPointerShape() {
+    setCursor(basGlobal.HidePointer ? Qt::BlankCursor : Qt::ArrowCursor);
+}
+
 void frMain::Pause() {
     constexpr double kLookAgain = 1;
     while (basGlobal.tiStartup.Enabled() && !basGlobal.Closing) WaitForEvents(kLookAgain);
@@ -267,31 +278,6 @@ void frMain::ShowSettings() {
         settings_->GiveWay(true);  // it follows once the message is answered
     else
         settings_->BringToFront();
-}
-
-void MinimizeMainWindow() {
-    if (mainWindow != nullptr) mainWindow->showMinimized();
-}
-
-void UnloadMainWindow() {
-    if (mainWindow != nullptr) mainWindow->Unload();
-}
-
-void SendTabKey(bool backwards) {
-    if (mainWindow != nullptr) mainWindow->Selected().MoveInTabOrder(backwards);
-}
-
-void ApplyPointerShape() {
-    if (mainWindow != nullptr)
-        mainWindow->setCursor(basGlobal.HidePointer ? Qt::BlankCursor : Qt::ArrowCursor);
-}
-
-void ShowSettingsDialog() {
-    if (mainWindow != nullptr) mainWindow->ShowSettings();
-}
-
-void MoveFocus(const std::string& direction) {
-    if (mainWindow != nullptr) mainWindow->Selected().Move(direction);
 }
 
 }  // namespace dravik

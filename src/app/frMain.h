@@ -66,6 +66,8 @@ class frMain : public QWidget {
     bool TakesWheel(const QObject* object) const;
     void ShowStartupPicture();
     void ConnectTimers();
+    void SetUpCalls();
+    void ApplyPointerShape();
     void ConnectScreen();
     void Pause();
     void ShowWindow(const Options& options);
@@ -84,8 +86,5 @@ class frMain : public QWidget {
     bool started_ = false;
     bool unloaded_ = false;
 };
-
-/// The one main window while it exists.
-frMain* MainWindow();
 
 }  // namespace dravik

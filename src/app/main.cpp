@@ -102,7 +102,7 @@ int main(int argc, char** argv) {
         if (line.Console)
             console = std::make_unique<Console>([&window] { return window.Started(); });
         std::unique_ptr<SkinWatch> watch;
-        if (line.Console || line.Windowed) watch = std::make_unique<SkinWatch>();
+        if (line.Console || line.Windowed) watch = std::make_unique<SkinWatch>(window);
         window.Start(options);
         if (console) console->LookAgain();
         if (!basGlobal.Closing) result = QApplication::exec();

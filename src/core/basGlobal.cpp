@@ -2,17 +2,10 @@
 
 #include <cmath>
 
-#include "core/TestClock.h"
 #include "platform/Clock.h"
 #include "platform/Paths.h"
 
 namespace dravik {
-
-namespace {
-
-double advancedSeconds = 0;
-
-}  // namespace
 
 void InitGlobals(const std::string& programFolder) {
     GlobalState& g = basGlobal;
@@ -55,12 +48,8 @@ void InitGlobals(const std::string& programFolder) {
 
 double HighResTimer() {
     static const double frequency = static_cast<double>(PerformanceFrequency());
-    const double seconds = static_cast<double>(PerformanceCounter()) / frequency + advancedSeconds;
+    const double seconds = static_cast<double>(PerformanceCounter()) / frequency;
     return std::floor(seconds * 1e4) / 1e4;
-}
-
-void AdvanceHighResTimer(double seconds) {
-    advancedSeconds += seconds;
 }
 
 }  // namespace dravik

@@ -15,7 +15,7 @@
 #include "dialog/SensorPreview.h"
 #include "dialog/SettingsLook.h"
 #include "dialog/StepField.h"
-#include "skinfunc/ValueSource.h"
+#include "skinfunc/basValueProc.h"
 
 namespace dravik {
 

@@ -11,7 +11,7 @@
 #include <QTabWidget>
 #include <algorithm>
 
-#include "core/MainWindow.h"
+#include "core/UpCalls.h"
 #include "core/basGlobal.h"
 #include "dialog/GeneralTab.h"
 #include "dialog/InfoTabs.h"
@@ -22,7 +22,7 @@
 #include "platform/serial/PortPresence.h"
 #include "settings/SettingsWriter.h"
 #include "settings/basSettings.h"
-#include "skin/PageControl.h"
+#include "skin/basSkin.h"
 
 namespace dravik {
 
@@ -217,7 +217,7 @@ void frSettings::Save() {
 void frSettings::Apply() {
     ClearPidWanted();
     LoadSettings();
-    ApplyPointerShape();
+    upCalls.ApplyPointerShape();
     close();  // first, so that nothing that the page has to say is hidden behind the dialog
     LoadSkinPage("mainmenu", false);
 }

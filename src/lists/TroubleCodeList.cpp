@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <string>
 
+#include "core/UpCalls.h"
 #include "lists/basFunctions.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
-#include "skin/PageControl.h"
 
 namespace dravik {
 
@@ -31,7 +31,7 @@ void ShowTroubleCodes() {
     ClearList(list);
     if (basGlobal.DtcCount < 1) {
         AddListEntry(list, {kNoErrors, "", kNoErrors});
-        SwitchCodeTicker();
+        upCalls.SwitchCodeTicker();
         return;
     }
     const std::size_t count =
@@ -43,7 +43,7 @@ void ShowTroubleCodes() {
             code + ": " + ReadIniString(basGlobal.DescriptionFile, "errorcodes", code) + ". ";
         AddListEntry(list, {line, "", line});
     }
-    SwitchCodeTicker();
+    upCalls.SwitchCodeTicker();
 }
 
 bool CodesListed() {

@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "core/basGlobal.h"
-#include "lists/ShowTroubleCodes.h"
 
 /// The skin lists: nine slots with entries and a selection, which exist whether or not the page
 /// shows them.
@@ -30,6 +29,10 @@ void AddListEntry(ListSlot& list, ListEntry entry);
 /// The list-selection routine: selects an entry by its 1-based index. Below 1 selects the first
 /// entry, above the count the last; an empty list is left alone.
 void SelectListEntry(ListSlot& list, int index);
+
+/// Rebuilds the list of trouble codes (slot 7) from DtcList and DtcCount, with their descriptions;
+/// one entry "No Errors" when there are none.
+void ShowTroubleCodes();
 
 /// File that holds the picture of an entry: the folder (with a separator at its end), the picture
 /// key and ".png", ".bmp", ".gif" or ".jpg". Empty when there is none.

@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "core/UpCalls.h"
 #include "core/basGlobal.h"
-#include "lists/ShowTroubleCodes.h"
+#include "lists/basFunctions.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
-#include "skin/message/ShowMessage.h"
 
 namespace dravik {
 
@@ -113,10 +113,10 @@ void ClearTroubleCodes() {
     // The interface gets two carriage returns: this one and that of every command.
     const std::string reply = SendCommand("04\r");
     if (reply.find("44") != std::string::npos) {
-        ShowMessage("Troublecodes cleared", kMessageInformation, "Dravik");
+        upCalls.ShowMessage("Troublecodes cleared", kMessageInformation, "Dravik");
         basGlobal.ConnState = StateIfOpen(kReadingCodes);
     } else {
-        ShowMessage("Could not clear Troublecodes", kMessageCritical, "Dravik");
+        upCalls.ShowMessage("Could not clear Troublecodes", kMessageCritical, "Dravik");
         basGlobal.ConnState = StateIfOpen(kConnected);
     }
 }

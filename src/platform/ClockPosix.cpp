@@ -8,9 +8,9 @@ namespace dravik {
 
 using PerformanceClock = std::chrono::steady_clock;
 
-std::int64_t PerformanceCounter() {
-    return PerformanceClock::now().time_since_epoch().count();
-}
+std::int64_t (*PerformanceCounter)() = [] {
+    return static_cast<std::int64_t>(PerformanceClock::now().time_since_epoch().count());
+};
 
 std::int64_t PerformanceFrequency() {
     return PerformanceClock::period::den / PerformanceClock::period::num;

@@ -19,11 +19,11 @@ SYSTEMTIME ToSystem(const LocalTime& time) {
 
 }  // namespace
 
-std::int64_t PerformanceCounter() {
+std::int64_t (*PerformanceCounter)() = [] {
     LARGE_INTEGER ticks;
     ::QueryPerformanceCounter(&ticks);
-    return ticks.QuadPart;
-}
+    return static_cast<std::int64_t>(ticks.QuadPart);
+};
 
 std::int64_t PerformanceFrequency() {
     LARGE_INTEGER ticksPerSecond;

@@ -46,6 +46,10 @@ std::string ReadIniString(const std::string& file, std::string_view section, std
     return ReadProfileString(file, section, key, "0", kIniStringBytes);
 }
 
+std::string ReadSkinValue(const std::string& section, const std::string& key) {
+    return ReadProfileString(basGlobal.SkinFile, section, key, "", kSkinValueBytes);
+}
+
 void FindSkinFiles() {
     GlobalState& g = basGlobal;
     const std::string skin = g.Launch.Skin.empty() ? ReadOption("Skin") : g.Launch.Skin;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,11 @@ constexpr int kPortCount = 32;  ///< ports that the settings can name: COM1 to C
 /// The text of a key of an ini file, at most 255 bytes. A missing key reads as "0", never as an
 /// empty text, so a caller that tests for absence compares with "0".
 std::string ReadIniString(const std::string& file, std::string_view section, std::string_view key);
+
+constexpr std::size_t kSkinValueBytes = 63;
+
+/// One key of the current skin file: at most kSkinValueBytes, empty when missing.
+std::string ReadSkinValue(const std::string& section, const std::string& key);
 
 /// Reads the settings file and the files named through it, loads the sensor table, sets the first
 /// `ConnState` and the intervals of tiHardware and tiMain. tiMain and tiAux are off meanwhile and

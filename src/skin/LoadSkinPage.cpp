@@ -197,6 +197,13 @@ void BuildPage(const std::string& name, bool box) {
 
 void InitSkin(SkinScreen* screen) {
     skinScreen = screen;
+    upCalls.LoadSkinPage = LoadSkinPage;
+    upCalls.ToggleBox = ToggleBox;
+    upCalls.CloseBox = CloseBox;
+    upCalls.BoxOpen = BoxOpen;
+    upCalls.ListPageSize = ListPageSize;
+    upCalls.SwitchCodeTicker = SwitchCodeTicker;
+    upCalls.ClearChart = [](int index) { ClearChart(index); };
     basGlobal.tiSkinReload.OnTick(FinishPage);
 }
 

@@ -66,10 +66,6 @@ std::string SkinError::Context() const {
            (Section.empty() ? "" : " [" + Section + "]") + (Key.empty() ? "" : " " + Key);
 }
 
-std::string ReadSkinValue(const std::string& section, const std::string& key) {
-    return ReadProfileString(basGlobal.SkinFile, section, key, "", kSkinValueBytes);
-}
-
 bool HasSkinSection(const std::string& name) {
     const std::vector<std::string> sections = ProfileSections(basGlobal.SkinFile);
     return std::any_of(sections.begin(), sections.end(),

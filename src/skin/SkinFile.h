@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "skin/PageControl.h"
+#include "settings/basSettings.h"
 #include "skin/SkinVocabulary.h"
 
 /// Reading the current skin file by its reading rules.

@@ -9,8 +9,8 @@
 #include "core/basGlobal.h"
 #include "platform/Text.h"
 #include "skin/PageCanvas.h"
-#include "skin/PageControl.h"
 #include "skin/SkinFile.h"
+#include "skin/basSkin.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {

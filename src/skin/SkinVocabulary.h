@@ -22,7 +22,6 @@ constexpr int kLastElement = 1000;      ///< highest number of an element within
 constexpr int kLastCommonObject = 100;  ///< CommonObjects0 to CommonObjects100
 constexpr int kMostElements =
     4096;  ///< of a kind on a page, where the kind has no limit of its own
-constexpr std::size_t kSkinValueBytes = 63;
 
 /// One element as its keys describe it; a kind uses the fields that its table names. Positions and
 /// sizes are in the skin's own pixels, colours have red in their low byte, then green, then blue.

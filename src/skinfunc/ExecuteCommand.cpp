@@ -1,14 +1,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/MainWindow.h"
+#include "core/UpCalls.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
-#include "skin/PageControl.h"
-#include "skin/message/ShowMessage.h"
 #include "skinfunc/MenuList.h"
 #include "skinfunc/basValueProc.h"
 
@@ -50,9 +48,9 @@ bool IsChart(int index) {
 void ClearCharts(const Command& command) {
     if (!command.Argument.starts_with("chart")) return;
     if (NamesAllCharts(command.Argument)) {
-        for (int i = 0; i < basGlobal.ChartCount; ++i) ClearChart(i);
+        for (int i = 0; i < basGlobal.ChartCount; ++i) upCalls.ClearChart(i);
     } else if (const int index = ChartNumber(command.Argument); IsChart(index)) {
-        ClearChart(index);
+        upCalls.ClearChart(index);
     }
 }
 
@@ -97,15 +95,15 @@ void SelectObject(const Command&) {
 }
 
 void NextControl(const Command&) {
-    SendTabKey(false);
+    upCalls.SendTabKey(false);
 }
 
 void PreviousControl(const Command&) {
-    SendTabKey(true);
+    upCalls.SendTabKey(true);
 }
 
 void MoveSelection(const Command& command) {
-    MoveFocus(command.Argument);
+    upCalls.MoveFocus(command.Argument);
 }
 
 void GoFolder(const Command&) {
@@ -115,34 +113,34 @@ void GoFolder(const Command&) {
 // Pages and boxes ---------------------------------------------------------------------------------
 
 void OpenLastMenu(const Command&) {
-    LoadSkinPage(std::string(basGlobal.PreviousMenu), false);
+    upCalls.LoadSkinPage(std::string(basGlobal.PreviousMenu), false);
 }
 
 void OpenNextMenu(const Command&) {
-    LoadSkinPage(NextMenu(), false);
+    upCalls.LoadSkinPage(NextMenu(), false);
 }
 
 void OpenMenuBefore(const Command&) {
-    LoadSkinPage(PreviousMenuInList(), false);
+    upCalls.LoadSkinPage(PreviousMenuInList(), false);
 }
 
 void OpenMenu(const Command& command) {
-    LoadSkinPage(command.Argument, false);
+    upCalls.LoadSkinPage(command.Argument, false);
 }
 
 void OpenBox(const Command& command) {
-    ToggleBox(command.Argument);
+    upCalls.ToggleBox(command.Argument);
 }
 
 void CloseOpenBox(const Command&) {
-    CloseBox();
+    upCalls.CloseBox();
 }
 
 void LeavePage(const Command&) {
-    if (BoxOpen())
-        CloseBox();
+    if (upCalls.BoxOpen())
+        upCalls.CloseBox();
     else
-        LoadSkinPage("mainmenu", false);
+        upCalls.LoadSkinPage("mainmenu", false);
 }
 
 // Link --------------------------------------------------------------------------------------------
@@ -162,7 +160,7 @@ void ReadCodes(const Command&) {
 void AskToClearCodes(const Command&) {
     if (!LinkIdle()) return;
     const int answer =
-        ShowMessage("Clear troublecodes and all stored data?", kMessageQuestion, "Dravik");
+        upCalls.ShowMessage("Clear troublecodes and all stored data?", kMessageQuestion, "Dravik");
     if (answer == kAnswerYes && basGlobal.comOBD.IsOpen()) basGlobal.ConnState = kClearingCodes;
 }
 
@@ -207,39 +205,39 @@ void SensorsOff(const Command& command) {
 // Messages ----------------------------------------------------------------------------------------
 
 void ShowInfo(const Command& command) {
-    ShowPopup(ShownText(command, 10), 1);
+    upCalls.ShowPopup(ShownText(command, 10), 1);
 }
 
 void ShowWarning(const Command& command) {
-    ShowPopup(ShownText(command, 13), 0);
+    upCalls.ShowPopup(ShownText(command, 13), 0);
 }
 
 void ShowQuery(const Command& command) {
     constexpr int kQueryStyle = 2;
-    ShowMessage(ShownText(command, 11), kQueryStyle, "");
+    upCalls.ShowMessage(ShownText(command, 11), kQueryStyle, "");
 }
 
 // The program -------------------------------------------------------------------------------------
 
 void Snapshot(const Command& command) {
-    TakeSnapshot(command.Argument);
+    upCalls.TakeSnapshot(command.Argument);
 }
 
 void ShowKeyboard(const Command&) {
     const std::string missing = StartKeyboard();
-    if (!missing.empty()) ShowPopup(missing, 1);
+    if (!missing.empty()) upCalls.ShowPopup(missing, 1);
 }
 
 void ShowSettings(const Command&) {
-    ShowSettingsDialog();
+    upCalls.ShowSettingsDialog();
 }
 
 void Minimize(const Command&) {
-    MinimizeMainWindow();
+    upCalls.MinimizeMainWindow();
 }
 
 void Quit(const Command&) {
-    UnloadMainWindow();
+    upCalls.UnloadMainWindow();
 }
 
 struct CommandWord {

@@ -1,7 +1,7 @@
 #include "skinfunc/MenuList.h"
 
 #include "core/basGlobal.h"
-#include "skin/PageControl.h"
+#include "settings/basSettings.h"
 
 namespace dravik {
 

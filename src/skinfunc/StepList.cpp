@@ -2,10 +2,10 @@
 #include <cstdint>
 #include <limits>
 
+#include "core/UpCalls.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "platform/Text.h"
-#include "skin/PageControl.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {
@@ -80,7 +80,8 @@ void StepList(const std::string& text) {
     ListSlot* list = CurrentList();
     if (target != "listview" || list == nullptr || list->Selected < 1) return;
 
-    const Position at{list->Selected, static_cast<int>(list->Entries.size()), ListPageSize()};
+    const Position at{list->Selected, static_cast<int>(list->Entries.size()),
+                      upCalls.ListPageSize()};
     const std::optional<int> index = NewIndex(operation, at);
     if (index && FitsIndex(*index)) SelectListEntry(*list, *index);
 }

@@ -8,7 +8,6 @@
 
 #include "core/basGlobal.h"
 #include "skinfunc/FunctionWords.h"
-#include "skinfunc/ValueSource.h"
 
 /// What a skinned element shows and does: state pictures, value sources, label texts and the
 /// command dispatcher. Every function text is a word, "_" and an argument.
@@ -23,6 +22,10 @@ constexpr float kNoNumber = 65535;
 /// The state of an image function ("obd_connected", "sensoron_rpm", ...): on or off; anything
 /// unknown is off. The text is replaced by its lower-cased form.
 bool ImageState(std::string& function);
+
+/// The raw value that a source names ("obd_0C", "can_1"), 0 when it names nothing. Reading an OBD
+/// value marks its PID as wanted, so that it is polled.
+std::int32_t SourceValue(std::string_view source);
 
 /// The scaled value of a sensor: Factor * raw + Offset. An inactive sensor reads as its offset
 /// without being polled, except on freeze-frame pages.

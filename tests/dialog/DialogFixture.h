@@ -12,7 +12,7 @@
 #include <string>
 
 #include "app/frMain.h"
-#include "core/MainWindow.h"
+#include "core/UpCalls.h"
 #include "core/basGlobal.h"
 #include "dialog/frSettings.h"
 #include "settings/basSettings.h"
@@ -61,7 +61,7 @@ class DialogTest : public ::testing::Test {
 
     /// The dialog, opened the way a command opens it.
     frSettings& Open() {
-        ShowSettingsDialog();
+        upCalls.ShowSettingsDialog();
         EXPECT_TRUE(QTest::qWaitForWindowActive(Dialog()));
         return *Dialog();
     }

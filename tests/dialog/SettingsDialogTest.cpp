@@ -52,7 +52,7 @@ TEST_F(SettingsDialog, WithoutASettingsFileNumbersShowZeroAndTextsTheMarkOfAbsen
 TEST_F(SettingsDialog, OpeningItAgainBringsTheOneDialogBack) {
     frSettings& first = Open();
     Type("tRefreshRate", QStringLiteral("77"));
-    ShowSettingsDialog();
+    upCalls.ShowSettingsDialog();
     EXPECT_EQ(Dialog(), &first);
     EXPECT_EQ(TextOf("tRefreshRate"), "77");
     EXPECT_FALSE(first.isModal());
@@ -303,7 +303,7 @@ TEST_F(SettingsDialog, StandsAsideForAMessageAndComesBack) {
 
 TEST_F(SettingsDialog, OpenedDuringAMessageItWaitsForTheAnswer) {
     ShowPopup("Look here", 1);
-    ShowSettingsDialog();
+    upCalls.ShowSettingsDialog();
     ASSERT_NE(Dialog(), nullptr);
     EXPECT_FALSE(Dialog()->isVisible());
     window_->Warning().Answer(kAnswerOk);

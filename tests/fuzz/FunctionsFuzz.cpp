@@ -21,6 +21,13 @@ void LoadSensors() {
     std::tie(basGlobal.Sensors, basGlobal.SensorCount) = shipped;
 }
 
+/// A skin with a menu list.
+const std::string& MenuSkin() {
+    static const std::string file =
+        Folder().Write("menus.ini", "[General]\nMenu0=mainmenu\nMenu1=engine\nMenu2=codes\n");
+    return file;
+}
+
 void TakeApart(const std::string& line) {
     std::string text = line;
     ImageState(text);
@@ -39,10 +46,10 @@ void TakeApart(const std::string& line) {
 
 void Run(std::string_view input) {
     basGlobal = GlobalState{};
-    fakeScreen = FakeScreen{};
-    fakeScreen.Menus = {"mainmenu", "engine", "codes"};
+    InstallFakeScreen();
     fakeScreen.Answer = [] { return 6; };
     InitGlobals(Folder().Path());
+    basGlobal.SkinFile = MenuSkin();
     LoadSensors();
     basGlobal.CurrentMenu = "mainmenu";
     basGlobal.ChartCount = 3;

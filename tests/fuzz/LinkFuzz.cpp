@@ -2,13 +2,13 @@
 #include <memory>
 
 #include "FuzzTarget.h"
-#include "core/TestClock.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
 #include "platform/Events.h"
 #include "platform/serial/PseudoTerminal.h"
 #include "support/FakeScreen.h"
+#include "support/TestClock.h"
 
 namespace dravik::fuzz {
 namespace {
@@ -60,7 +60,7 @@ void ReadCodes() {
 
 void Run(std::string_view input) {
     basGlobal = GlobalState{};
-    fakeScreen = FakeScreen{};
+    InstallFakeScreen();
     InitGlobals(Folder().Path());
     basGlobal.DescriptionFile = DRAVIK_SOURCE "languages/english.codes";
     for (const char* menu : {"mainmenu", "freezeframe"}) {

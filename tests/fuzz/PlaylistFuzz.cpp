@@ -21,7 +21,7 @@ void RequireMedium(const std::string& file) {
 
 void Run(std::string_view input) {
     basGlobal = GlobalState{};
-    fakeScreen = FakeScreen{};
+    InstallFakeScreen();
     InitGlobals(Folder().Path());
     basGlobal.CurrentList = kMediaSlot;
     PlayMedium = [](const std::string& file) {

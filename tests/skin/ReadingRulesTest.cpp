@@ -4,8 +4,8 @@
 #include <map>
 
 #include "core/basGlobal.h"
-#include "skin/PageControl.h"
 #include "skin/SkinFile.h"
+#include "skin/basSkin.h"
 #include "support/TemporaryFolder.h"
 
 namespace dravik {

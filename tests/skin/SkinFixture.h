@@ -24,7 +24,6 @@
 #include "platform/Pointer.h"
 #include "platform/Text.h"
 #include "skin/PageCanvas.h"
-#include "skin/PageControl.h"
 #include "skin/Selection.h"
 #include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"

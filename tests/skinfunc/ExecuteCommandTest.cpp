@@ -27,6 +27,16 @@ class Dispatcher : public GlobalsTest {
         return calls.size() == 1 ? calls.front() : std::to_string(calls.size()) + " calls";
     }
 
+    /// Another skin with that menu list.
+    void WriteMenus(const std::vector<std::string>& menus) {
+        const std::string name = "skins/" + std::to_string(++skins_) + ".ini";
+        std::string text = "[General]\n";
+        for (std::size_t i = 0; i < menus.size(); ++i)
+            text += "Menu" + std::to_string(i) + "=" + menus[i] + "\n";
+        WriteFile(name, text);
+        basGlobal.SkinFile = (folder_ / name).string();
+    }
+
     static std::vector<bool> Paused() {
         std::vector<bool> paused;
         for (int i = 0; i < basGlobal.ChartCount; ++i)
@@ -40,6 +50,8 @@ class Dispatcher : public GlobalsTest {
             states += basGlobal.Sensors[static_cast<std::size_t>(i)].Active ? '1' : '0';
         return states;
     }
+
+    int skins_ = 0;
 };
 
 TEST_F(Dispatcher, CommandsThatAskTheScreenForOneThing) {
@@ -188,7 +200,7 @@ TEST_F(Dispatcher, MenuListStepping) {
                 {full, "m0", "page m1", "page m100"},
                 {full, "x", "page +", "page m8"}};
     for (const auto& row : rows) {
-        fakeScreen.Menus = row.Menus;
+        WriteMenus(row.Menus);
         basGlobal.CurrentMenu = row.Current;
         EXPECT_EQ(Only("openmenu_+"), row.Next) << row.Menus.size() << " " << row.Current;
         EXPECT_EQ(Only("openmenu_-"), row.Previous) << row.Menus.size() << " " << row.Current;

@@ -10,7 +10,6 @@ namespace dravik {
 /// asked of them, a line each ("page mainmenu", "message 32 Dravik: Really?").
 struct FakeScreen {
     std::vector<std::string> Calls;
-    std::vector<std::string> Menus;      ///< the skin's menu list
     std::function<int()> Answer;         ///< what a message box answers, called while it is open
     std::function<void()> WhileLoading;  ///< runs inside LoadSkinPage, as a page's Command does
     bool BoxIsOpen = false;
@@ -18,5 +17,8 @@ struct FakeScreen {
 };
 
 inline FakeScreen fakeScreen;
+
+/// Puts a new fake screen behind all of upCalls.
+void InstallFakeScreen();
 
 }  // namespace dravik

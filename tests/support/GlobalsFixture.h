@@ -32,7 +32,7 @@ class GlobalsTest : public ::testing::Test {
             std::filesystem::create_directory(folder_ / part);
         basGlobal = GlobalState{};
         InitGlobals(folder_.string());
-        fakeScreen = FakeScreen{};
+        InstallFakeScreen();
     }
     ~GlobalsTest() override { basGlobal = GlobalState{}; }
 

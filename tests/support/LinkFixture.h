@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "core/TestClock.h"
 #include "obd/basOBD.h"
 #include "support/GlobalsFixture.h"
 #include "support/ScriptedInterface.h"
+#include "support/TestClock.h"
 
 namespace dravik {
 

@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "core/TestClock.h"
 #include "platform/FormTimer.h"
 #include "platform/serial/PseudoTerminal.h"
+#include "support/TestClock.h"
 
 namespace dravik {
 

@@ -2,6 +2,7 @@
 #include <string>
 #include <utility>
 
+#include "core/UpCalls.h"
 #include "lists/basFunctions.h"
 #include "lists/media/MediaEntry.h"
 #include "platform/Paths.h"
@@ -9,7 +10,6 @@
 #include "platform/Profile.h"
 #include "platform/ShellFolder.h"
 #include "platform/Text.h"
-#include "skin/message/ShowMessage.h"
 
 namespace dravik {
 
@@ -71,7 +71,7 @@ void OpenFolder(int slot, const std::string& folder) {
 }
 
 void TellNotOpened() {
-    ShowPlainMessage("Media file could not be opened!", kMessageCritical, "Dravik");
+    upCalls.ShowPlainMessage("Media file could not be opened!", kMessageCritical, "Dravik");
 }
 
 }  // namespace

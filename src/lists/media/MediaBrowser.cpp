@@ -2,12 +2,12 @@
 #include <string>
 #include <utility>
 
+#include "core/UpCalls.h"
 #include "lists/basFunctions.h"
 #include "lists/media/MediaEntry.h"
 #include "platform/Paths.h"
 #include "platform/ShellFolder.h"
 #include "platform/Text.h"
-#include "skin/message/ShowMessage.h"
 
 namespace dravik {
 
@@ -129,7 +129,7 @@ bool ShowFolder(int slot, const std::string& filter, std::string folder) {
             AddListEntry(*list, std::move(*entry));
     }
     if (!listing.Complete)
-        ShowPlainMessage("Media Directory not found!", kMessageCritical, "Dravik");
+        upCalls.ShowPlainMessage("Media Directory not found!", kMessageCritical, "Dravik");
     return listing.Complete;
 }
 

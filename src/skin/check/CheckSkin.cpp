@@ -7,7 +7,7 @@
 #include "core/basGlobal.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
-#include "skin/PageControl.h"
+#include "skin/basSkin.h"
 #include "skin/check/CheckSkinParts.h"
 
 namespace dravik {

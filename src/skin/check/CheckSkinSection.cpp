@@ -7,7 +7,7 @@
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
-#include "skin/PageControl.h"
+#include "skin/basSkin.h"
 #include "skin/check/CheckSkinParts.h"
 #include "skinfunc/basValueProc.h"
 

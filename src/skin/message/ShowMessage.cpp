@@ -37,6 +37,9 @@ std::optional<int> KindOfStyle(int style) {
 
 void InitMessages(frWarning* dialog) {
     messageDialog = dialog;
+    upCalls.ShowMessage = ShowMessage;
+    upCalls.ShowPlainMessage = ShowPlainMessage;
+    upCalls.ShowPopup = ShowPopup;
 }
 
 frWarning* MessageDialog() {
