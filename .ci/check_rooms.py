@@ -19,22 +19,23 @@ import tempfile
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 QT = "Qt"
+QT_IN_SOURCES = "(Qt)"  # not in headers
 QT_NAME = re.compile(r"\bQ[A-Z][A-Za-z]+\b")
 
 
 def read_table(root):
     """The rooms and what each may use, from the table in docs/architecture.md.
 
-    A row is "| `room` | what it is | `room` `room` Qt |". A row for a part of a room
-    ("`skin/check`") tells what the files of that part may use.
+    A row is "| `room` | what it is | `room` `room` Qt |"; "(Qt)" allows it in sources alone. A row
+    for a part of a room ("`skin/check`") tells what the files of that part may use.
     """
     table = {}
     with open(os.path.join(root, "docs/architecture.md"), encoding="utf-8") as text:
         for line in text:
             row = re.match(r"\| `([a-z/]+)` \|.*\|([^|]*)\|$", line.strip())
             if row:
-                allowed = set(re.findall(r"`([a-z/]+)`", row[2]))
-                table[row[1]] = allowed | ({QT} if QT in row[2].split() else set())
+                table[row[1]] = set(re.findall(r"`([a-z/]+)`|(\(?Qt\)?)$", row[2].strip()))
+                table[row[1]] = {room or qt for room, qt in table[row[1]]}
     return table
 
 
@@ -65,10 +66,12 @@ class Rooms:
 
     def allows(self, path, used):
         part = self.part_of(path)
-        if used != QT and used.split("/")[0] == part.split("/")[0]:
+        allowed = self.table.get(part, ())
+        if used == QT:
+            return QT in allowed or (QT_IN_SOURCES in allowed and path.endswith(".cpp"))
+        if used.split("/")[0] == part.split("/")[0]:
             return True
-        return any(used == room or used.startswith(room + "/")
-                   for room in self.table.get(part, ()))
+        return any(used == room or used.startswith(room + "/") for room in allowed)
 
     def name(self, path):
         return os.path.relpath(path, self.root)
@@ -78,7 +81,7 @@ class Rooms:
         uses = {}
         for part, allowed in self.table.items():
             room = part.split("/")[0]
-            uses.setdefault(room, set()).update(a.split("/")[0] for a in allowed if a != QT)
+            uses.setdefault(room, set()).update(a.split("/")[0] for a in allowed if "Qt" not in a)
         seen = {}
 
         def visit(room, road):
@@ -99,7 +102,7 @@ class Rooms:
         for header in sorted({os.path.realpath(h) for h in seen}):
             if "/qt6/" in header:
                 self.check_use(path, QT, f"sees {os.path.basename(header)}")
-                if QT not in self.table.get(self.part_of(path), ()):
+                if not self.allows(path, QT):
                     break  # one is enough: it brings hundreds
             elif header != path and self.part_of(header):
                 self.check_use(path, self.part_of(header), f"sees {self.name(header)}")
@@ -192,7 +195,7 @@ class Rooms:
 
     def check_text(self, path):
         """A Qt type can be named without its header."""
-        if QT in self.table.get(self.part_of(path), (QT,)):
+        if {QT, QT_IN_SOURCES} & self.table.get(self.part_of(path), {QT}):
             return
         with open(path, encoding="utf-8") as text:
             for number, line in enumerate(text, 1):
