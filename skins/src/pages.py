@@ -295,7 +295,7 @@ def mediaplayer(skin):
 def system(skin):
     page = parts.page(skin, "system", "System")
     keys = [("obd_connect", "connect", "Connect"), ("config", "settings", "Settings"),
-            ("osk", "keyboard", "Keyboard"), ("openmenu_sensors", "sensors", "Sensors"),
+            ("keyboard", "keyboard", "Keyboard"), ("openmenu_sensors", "sensors", "Sensors"),
             ("minimize", "minimise", "Minimise"),
             ("showquery_End the program?:quit", "end", "End")]
     for i, (function, symbol, caption) in enumerate(keys):
@@ -322,7 +322,7 @@ def shortcuts(skin):
     keys = [("openmenu_dashboard", "dashboard", "Dashboard"), ("openmenu_engine", "engine", "Engine"),
             ("openmenu_chart", "chart", "Chart"), ("openmenu_troublecodes", "codes", "Codes"),
             ("openmenu_previous", "back", "Last page"), ("obd_connect", "connect", "Connect"),
-            ("osk", "keyboard", "Keyboard"), ("closebox", "no", "Close")]
+            ("keyboard", "keyboard", "Keyboard"), ("closebox", "no", "Close")]
     for i, (function, symbol, caption) in enumerate(keys):
         parts.tall_key(box, function, left + 16 + 138 * (i % 4), top + 46 + 120 * (i // 4), 134,
                        114, symbol, caption, i, size=44)

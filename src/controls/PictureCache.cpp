@@ -167,6 +167,10 @@ double SkinPicture::Scale() const {
     return data_ ? data_->Scale : 1;
 }
 
+std::size_t SkinPicture::Bytes() const {
+    return data_ ? BytesOf(*data_) : 0;
+}
+
 const std::string& SkinPicture::Path() const {
     static const std::string none;
     return data_ ? data_->Path : none;

@@ -31,6 +31,9 @@ class SkinPicture {
 
     double Scale() const;
 
+    /// What its pixels take of the memory.
+    std::size_t Bytes() const;
+
     /// The path as it was asked for; empty for no picture and for one made from pixels.
     const std::string& Path() const;
 

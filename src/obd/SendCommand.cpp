@@ -14,8 +14,9 @@ constexpr int kAttempts = 3;
 constexpr double kReplySeconds = 50;  // for all attempts of one command together
 
 // With the Reconnect setting a link that is quiet for so long is given up. A request goes to the
-// vehicle's bus, and the search for that may be quiet; a reset takes its time. What else the
-// interface is asked it answers at once, so that a sending without an answer was lost.
+// vehicle's bus, and the search for that may be quiet until the vehicle answers; a reset takes its
+// time. What else the interface is asked it answers at once, so that a sending without an answer
+// was lost.
 constexpr double kQuietInterface = 5;
 constexpr double kQuietBus = 10;
 constexpr double kQuietBeforeResend = 2;
@@ -27,11 +28,19 @@ bool HasPrompt(std::string_view text) {
     return text.find('>') != std::string_view::npos;
 }
 
+/// True once the vehicle has answered the request, if only with the beginning: "41 01" to
+/// "0101".
+bool VehicleAnswered(const std::string& request, const std::string& reply) {
+    return reply.find(std::string("4") + request[1]) != std::string::npos;
+}
+
 /// Seconds without a character after which the wait of this attempt ends. Without the setting that
 /// is never before the time for the reply is over.
-double QuietLimit(const std::string& command, int attempt) {
+/// @param reply  what this attempt has brought so far
+double QuietLimit(const std::string& command, const std::string& reply, int attempt) {
     if (basGlobal.ReconnectSeconds <= 0) return kReplySeconds;
-    if (!command.starts_with("AT")) return kQuietBus;
+    if (!command.starts_with("AT"))
+        return VehicleAnswered(command, reply) ? kQuietInterface : kQuietBus;
     if (command == "ATZ") return kQuietInterface;
     return std::min(kQuietBeforeResend * attempt, kQuietInterface);
 }
@@ -52,9 +61,10 @@ struct Answer {
 /// the prompt is.
 ///
 /// @param heard  when the last character came; brought up to date
-Answer AwaitReply(double deadline, double quietLimit, double& heard) {
+Answer AwaitReply(const std::string& command, int attempt, double deadline, double& heard) {
     SerialPort& port = basGlobal.comOBD;
     Answer answer;
+    double quietLimit = QuietLimit(command, {}, attempt);
     for (bool complete = false; !complete && port.IsOpen() && !basGlobal.Closing;) {
         const double now = HighResTimer();
         if (now >= deadline) break;
@@ -68,6 +78,7 @@ Answer AwaitReply(double deadline, double quietLimit, double& heard) {
         Trace(received);
         answer.Text += received;
         if (answer.Text.size() > kTextLimit) answer.Text.erase(0, answer.Text.size() - kTextLimit);
+        quietLimit = QuietLimit(command, answer.Text, attempt);
     }
     return answer;
 }
@@ -92,8 +103,8 @@ std::string SendCommand(const std::string& command) {
         port.DiscardInput();
         port.Write(command + "\r");
         Trace(command + "\r\n");
-        answer = AwaitReply(deadline, QuietLimit(command, attempt), heard);
-        if (answer.Quiet && HighResTimer() - heard >= QuietLimit(command, kAttempts)) {
+        answer = AwaitReply(command, attempt, deadline, heard);
+        if (answer.Quiet && HighResTimer() - heard >= QuietLimit(command, answer.Text, kAttempts)) {
             GiveUp(heard);
             break;
         }

@@ -30,9 +30,10 @@ void InitLink();
 /// while it waits, so `ConnState` must already say that a command is under way. The wait also ends
 /// when the program is closing or the device disappears.
 ///
-/// With the Reconnect setting a link on which nothing arrives for 5 s (10 s for a request to the
-/// vehicle, whose bus may have to be searched) is given up: the port is closed. Before that the
-/// commands that an interface answers at once, all "AT" ones but the reset, are resent after 2 s.
+/// With the Reconnect setting a link on which nothing arrives for 5 s (10 s while the vehicle's
+/// answer to a request is awaited: its bus may have to be searched) is given up: the port is
+/// closed. Before that the commands that an interface answers at once, all "AT" ones but the reset,
+/// are resent after 2 s.
 std::string SendCommand(const std::string& command);
 
 /// The receive event of comOBD: gathers the replies of live requests, hands each whole one to

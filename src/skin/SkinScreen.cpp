@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "controls/PictureCache.h"
 #include "core/basGlobal.h"
 #include "platform/Text.h"
 #include "skin/PageCanvas.h"
@@ -102,6 +101,8 @@ void SkinScreen::Layout(QSize window) {
     if (scale != scale_ || density != density_) {
         scale_ = scale;
         density_ = density;
+        // They would stay alive beside those of the new scale. The next load counts anew.
+        ForgetPictures();
         SetPictureDensity(density);
         page_->SetScale(scale);
         popUp_->SetScale(scale);
@@ -140,8 +141,24 @@ void SkinScreen::BeginPage() {
     Highlight = -1;
     HasDvdButton = false;
     HasMediaTagLabel = false;
+    ForgetPictures();
     page_->Clear();
     popUp_->Clear();
+}
+
+void SkinScreen::ForgetPictures() {
+    pictures_.clear();
+    pictureBytes_ = 0;
+}
+
+bool SkinScreen::CountPicture(const SkinPicture& picture) {
+    if (picture.IsNull() ||
+        std::find(pictures_.begin(), pictures_.end(), picture) != pictures_.end())
+        return true;
+    if (pictureBytes_ + picture.Bytes() > PictureLimit) return false;
+    pictureBytes_ += picture.Bytes();
+    pictures_.push_back(picture);
+    return true;
 }
 
 void SkinScreen::BeginBox(int x, int y) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "controls/PictureCache.h"
 #include "skin/SkinVocabulary.h"
 
 class QWidget;
@@ -40,6 +41,9 @@ struct ScreenEvents {
     std::function<void()> PressesDropped;  ///< see DropPresses
     std::function<void()> PageBuilt;       ///< a page or box has been built, but not painted yet
 };
+
+/// What the pictures of a page and its box may take of the memory together.
+constexpr std::size_t kPagePictureBytes = 256u << 20;
 
 /// The main window's elements: for each kind a growable array of controls and the record of every
 /// element in use. Controls that a page does not need are hidden, never destroyed.
@@ -81,6 +85,11 @@ class SkinScreen {
     int Count(const SkinKind& kind) const { return static_cast<int>(RoomOf(kind).Elements.size()); }
 
     // What the loader does with them.
+
+    /// Counts a picture that an element is to show, each decoded one once.
+    /// @return false when the page would then take more than PictureLimit; it is not counted
+    bool CountPicture(const SkinPicture& picture);
+    std::size_t PictureLimit = kPagePictureBytes;
 
     /// Starts a page: all counts go to 0, the containers are emptied.
     void BeginPage();
@@ -144,11 +153,15 @@ class SkinScreen {
     void Place();
     bool BoxHasWayOut() const;
 
+    void ForgetPictures();
+
     QWidget* window_;
     PageCanvas* page_;
     PageCanvas* shield_;  ///< covers the page while a box is open; holds popUp_ and nothing else
     PageCanvas* popUp_;
-    std::vector<Room> rooms_;  ///< in the order of SkinKinds
+    std::vector<Room> rooms_;            ///< in the order of SkinKinds
+    std::vector<SkinPicture> pictures_;  ///< counted since the page began
+    std::size_t pictureBytes_ = 0;
     QSize windowSize_;
     QSize designSize_;
     double scale_ = 1;

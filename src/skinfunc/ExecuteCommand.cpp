@@ -223,6 +223,12 @@ void Snapshot(const Command& command) {
     upCalls.TakeSnapshot(command.Argument);
 }
 
+/// Skins may carry the word for systems that have a keyboard of their own: without a program it is
+/// silent.
+void StartSetKeyboard(const Command&) {
+    StartKeyboard();
+}
+
 void ShowKeyboard(const Command&) {
     const std::string missing = StartKeyboard();
     if (!missing.empty()) upCalls.ShowPopup(missing, 1);
@@ -291,7 +297,12 @@ constexpr CommandWord kCommandWords[] = {
     {{"snapshot", Fixed, "all", "saves a picture of every chart"}, Snapshot},
     {{"snapshot", Number, "0", "saves a picture of one chart"}, Snapshot},
     {{"snapshot", Nothing, "", "saves a picture of chart 0"}, Snapshot},
-    {{"osk", Nothing, "", "starts the on-screen keyboard that the settings name"}, ShowKeyboard},
+    {{"osk", Nothing, "",
+      "starts the on-screen keyboard that the settings name; nothing while there is none"},
+     StartSetKeyboard},
+    {{"keyboard", Nothing, "",
+      "the same as `osk`, but says so when none is set or its file is missing"},
+     ShowKeyboard},
     {{"sensortoggle", Fixed, "all", "switches every sensor on; off when all are on"},
      ToggleSensors},
     {{"sensortoggle", Sensor, "rpm.engine", "switches a sensor on or off"}, ToggleSensors},

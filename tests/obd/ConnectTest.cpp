@@ -189,6 +189,21 @@ TEST_F(ConnectSequence, WithReconnectAQuietLinkIsGivenUpAndTriedAgain) {
         });
     };
     const char* const kStatus = "41 01 83 07 65 04\r\r>";
+    double pause = 0;   // in the middle of an answer
+    int ticksLeft = 0;  // until its rest
+    FormTimer watch(2, true);
+    watch.OnTick([&] {
+        if (ticksLeft > 0 && --ticksLeft == 0) interface_->Say("83 07 65 04\r\r>");
+        if (pause == 0 || !basGlobal.CommTrace.ends_with("41 01 ")) return;
+        AdvanceHighResTimer(std::exchange(pause, 0));
+        ticksLeft = 5;
+    });
+    const auto begun = [this, &pause](double seconds) {
+        return ScriptedInterface::Answer([this, &pause, seconds] {
+            interface_->Say("41 01 ");
+            pause = seconds;
+        });
+    };
     const struct {
         int Reconnect;
         const char* Command;
@@ -201,7 +216,8 @@ TEST_F(ConnectSequence, WithReconnectAQuietLinkIsGivenUpAndTriedAgain) {
         {2, "ATZ", {after(4.5, "OK\r>")}, 1, 3, 3}, {2, "ATE0", {quiet(2.5), "OK\r>"}, 2, 3, 3},
         {2, "ATI", {quiet(2.1)}, 3, 1, 4},          {2, "0101", {after(9, kStatus)}, 1, 3, 3},
         {2, "0101", {quiet(10.5)}, 1, 1, 4},        {0, "ATZ", {after(49, "OK\r>")}, 1, 3, 3},
-        {0, "0101", {after(49, kStatus)}, 1, 3, 3},
+        {0, "0101", {after(49, kStatus)}, 1, 3, 3}, {2, "0101", {begun(4.5)}, 1, 3, 3},
+        {2, "0101", {begun(5.5)}, 1, 1, 4},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(std::to_string(&row - rows));

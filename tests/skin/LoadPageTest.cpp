@@ -358,6 +358,35 @@ TEST_F(LoadPageTest, PicturesThatCannotBeLoadedAreNamed) {
     }
 }
 
+TEST_F(LoadPageTest, ThePicturesOfAPageAndItsBoxShareABudget) {
+    for (const char* name : {"a.png", "b.png", "c.png"}) Picture(name, 512, 512, Qt::red);
+    const auto images = [](const std::vector<std::string>& names) {
+        std::string text;
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            const std::string prefix = "Image" + std::to_string(i);
+            text += prefix + "Function=x\n" + prefix + "Picture=" + names[i] + "\n";
+        }
+        return text;
+    };
+    Start("[full]\n" + images({"a.png", "b.png", "a.png", "b.png"}) + "[over]\n" +
+          images({"a.png", "b.png", "c.png"}) + "[box]\n" + images({"c.png"}) + "[late]\n" +
+          images({"a.png"}) + "Button0Function=x\nButton0Up=b.png\nButton0Over=c.png\n");
+    Screen().PictureLimit = 2u << 20;
+    const auto fault = [](const char* place) {
+        return ElementsAre(HasSubstr(std::string("test.ini ") + place +
+                                     "\r\nthe pictures of the page take more than 2 MB"));
+    };
+    EXPECT_THAT(Load("full"), IsEmpty()) << "each picture counts once";
+    EXPECT_THAT(Load("box", true), fault("[box] Image0Picture"));
+    EXPECT_THAT(Load("over"), fault("[over] Image2Picture"));
+    EXPECT_EQ(Count(KindOf("Image")), 2);
+    EXPECT_THAT(Load("late"), IsEmpty());
+    const Answers answers;
+    FinishPage();
+    EXPECT_THAT(answers.texts, fault("[late] Button0Over"));
+    EXPECT_TRUE(Button(0).SkinOver().IsNull());
+}
+
 TEST_F(LoadPageTest, AFaultOfTheDeferredPassFollowsTheFirstMessage) {
     Picture("up.png", 64, 64, Qt::red);
     Start(

@@ -305,6 +305,8 @@ TEST_F(Dispatcher, TheKeyboardProgramIsStartedWhenThereIsOne) {
     for (const std::string& path : {std::string(), std::string("0"), folder_.string()}) {
         basGlobal.OSKPath = path;
         ExecuteCommand("osk");
+        EXPECT_THAT(fakeScreen.Calls, ::testing::IsEmpty());
+        ExecuteCommand("keyboard");
         ASSERT_FALSE(fakeScreen.Calls.empty());
         EXPECT_EQ(fakeScreen.Calls.back().find("popup 1 "), 0U);
         fakeScreen.Calls.clear();
@@ -312,8 +314,12 @@ TEST_F(Dispatcher, TheKeyboardProgramIsStartedWhenThereIsOne) {
     Settle();
     EXPECT_FALSE(std::filesystem::exists(folder_ / "started"));
     basGlobal.OSKPath = program.string();
-    ExecuteCommand("OSK");
-    EXPECT_TRUE(Until([this] { return std::filesystem::exists(folder_ / "started"); }));
+    for (const char* command : {"OSK", "Keyboard"}) {
+        ExecuteCommand(command);
+        EXPECT_TRUE(Until([this] { return std::filesystem::exists(folder_ / "started"); }));
+        std::filesystem::remove(folder_ / "started");
+    }
+    EXPECT_THAT(fakeScreen.Calls, ::testing::IsEmpty());
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ void Connect(SkinScreen&, Slider& bar, int) {
 
 std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int index) {
     auto& bar = UseControl<Slider>(screen, element, index, Connect);
-    PictureReader pictures(element, screen.Scale());
+    PictureReader pictures(screen, element);
     bar.MoveTo(element.X, element.Y);
     bar.SetDirection(element.Direction);
     bar.SetPictureBack(pictures.Load("Background", element.Background));

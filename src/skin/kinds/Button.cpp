@@ -49,7 +49,7 @@ void Connect(SkinScreen& screen, ButtonEx& button, int index) {
 
 std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int index) {
     auto& button = UseControl<ButtonEx>(screen, element, index, Connect);
-    PictureReader pictures(element, screen.Scale());
+    PictureReader pictures(screen, element);
     button.MoveTo(element.X, element.Y);
     button.SetSkinDown({});
     button.SetSkinUp(pictures.Load("Up", element.Up));
@@ -88,7 +88,7 @@ std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int i
 
 std::optional<SkinError> Finish(SkinScreen& screen, ScreenElement& element,
                                 const SkinElement& keys) {
-    PictureReader pictures(keys, screen.Scale());
+    PictureReader pictures(screen, keys);
     auto& button = ControlOf<ButtonEx>(element);
     element.Tabindex = keys.Tabindex;
     button.SetSkinOver(pictures.Load("Over", keys.Over));

@@ -42,7 +42,7 @@ ChartRecord& RecordOf(int index) {
 }
 
 std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int index) {
-    PictureReader pictures(element, screen.Scale());
+    PictureReader pictures(screen, element);
     ChartLook look;
     look.Background = pictures.Load("Background", element.Background);
     if (pictures.Error()) return pictures.Error();

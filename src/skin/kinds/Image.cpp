@@ -70,7 +70,7 @@ Driver DriverOf(const std::string& function) {
 }
 
 std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int index) {
-    PictureReader pictures(element, screen.Scale());
+    PictureReader pictures(screen, element);
     const SkinPicture picture = pictures.Load("Picture", element.Picture);
     if (pictures.Error()) return pictures.Error();
     auto item = std::make_unique<PictureItem>();

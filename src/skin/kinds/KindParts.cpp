@@ -7,8 +7,14 @@
 namespace dravik {
 
 SkinPicture PictureReader::Load(const char* key, const std::string& name) {
-    SkinPicture picture = LoadSkinPicture(PicturePath(name), scale_);
-    if (!picture.Error().empty() && !error_) error_ = ElementError(element_, key, picture.Error());
+    SkinPicture picture = LoadSkinPicture(PicturePath(name), screen_.Scale());
+    std::string fault = picture.Error();
+    if (!screen_.CountPicture(picture)) {
+        picture = {};
+        fault = "the pictures of the page take more than " +
+                std::to_string(screen_.PictureLimit >> 20) + " MB";
+    }
+    if (!fault.empty() && !error_) error_ = ElementError(element_, key, std::move(fault));
     return picture;
 }
 

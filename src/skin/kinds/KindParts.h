@@ -14,10 +14,12 @@
 /// What the element kinds share.
 namespace dravik {
 
-/// Loads the pictures of an element and remembers the first that cannot be had.
+/// Loads the pictures of an element and remembers the first that cannot be had or is too much for
+/// the page.
 class PictureReader {
  public:
-    PictureReader(const SkinElement& element, double scale) : element_(element), scale_(scale) {}
+    PictureReader(SkinScreen& screen, const SkinElement& element)
+        : screen_(screen), element_(element) {}
 
     /// The picture of a key; an empty one for an empty name.
     SkinPicture Load(const char* key, const std::string& name);
@@ -25,8 +27,8 @@ class PictureReader {
     const std::optional<SkinError>& Error() const { return error_; }
 
  private:
+    SkinScreen& screen_;
     const SkinElement& element_;
-    double scale_;
     std::optional<SkinError> error_;
 };
 

@@ -34,7 +34,7 @@ void Connect(SkinScreen& screen, Slider& slider, int index) {
 
 std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int index) {
     auto& slider = UseControl<Slider>(screen, element, index, Connect);
-    PictureReader pictures(element, screen.Scale());
+    PictureReader pictures(screen, element);
     slider.MoveTo(element.X, element.Y);
     slider.SetDirection(element.Direction);
     slider.SetPictureBack(pictures.Load("Background", element.Background));
