@@ -6,7 +6,8 @@
 namespace dravik {
 
 /// Lets what the program prints appear on the terminal that it was started from, and reads standard
-/// input from there, where the system does not see to that by itself. Redirected streams stay.
+/// input from there, where the system does not see to that by itself. Redirected streams stay; one
+/// that was closed reads as ended and takes what is written. Called before anything is opened.
 void JoinTerminal();
 
 /// From now on a reader of standard output or of the error output that goes away does not end the

@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -23,7 +24,13 @@ bool TryAgain(ssize_t result, int stream, short event) {
 }  // namespace
 
 // Every program has the terminal that it was started from.
-void JoinTerminal() {}
+// A stream that was closed would be taken by whatever this program opens first, which would then
+// get the console's answers or be read as its requests.
+void JoinTerminal() {
+    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
+        if (::fcntl(descriptor, F_GETFD) < 0) static_cast<void>(::open("/dev/null", O_RDWR));
+    }
+}
 
 // A signal that is caught, unlike one that is ignored, is not handed down to other programs.
 void OutliveReaders() {
