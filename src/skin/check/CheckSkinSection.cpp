@@ -105,6 +105,21 @@ bool IsInteger(string_view text) {
     return text.empty() || (error == std::errc{} && end == text.data() + text.size());
 }
 
+using Places = std::map<string, std::size_t>;  ///< by the name in lower case
+
+/// Where each name stands first.
+Places PlacesOf(const std::vector<string>& names) {
+    Places places;
+    for (std::size_t i = 0; i < names.size(); ++i) places.try_emplace(LowerCased(names[i]), i);
+    return places;
+}
+
+/// A name that is not there comes after all that are.
+std::size_t PlaceOf(const Places& places, const string& name) {
+    const auto found = places.find(LowerCased(name));
+    return found == places.end() ? places.size() : found->second;
+}
+
 }  // namespace
 
 std::optional<int> NumberInKey(string_view name, string_view key) {
@@ -127,25 +142,22 @@ void SkinFindings::Add(const string& section, const string& key, const string& t
 std::vector<SkinError> SkinFindings::Sorted() const {
     // Sections in the order of the file, keys in the order of their section; what has no key first.
     // What stands before the first section comes first of all.
-    std::vector<string> sections = ProfileSections(basGlobal.SkinFile);
-    sections.insert(sections.begin(), string{});
-    const auto place = [](const std::vector<string>& names, const string& name) {
-        return std::find_if(names.begin(), names.end(),
-                            [&name](const string& other) { return EqualsNoCase(name, other); }) -
-               names.begin();
-    };
+    std::vector<string> names = ProfileSections(basGlobal.SkinFile);
+    names.insert(names.begin(), string{});
+    const Places sections = PlacesOf(names);
     struct Placed {
-        std::ptrdiff_t Section;
-        std::ptrdiff_t Key;
+        std::size_t Section;
+        std::size_t Key;  ///< counted from 1; 0: none
         const SkinError* Finding;
     };
-    std::map<string, std::vector<string>> keys;
+    std::map<string, Places> keys;
     std::vector<Placed> placed;
     for (const SkinError& finding : findings_) {
         auto [known, added] = keys.try_emplace(finding.Section);
-        if (added) known->second = ProfileKeys(basGlobal.SkinFile, finding.Section);
-        placed.push_back({place(sections, finding.Section),
-                          finding.Key.empty() ? -1 : place(known->second, finding.Key), &finding});
+        if (added) known->second = PlacesOf(ProfileKeys(basGlobal.SkinFile, finding.Section));
+        placed.push_back({PlaceOf(sections, finding.Section),
+                          finding.Key.empty() ? 0 : 1 + PlaceOf(known->second, finding.Key),
+                          &finding});
     }
     std::stable_sort(placed.begin(), placed.end(), [](const Placed& a, const Placed& b) {
         return std::pair(a.Section, a.Key) < std::pair(b.Section, b.Key);
