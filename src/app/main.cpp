@@ -1,4 +1,6 @@
 #include <QApplication>
+#include <QDir>
+#include <QTemporaryDir>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -41,13 +43,23 @@ bool ChooseDisplay(bool console) {
     return true;
 }
 
-/// Starts the built-in vehicle; an empty text, or the reason why it does not start.
-std::string StartVehicle(vehicle::VehicleServer& server, const std::string& scenario) {
-    if (std::string error = server.LoadScenario(scenario); !error.empty()) return error;
+/// The built-in vehicle. Its terminal stands behind a link in a folder that only this user enters:
+/// after an unplug it comes back under another number, and the old one may be another program's.
+struct DemoVehicle {
+    QTemporaryDir Folder{QDir::tempPath() + QStringLiteral("/dravik-XXXXXX")};
+    vehicle::VehicleServer Server;  ///< goes first, and takes the link away
+};
+
+/// An empty text, or the reason why the vehicle does not start.
+std::string Start(DemoVehicle& vehicle, const std::string& scenario) {
+    if (std::string error = vehicle.Server.LoadScenario(scenario); !error.empty()) return error;
 #ifdef _WIN32
-    return server.ServeTcp(0);
+    return vehicle.Server.ServeTcp(0);
 #else
-    return server.ServePseudoTerminal();
+    if (!vehicle.Folder.isValid())
+        return "no temporary folder: " + vehicle.Folder.errorString().toStdString();
+    return vehicle.Server.ServePseudoTerminal(
+        vehicle.Folder.filePath(QStringLiteral("interface")).toStdString());
 #endif
 }
 
@@ -83,12 +95,11 @@ int main(int argc, char** argv) {
     options.WindowSize = line.WindowSize;
     options.ProgramFolder = FindProgramFolder(line.Folder, options.Launch);
 
-    std::unique_ptr<vehicle::VehicleServer> vehicle;
+    std::unique_ptr<DemoVehicle> vehicle;
     if (line.Demo) {
-        vehicle = std::make_unique<vehicle::VehicleServer>();
-        if (std::string error = StartVehicle(*vehicle, line.Scenario); !error.empty())
-            return Fail(error);
-        options.Launch.DemoDevice = vehicle->Device();
+        vehicle = std::make_unique<DemoVehicle>();
+        if (std::string error = Start(*vehicle, line.Scenario); !error.empty()) return Fail(error);
+        options.Launch.DemoDevice = vehicle->Server.Device();
     }
 
     OutliveReaders();

@@ -1,8 +1,10 @@
 #include <gmock/gmock.h>
 #include <signal.h>
 
+#include <filesystem>
 #include <set>
 
+#include "platform/serial/PseudoTerminal.h"
 #include "support/ConsoleProgram.h"
 #include "support/TestSkin.h"
 #include "vehicle/VehicleServer.h"
@@ -76,6 +78,24 @@ TEST_F(LiveProgram, DemoChangesNothingInTheSettingsButTheResumeState) {
     EXPECT_EQ(dravik.Until(status, "Receiving Data."), "Receiving Data.");
     EXPECT_EQ(dravik.Finish(), 0);
     EXPECT_EQ(program_.Folder.Read("Dravik.ini"), before + "[Resume]\nSensorActive=\n");
+}
+
+TEST_F(LiveProgram, TheDemoIsFoundAgainBehindAnotherTerminalAndLeavesNothingBehind) {
+    const std::string temporary = program_.Folder / "tmp";
+    const std::string scenario =
+        program_.Folder.Write("unplug.ini", "[fault 1]\nkind=unplug\nat=5\nfor=2\nevery=10\n");
+    std::filesystem::create_directory(temporary);
+    program_.Folder.Write("Dravik.ini", program_.Folder.Read("Dravik.ini") + "Reconnect=1\n");
+    ConsoleProgram dravik({"--folder", program_.Folder.Path(), "--demo", scenario}, DRAVIK_PROGRAM,
+                          {{"TMPDIR", temporary}, {"XDG_RUNTIME_DIR", program_.Folder.Path()}});
+    const auto status = [&] { return dravik.Ask("text obd_status"); };
+    EXPECT_EQ(dravik.Until(status, "Receiving Data."), "Receiving Data.");
+    EXPECT_EQ(dravik.Until(status, "Comport not found."), "Comport not found.");
+    const PseudoTerminal other;  // takes the number that has become free
+    EXPECT_EQ(dravik.Until(status, "Receiving Data."), "Receiving Data.");
+    EXPECT_FALSE(std::filesystem::is_empty(temporary));
+    EXPECT_EQ(dravik.Finish(), 0);
+    EXPECT_TRUE(std::filesystem::is_empty(temporary));
 }
 
 TEST_F(LiveProgram, FailedConnectsAreLoggedAndRest) {
