@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -57,13 +58,34 @@ std::vector<ProfileEntry> EntriesOf(std::string_view input,
             entries.push_back({last.first, last.second, std::nullopt});
         }
     }
+    // A key that is set and dropped in one go may leave a line end behind, each time anew.
+    std::set<Name> named;
+    std::erase_if(entries, [&named](const ProfileEntry& entry) {
+        return !named.insert(NameOf(entry.Section, entry.Key)).second;
+    });
     return entries;
+}
+
+/// A file in UTF-16 that is no text: half a letter or half a pair cannot be given back.
+bool IsTornUtf16(std::string_view bytes) {
+    const bool little = bytes.starts_with("\xFF\xFE");
+    if (!little && !bytes.starts_with("\xFE\xFF")) return false;
+    if (bytes.size() % 2 != 0) return true;
+    bool open = false;  // the first half of a pair stands before
+    for (std::size_t i = 2; i < bytes.size(); i += 2) {
+        const auto high = static_cast<unsigned char>(bytes[little ? i + 1 : i]);
+        const bool second = high >= 0xDC && high <= 0xDF;
+        if (open != second) return true;
+        open = high >= 0xD8 && high <= 0xDB;
+    }
+    return open;
 }
 
 }  // namespace
 
 void Run(std::string_view input) {
-    const std::string file = WriteFile("a.ini", TakePart(input));
+    const std::string_view content = TakePart(input);
+    const std::string file = WriteFile("a.ini", content);
     const std::map<Name, std::string> before = ValuesOf(file);
     const std::vector<ProfileEntry> entries = EntriesOf(input, before);
     const std::string old = Folder().Read("a.ini");
@@ -72,6 +94,7 @@ void Run(std::string_view input) {
         return;
     }
     Settle(file);
+    if (IsTornUtf16(content)) return;
     std::map<Name, std::optional<std::string>> expected(before.begin(), before.end());
     for (const ProfileEntry& entry : entries) {
         std::optional<std::string> value = entry.Value;
