@@ -2,6 +2,7 @@
 # Builds the fuzz programs and runs each for SECONDS (default 60), or only TARGET. What they learn
 # stays in build/fuzz/corpus. An input that crashes, leaks, hangs or breaks a promise is kept; its
 # path is printed, and the script fails. Mended, it goes to tests/fuzz/seeds/TARGET/.
+# FUZZ_SEED fixes the order of the tries; without it each run is another one.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -50,7 +51,7 @@ for program in $out/fuzz/fuzz_*; do
     folders=("$corpus" "$seeds")
     [ -d "tests/fuzz/seeds/$target" ] && folders+=("tests/fuzz/seeds/$target")
     log=$TMPDIR/$target.log
-    if "$program" "${folders[@]}" -max_total_time="$seconds" -timeout=25 -rss_limit_mb=2048 \
+    if "$program" "${folders[@]}" -max_total_time="$seconds" -timeout=25 -rss_limit_mb=2048 -seed="${FUZZ_SEED:-0}" \
         -max_len=$size -print_final_stats=1 -artifact_prefix="$out/found/$target-" >"$log" 2>&1; then
         printf '%-10s %s\n' "$target" "$(grep -o 'Done .*' "$log")"
     else

@@ -32,7 +32,7 @@ void TakeApart(const std::string& line) {
     std::string text = line;
     ImageState(text);
     Require(text == LowerCased(line), "the caller's text is in lower case", line);
-    Require(LabelTextFunction(text) == LabelTextFunction(text) || text == "function",
+    Require(LabelTextFunction(text) == LabelTextFunction(text) || text.starts_with("function"),
             "reading a text does not change it", line);
     Require(std::isfinite(LabelNumber(text)), "a number is one", line);
     Require(LabelText(text, static_cast<int>(line.size())) != kNoText ||
