@@ -8,7 +8,6 @@
 #include <limits>
 #include <utility>
 
-#include "controls/ButtonEx.h"
 #include "controls/SkinList.h"
 #include "controls/SkinTextbox.h"
 #include "controls/Slider.h"
