@@ -20,7 +20,6 @@ namespace dravik {
 
 namespace {
 
-constexpr int kPortPrefix = 3;       // characters of "COM"
 constexpr int kPortListWidth = 290;  // room for the devices beside the names
 constexpr int kDeviceWidth = 120;
 constexpr int kTwoColumns = 640;      // a tab at least that wide has two of them
@@ -39,8 +38,12 @@ constexpr std::array<const char*, GeneralTab::kMiscOptions> kMiscCaptions = {
     "Mouse Wheel Support", "aux",         "aux",          "aux"};
 constexpr std::size_t kStartupOptions = 3;
 
+QString PortPrefix() {
+    return QString::fromLatin1(RowOf(Setting::ComPort).Prefix);
+}
+
 QString PortName(int number) {
-    return QStringLiteral("COM%1").arg(number);
+    return PortPrefix() + QString::number(number);
 }
 
 /// Names of the ini files of a folder, without the extension. A file that is nothing but the
@@ -70,8 +73,8 @@ GeneralTab::GeneralTab(std::function<void(const QString& message)> tell) : tell_
     page->setContentsMargins(Px(6), Px(6), Px(6), Px(6));
     page->Add(InterfaceGroup(), true);
     page->Add(OptionsGroup(), true);
-    page->Add(SkinGroup());
-    page->Add(LanguageGroup());
+    page->Add(SettingsGroup(QStringLiteral("Skin"), SettingFrame::Skin));
+    page->Add(SettingsGroup(QStringLiteral("Language"), SettingFrame::Language));
     page->Add(KeyboardGroup(), true);
     page->Add(AdditionsGroup(), true);
     page->Add(MakeCanGroup(), true);
@@ -83,28 +86,61 @@ void GeneralTab::Arrange(QSize room) {
     ArrangeCells(widget(), room.width() < kTwoColumns ? 1 : 2, room.width() < kCaptionsBeside);
 }
 
-QWidget* GeneralTab::InterfaceGroup() {
-    coCommSelect_ = MakeFreeCombo("coCommSelect");
-    coCommSelect_->view()->setMinimumWidth(Px(kPortListWidth));
-    lCommDevice_ = MakeFaint({});
-    lCommDevice_->setObjectName(QStringLiteral("lCommDevice"));
-    auto* delay = new StepField("tBusInitDelay", {.Lowest = 0});
-    auto* interval = new StepField("tUpdateIntervall", {.Step = 10, .Lowest = 1});
-    auto* refresh = new StepField("tRefreshRate", {.Step = 10, .Lowest = 1});
-    tBusInitDelay_ = delay->Field();
-    tUpdateIntervall_ = interval->Field();
-    tRefreshRate_ = refresh->Field();
-    QObject::connect(coCommSelect_, &QComboBox::editTextChanged, this, [this] { CommSelected(); });
+/// A box where there is something to choose, a field with steps for a number, else a plain field.
+QWidget* GeneralTab::MakeControl(std::size_t setting) {
+    const SettingRow& row = kSettingRows[setting];
+    if (row.Choice != SettingChoice::None) {
+        QComboBox* box = MakeFreeCombo(row.Field);
+        box->lineEdit()->setPlaceholderText(QString::fromLatin1(row.WhenEmpty));
+        fields_[setting] = box->lineEdit();
+        boxes_[setting] = box;
+        return box;
+    }
+    if (row.Steps.Step > 0) {
+        auto* steps = new StepField(row.Field, row.Steps);
+        fields_[setting] = steps->Field();
+        fields_[setting]->setPlaceholderText(QString::fromLatin1(row.WhenEmpty));
+        return steps;
+    }
+    fields_[setting] = MakeField(row.Field);
+    return fields_[setting];
+}
 
+/// The settings of a frame, each with its unit; the port has its device in that place.
+void GeneralTab::AddSettings(CellGrid* cells, SettingFrame frame) {
+    for (std::size_t i = 0; i < kSettingCount; ++i) {
+        const SettingRow& row = kSettingRows[i];
+        if (row.Frame != frame) continue;
+        const QString caption = QString::fromLatin1(row.Caption);
+        QWidget* control = MakeControl(i);
+        const bool port = row.Choice == SettingChoice::Ports;
+        if (!port && *row.Unit == '\0') {
+            cells->Add(new FieldCell(caption, {control}), caption.isEmpty());
+            continue;
+        }
+        QLabel* note = MakeFaint(QString::fromLatin1(row.Unit));
+        if (port) lCommDevice_ = note;
+        cells->Add(new FieldCell(caption, {control, note}));
+    }
+}
+
+QWidget* GeneralTab::SettingsGroup(const QString& title, SettingFrame frame) {
     auto* cells = new CellGrid;
-    cells->Add(new FieldCell(QStringLiteral("Port"), {coCommSelect_, lCommDevice_}));
-    cells->Add(
-        new FieldCell(QStringLiteral("Businit Delay"), {delay, MakeFaint(QStringLiteral("s"))}));
-    cells->Add(new FieldCell(QStringLiteral("Update Intervall"),
-                             {interval, MakeFaint(QStringLiteral("ms"))}));
-    cells->Add(new FieldCell(QStringLiteral("Screen Refresh"),
-                             {refresh, MakeFaint(QStringLiteral("ms"))}));
-    return MakeGroup(QStringLiteral("OBD interface"), cells);
+    AddSettings(cells, frame);
+    return MakeGroup(title, cells);
+}
+
+QComboBox* GeneralTab::BoxOf(Setting setting) const {
+    return boxes_[Index(setting)];
+}
+
+QWidget* GeneralTab::InterfaceGroup() {
+    QWidget* group = SettingsGroup(QStringLiteral("OBD interface"), SettingFrame::Interface);
+    QComboBox* port = BoxOf(Setting::ComPort);
+    port->view()->setMinimumWidth(Px(kPortListWidth));
+    lCommDevice_->setObjectName(QStringLiteral("lCommDevice"));
+    QObject::connect(port, &QComboBox::editTextChanged, this, [this] { CommSelected(); });
+    return group;
 }
 
 QWidget* GeneralTab::OptionsGroup() {
@@ -124,34 +160,18 @@ QWidget* GeneralTab::OptionsGroup() {
     return MakeGroup(QStringLiteral("Miscellaneous"), cells);
 }
 
-QWidget* GeneralTab::SkinGroup() {
-    coSkin_ = MakeFreeCombo("coSkin");
-    return MakeGroup(QStringLiteral("Skin"), coSkin_);
-}
-
-QWidget* GeneralTab::LanguageGroup() {
-    coLanguage_ = MakeFreeCombo("coLanguage");
-    return MakeGroup(QStringLiteral("Language"), coLanguage_);
-}
-
 QWidget* GeneralTab::KeyboardGroup() {
-    tOSKPath_ = MakeField("tOSKPath");
+    QWidget* path = MakeControl(Index(Setting::OSKPath));
     QPushButton* browse = MakeButton("cmdOSKPath", QStringLiteral("Browse"));
     QPushButton* test = MakeButton("Command6", QStringLiteral("Test"));
     QObject::connect(browse, &QPushButton::clicked, this, [this] { BrowseKeyboard(); });
     QObject::connect(test, &QPushButton::clicked, this, [this] { tell_(Shown(StartKeyboard())); });
     auto* cells = new CellGrid;
-    cells->Add(new FieldCell({}, {tOSKPath_}, {browse, test}), true);
+    cells->Add(new FieldCell({}, {path}, {browse, test}), true);
     return MakeGroup(QStringLiteral("Keyboard"), cells);
 }
 
 QWidget* GeneralTab::AdditionsGroup() {
-    coBaudrate_ = MakeFreeCombo("coBaudrate");
-    for (const char* speed : kBaudrates) coBaudrate_->addItem(QString::fromLatin1(speed));
-    coBaudrate_->lineEdit()->setPlaceholderText(QStringLiteral("9600"));
-    auto* reconnect = new StepField("tReconnect", {.Lowest = 1, .OrNothing = true});
-    tReconnect_ = reconnect->Field();
-    tReconnect_->setPlaceholderText(QStringLiteral("never"));
     coPort_ = MakeChoice("coPort");
     for (int number = 1; number <= kPortCount; ++number) coPort_->addItem(PortName(number));
     coPortDevice_ = MakeFreeCombo("coPortDevice");
@@ -162,9 +182,9 @@ QWidget* GeneralTab::AdditionsGroup() {
     QPushButton* browse = MakeButton("cmdFolder", QStringLiteral("Browse"));
 
     auto* cells = new CellGrid;
-    cells->Add(new FieldCell(QStringLiteral("Baudrate"), {coBaudrate_}));
-    cells->Add(new FieldCell(QStringLiteral("Reconnect every"),
-                             {reconnect, MakeFaint(QStringLiteral("s"))}));
+    AddSettings(cells, SettingFrame::Additions);
+    for (const char* speed : kBaudrates)
+        BoxOf(Setting::Baudrate)->addItem(QString::fromLatin1(speed));
     cells->Add(new FieldCell(QStringLiteral("Device of"), {coPort_}, {coPortDevice_}), true);
     cells->Add(new FieldCell(QStringLiteral("Folder of"), {coFolder_}, {tFolder_, browse}), true);
 
@@ -192,20 +212,18 @@ void GeneralTab::FillAdditions() {
 
 void GeneralTab::Fill(const SettingsValues& values) {
     values_ = values;
-    OfferIniFiles(coSkin_, basGlobal.SkinPath);
-    OfferIniFiles(coLanguage_, basGlobal.LanguagePath);
-    ShowIn(coSkin_, Shown(values.Skin));
-    ShowIn(coLanguage_, Shown(values.Language));
+    OfferIniFiles(BoxOf(Setting::Skin), basGlobal.SkinPath);
+    OfferIniFiles(BoxOf(Setting::Language), basGlobal.LanguagePath);
     for (std::size_t i = 0; i < kMiscOptions; ++i)
         chMiscOptions_[i]->setChecked((values.Misc & (1 << i)) != 0);
-    tOSKPath_->setText(Shown(values.OSKPath));
-    ShowIn(coCommSelect_, QStringLiteral("COM") + Shown(values.ComPort));
+    for (std::size_t i = 0; i < kSettingCount; ++i) {
+        const QString text = QString::fromLatin1(kSettingRows[i].Prefix) + Shown(values.Texts[i]);
+        if (boxes_[i] != nullptr)
+            ShowIn(boxes_[i], text);
+        else
+            fields_[i]->setText(text);
+    }
     CommSelected();
-    tBusInitDelay_->setText(Shown(values.BusInitDelay));
-    tUpdateIntervall_->setText(Shown(values.UpdateIntervall));
-    tRefreshRate_->setText(Shown(values.RefreshRate));
-    ShowIn(coBaudrate_, Shown(values.Baudrate));
-    tReconnect_->setText(Shown(values.Reconnect));
     FillAdditions();
 }
 
@@ -214,25 +232,20 @@ SettingsValues GeneralTab::Values() const {
     values.Misc = 0;
     for (std::size_t i = 0; i < kMiscOptions; ++i)
         values.Misc += chMiscOptions_[i]->isChecked() ? 1 << i : 0;
-    values.Skin = Typed(coSkin_->currentText(), values_.Skin);
-    values.Language = Typed(coLanguage_->currentText(), values_.Language);
-    values.OSKPath = Typed(tOSKPath_->text(), values_.OSKPath);
-    values.ComPort = coCommSelect_->currentText().mid(kPortPrefix).toStdString();
-    values.BusInitDelay = tBusInitDelay_->text().toStdString();
-    values.UpdateIntervall = tUpdateIntervall_->text().toStdString();
-    values.RefreshRate = tRefreshRate_->text().toStdString();
-    values.Baudrate = coBaudrate_->currentText().toStdString();
-    values.Reconnect = tReconnect_->text().toStdString();
+    for (std::size_t i = 0; i < kSettingCount; ++i) {
+        const auto prefix = QString::fromLatin1(kSettingRows[i].Prefix).size();
+        values.Texts[i] = Typed(fields_[i]->text().mid(prefix), values_.Texts[i]);
+    }
     return values;
 }
 
 /// On Windows the port and its device are the same thing.
 void GeneralTab::OfferPort(const PortCandidate& port) {
 #ifdef _WIN32
-    AddNoted(coCommSelect_, PortName(port.Number), {});
+    AddNoted(BoxOf(Setting::ComPort), PortName(port.Number), {});
 #else
     const QString device = Shown(port.Device);
-    AddNoted(coCommSelect_, PortName(port.Number), device);
+    AddNoted(BoxOf(Setting::ComPort), PortName(port.Number), device);
     AddNoted(coPortDevice_, device, PortName(port.Number));
 #endif
 }
@@ -240,7 +253,8 @@ void GeneralTab::OfferPort(const PortCandidate& port) {
 /// Shows the device that the typed port stands for, cut in the middle where there is no room for
 /// it, and offers it to be changed.
 void GeneralTab::CommSelected() {
-    const int number = coCommSelect_->currentText().mid(kPortPrefix).toInt();
+    const QString port = fields_[Index(Setting::ComPort)]->text();
+    const int number = port.mid(PortPrefix().size()).toInt();
     if (number >= 1 && number <= kPortCount) coPort_->setCurrentIndex(number - 1);
 #ifndef _WIN32
     const QString device = Shown(PortDevice(number));
@@ -251,7 +265,7 @@ void GeneralTab::CommSelected() {
 }
 
 void GeneralTab::BrowseKeyboard() {
-    QFileDialog* dialog = Browse(tOSKPath_, QStringLiteral("Keyboard"));
+    QFileDialog* dialog = Browse(fields_[Index(Setting::OSKPath)], QStringLiteral("Keyboard"));
     dialog->setFileMode(QFileDialog::ExistingFile);
 #ifdef _WIN32
     dialog->setNameFilter(QStringLiteral("Executable (*.exe)"));

@@ -37,10 +37,12 @@ class GeneralTab : public ArrangedTab {
     void Arrange(QSize room) override;
 
  private:
+    QWidget* MakeControl(std::size_t setting);
+    QComboBox* BoxOf(Setting setting) const;
+    void AddSettings(CellGrid* cells, SettingFrame frame);
     QWidget* InterfaceGroup();
     QWidget* OptionsGroup();
-    QWidget* SkinGroup();
-    QWidget* LanguageGroup();
+    QWidget* SettingsGroup(const QString& title, SettingFrame frame);
     QWidget* KeyboardGroup();
     QWidget* AdditionsGroup();
     void FillAdditions();
@@ -51,17 +53,10 @@ class GeneralTab : public ArrangedTab {
     std::function<void(const QString& message)> tell_;
     SettingsValues values_;  ///< as read; the devices and folders as edited
 
-    QComboBox* coCommSelect_;
-    QLabel* lCommDevice_;
-    QLineEdit* tBusInitDelay_;
-    QLineEdit* tUpdateIntervall_;
-    QLineEdit* tRefreshRate_;
+    std::array<QLineEdit*, kSettingCount> fields_{};  ///< where each setting's text stands
+    std::array<QComboBox*, kSettingCount> boxes_{};   ///< the box around it, where it is a choice
+    QLabel* lCommDevice_ = nullptr;
     std::array<QCheckBox*, kMiscOptions> chMiscOptions_{};
-    QComboBox* coSkin_;
-    QComboBox* coLanguage_;
-    QLineEdit* tOSKPath_;
-    QComboBox* coBaudrate_;
-    QLineEdit* tReconnect_;
     QComboBox* coPort_;
     QComboBox* coPortDevice_;
     QComboBox* coFolder_;

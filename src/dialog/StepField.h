@@ -1,18 +1,12 @@
 #pragma once
 
 #include <QWidget>
-#include <optional>
+
+#include "settings/SettingsTable.h"
 
 class QLineEdit;
 
 namespace dravik {
-
-/// How a number is stepped.
-struct NumberSteps {
-    double Step = 1;  ///< above 1 the multiples of it are gone through
-    std::optional<double> Lowest{};
-    bool OrNothing = false;  ///< below the lowest number the field is emptied
-};
 
 /// The text of a number that was stepped up or down. The decimal sign and the decimal places stay
 /// as they were written, what is no number counts as 0, and the region's decimal sign is taken

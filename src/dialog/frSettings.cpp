@@ -209,8 +209,8 @@ void frSettings::Save() {
         return;
     }
     // A skin or language chosen here takes the place of one from the command line.
-    if (values.Skin != before.Skin) basGlobal.Launch.Skin.clear();
-    if (values.Language != before.Language) basGlobal.Launch.Language.clear();
+    if (values[Setting::Skin] != before[Setting::Skin]) basGlobal.Launch.Skin.clear();
+    if (values[Setting::Language] != before[Setting::Language]) basGlobal.Launch.Language.clear();
     Apply();
 }
 

@@ -9,28 +9,6 @@ namespace dravik {
 
 namespace {
 
-enum class Read { Text, Integer, OptIn };
-
-struct TextSetting {
-    const char* Section;
-    const char* Key;
-    std::string SettingsValues::*Value;
-    Read As;
-};
-
-/// In the order in which they are written.
-constexpr TextSetting kTextSettings[] = {
-    {"Options", "Skin", &SettingsValues::Skin, Read::Text},
-    {"Options", "Language", &SettingsValues::Language, Read::Text},
-    {"Options", "OSKPath", &SettingsValues::OSKPath, Read::Text},
-    {"OBD", "ComPort", &SettingsValues::ComPort, Read::Integer},
-    {"OBD", "BusInitDelay", &SettingsValues::BusInitDelay, Read::Integer},
-    {"OBD", "UpdateIntervall", &SettingsValues::UpdateIntervall, Read::Integer},
-    {"OBD", "RefreshRate", &SettingsValues::RefreshRate, Read::Integer},
-    {"OBD", "Baudrate", &SettingsValues::Baudrate, Read::OptIn},
-    {"OBD", "Reconnect", &SettingsValues::Reconnect, Read::OptIn},
-};
-
 constexpr const char* kSensorSection = "SensorConfig";
 constexpr std::size_t kOptInBytes = 4096;
 
@@ -38,17 +16,16 @@ std::string ReadOptIn(const char* section, const std::string& key) {
     return ReadProfileString(basGlobal.IniFile, section, key, "", kOptInBytes);
 }
 
-std::string ReadSetting(const TextSetting& setting) {
-    switch (setting.As) {
-        case Read::Integer:
-            return std::to_string(
-                ReadProfileInt(basGlobal.IniFile, setting.Section, setting.Key, 0));
-        case Read::OptIn:
-            return ReadOptIn(setting.Section, setting.Key);
-        case Read::Text:
+std::string ReadSetting(const SettingRow& row) {
+    switch (row.Form) {
+        case SettingForm::Integer:
+            return std::to_string(ReadProfileInt(basGlobal.IniFile, row.Section, row.Key, 0));
+        case SettingForm::OptIn:
+            return ReadOptIn(row.Section, row.Key);
+        case SettingForm::Text:
             break;
     }
-    return ReadIniString(basGlobal.IniFile, setting.Section, setting.Key);
+    return ReadIniString(basGlobal.IniFile, row.Section, row.Key);
 }
 
 std::string PortKey(int number) {
@@ -62,12 +39,12 @@ ProfileEntry OptInEntry(const char* section, const std::string& key, const std::
 
 std::vector<ProfileEntry> SettingsEntries(const SettingsValues& values) {
     std::vector<ProfileEntry> entries = {{"Options", "Misc", std::to_string(values.Misc)}};
-    for (const TextSetting& setting : kTextSettings) {
-        const std::string& value = values.*setting.Value;
-        if (setting.As == Read::OptIn)
-            entries.push_back(OptInEntry(setting.Section, setting.Key, value));
+    for (std::size_t i = 0; i < kSettingCount; ++i) {
+        const SettingRow& row = kSettingRows[i];
+        if (row.Form == SettingForm::OptIn)
+            entries.push_back(OptInEntry(row.Section, row.Key, values.Texts[i]));
         else
-            entries.push_back({setting.Section, setting.Key, value});
+            entries.push_back({row.Section, row.Key, values.Texts[i]});
     }
     for (const auto& [number, device] : values.Ports)
         entries.push_back(OptInEntry("Ports", PortKey(number), device));
@@ -121,7 +98,7 @@ std::vector<std::string> FolderSlots() {
 SettingsValues ReadSettings() {
     SettingsValues values;
     values.Misc = ReadProfileInt(basGlobal.IniFile, "Options", "Misc", 0);
-    for (const TextSetting& setting : kTextSettings) values.*setting.Value = ReadSetting(setting);
+    for (std::size_t i = 0; i < kSettingCount; ++i) values.Texts[i] = ReadSetting(kSettingRows[i]);
     for (int number = 1; number <= kPortCount; ++number)
         values.Ports[number] = ReadOptIn("Ports", PortKey(number));
     for (const std::string& slot : FolderSlots()) values.Folders[slot] = ReadOptIn("Folders", slot);

@@ -7,25 +7,20 @@
 #include <vector>
 
 #include "settings/SensorEditor.h"
+#include "settings/SettingsTable.h"
 
 /// The settings as the settings dialog edits them: texts as typed.
 namespace dravik {
 
 struct SettingsValues {
     int Misc = 0;
-    std::string Skin;
-    std::string Language;
-    std::string OSKPath;
-    std::string ComPort;  ///< the number only
-    std::string BusInitDelay;
-    std::string UpdateIntervall;
-    std::string RefreshRate;
+    std::array<std::string, kSettingCount> Texts;  ///< by their rows
 
     // Opt-in keys: an empty text stands for a key that is not there.
-    std::string Baudrate;
-    std::string Reconnect;
     std::map<int, std::string> Ports;            ///< device by port number, 1 to 32
     std::map<std::string, std::string> Folders;  ///< folder by the name of the list slot
+
+    const std::string& operator[](Setting setting) const { return Texts[Index(setting)]; }
 };
 
 /// The names of the list slots that show a folder.

@@ -1,0 +1,144 @@
+#pragma once
+
+#include <cstddef>
+#include <iterator>
+#include <optional>
+
+/// The settings that have a text in the settings file and a field in the settings dialog: one row
+/// each. Reading, writing and the dialog's tab "General" go over the rows; what the program does
+/// with a setting is read where settings are loaded.
+namespace dravik {
+
+/// How a number is stepped.
+struct NumberSteps {
+    double Step = 1;  ///< above 1 the multiples of it are gone through; 0 for what is no number
+    std::optional<double> Lowest{};
+    bool OrNothing = false;  ///< below the lowest number the field is emptied
+};
+
+/// The settings, in the order of their rows.
+enum class Setting : std::size_t {
+    Skin,
+    Language,
+    OSKPath,
+    ComPort,
+    BusInitDelay,
+    UpdateIntervall,
+    RefreshRate,
+    Baudrate,
+    Reconnect,
+    Count,
+};
+
+/// How the text of a key is read and written.
+enum class SettingForm {
+    Text,     ///< a missing key reads as "0"
+    Integer,  ///< the number that the program reads, missing as 0
+    OptIn,    ///< an empty text stands for a key that is not there
+};
+
+/// The frame of the tab "General" that a field stands in.
+enum class SettingFrame { Interface, Skin, Language, Keyboard, Additions };
+
+/// What a field offers to choose from, besides what is typed.
+enum class SettingChoice { None, Skins, Languages, Ports, Baudrates };
+
+struct SettingRow {
+    const char* Section;
+    const char* Key;
+    SettingForm Form;
+
+    const char* Field;  ///< name of the control
+    SettingFrame Frame;
+    const char* Caption = "";  ///< empty where the frame's title says it
+    SettingChoice Choice = SettingChoice::None;
+    const char* Prefix = "";  ///< stands before the value in the field only
+    NumberSteps Steps{.Step = 0};
+    const char* Unit = "";
+    const char* WhenEmpty = "";  ///< shown in an empty field
+};
+
+constexpr NumberSteps kMilliseconds{.Step = 10, .Lowest = 1};
+
+/// In the order in which they are written and stand in their frames.
+inline constexpr SettingRow kSettingRows[] = {
+    {.Section = "Options",
+     .Key = "Skin",
+     .Form = SettingForm::Text,
+     .Field = "coSkin",
+     .Frame = SettingFrame::Skin,
+     .Choice = SettingChoice::Skins},
+    {.Section = "Options",
+     .Key = "Language",
+     .Form = SettingForm::Text,
+     .Field = "coLanguage",
+     .Frame = SettingFrame::Language,
+     .Choice = SettingChoice::Languages},
+    {.Section = "Options",
+     .Key = "OSKPath",
+     .Form = SettingForm::Text,
+     .Field = "tOSKPath",
+     .Frame = SettingFrame::Keyboard},
+    {.Section = "OBD",
+     .Key = "ComPort",
+     .Form = SettingForm::Integer,
+     .Field = "coCommSelect",
+     .Frame = SettingFrame::Interface,
+     .Caption = "Port",
+     .Choice = SettingChoice::Ports,
+     .Prefix = "COM"},
+    {.Section = "OBD",
+     .Key = "BusInitDelay",
+     .Form = SettingForm::Integer,
+     .Field = "tBusInitDelay",
+     .Frame = SettingFrame::Interface,
+     .Caption = "Businit Delay",
+     .Steps = {.Lowest = 0},
+     .Unit = "s"},
+    {.Section = "OBD",
+     .Key = "UpdateIntervall",
+     .Form = SettingForm::Integer,
+     .Field = "tUpdateIntervall",
+     .Frame = SettingFrame::Interface,
+     .Caption = "Update Intervall",
+     .Steps = kMilliseconds,
+     .Unit = "ms"},
+    {.Section = "OBD",
+     .Key = "RefreshRate",
+     .Form = SettingForm::Integer,
+     .Field = "tRefreshRate",
+     .Frame = SettingFrame::Interface,
+     .Caption = "Screen Refresh",
+     .Steps = kMilliseconds,
+     .Unit = "ms"},
+    {.Section = "OBD",
+     .Key = "Baudrate",
+     .Form = SettingForm::OptIn,
+     .Field = "coBaudrate",
+     .Frame = SettingFrame::Additions,
+     .Caption = "Baudrate",
+     .Choice = SettingChoice::Baudrates,
+     .WhenEmpty = "9600"},
+    {.Section = "OBD",
+     .Key = "Reconnect",
+     .Form = SettingForm::OptIn,
+     .Field = "tReconnect",
+     .Frame = SettingFrame::Additions,
+     .Caption = "Reconnect every",
+     .Steps = {.Lowest = 1, .OrNothing = true},
+     .Unit = "s",
+     .WhenEmpty = "never"},
+};
+
+constexpr std::size_t kSettingCount = static_cast<std::size_t>(Setting::Count);
+static_assert(std::size(kSettingRows) == kSettingCount);
+
+constexpr std::size_t Index(Setting setting) {
+    return static_cast<std::size_t>(setting);
+}
+
+constexpr const SettingRow& RowOf(Setting setting) {
+    return kSettingRows[Index(setting)];
+}
+
+}  // namespace dravik
