@@ -55,6 +55,7 @@ struct SkinElement {
 
     // Values.
     int Min = 0, Max = 0, Direction = 0;
+    int Known = 0;
     int Style = 0, AngleStart = 0, AngleEnd = 0, RadiusStart = 0, RadiusEnd = 0, StretchY = 0;
     int Time = 0, Mode = 0, GridColor = 0;
 };

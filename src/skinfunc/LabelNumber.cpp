@@ -41,6 +41,11 @@ float SensorNumber(std::string_view name) {
     return index ? SensorValue(*index) : kNoNumber;
 }
 
+float LiveNumber(std::string_view name) {
+    const std::optional<int> index = FindSensor(name);
+    return index && SensorKnown(*index) ? SensorValue(*index) : kNoNumber;
+}
+
 float CodeCount(std::string_view) {
     return static_cast<float>(basGlobal.DtcCount);
 }
@@ -67,6 +72,7 @@ constexpr NumberWord kNumberWords[] = {
     {{"time", Fixed, "year", "year"}, PartOfTime<&LocalTime::Year>},
     {{"listview", Nothing, "", "place of the selection in the list, in percent"}, ListPosition},
     {{"sensor", Sensor, "rpm.engine", "the value of a sensor, in its unit"}, SensorNumber},
+    {{"live", Sensor, "rpm.engine", "the same, while it is known"}, LiveNumber},
     {{"obd", Fixed, "troublecodescount", "number of trouble codes that were read"}, CodeCount},
 };
 

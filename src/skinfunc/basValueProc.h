@@ -17,6 +17,10 @@ namespace dravik {
 constexpr const char* kNoText = "error";
 constexpr float kNoNumber = 65535;
 
+// Words of label functions that give the value of a sensor.
+constexpr std::string_view kSensorWord = "sensor";
+constexpr std::string_view kLiveWord = "live";
+
 // Evaluators --------------------------------------------------------------------------------------
 
 /// The state of an image function ("obd_connected", "sensoron_rpm", ...): on or off; anything
@@ -31,6 +35,19 @@ std::int32_t SourceValue(std::string_view source);
 /// without being polled, except on freeze-frame pages.
 /// @param index  0 to 90
 float SensorValue(int index);
+
+/// The PID that a source names, if it names one.
+std::optional<int> SourcePid(std::string_view source);
+
+/// True while a sensor shows more than its offset: it is active, or the page shows freeze-frame
+/// data.
+/// @param index  0 to 90
+bool SensorShows(int index);
+
+/// True while the sensor shows a value that was really received, see PidKnown. Asks for it as
+/// SensorValue does.
+/// @param index  0 to 90
+bool SensorKnown(int index);
 
 /// The text of a label function. Tried in turn: text function, number function, image function
 /// ("On" or "Off"). The text is replaced by its lower-cased form.
@@ -47,6 +64,10 @@ float LabelNumber(std::string& function);
 /// The number that a slider, bargraph, gauge or chart shows: that of its label function, else the
 /// raw value of its source; nothing when its function names neither.
 std::optional<float> ElementValue(const std::string& function);
+
+/// False while the value that ElementValue gives was not received. What does not come from the
+/// vehicle is always known.
+bool ElementKnown(const std::string& function);
 
 /// Index of the first sensor in use whose name is the text `name`, whatever its encoding.
 std::optional<int> FindSensor(std::string_view name);

@@ -29,6 +29,12 @@ bool ShowText(ScreenElement& element, std::string text) {
     return true;
 }
 
+bool ValueUnknown(ScreenElement& element) {
+    if (element.Known == 0 || ElementKnown(element.Function)) return false;
+    element.Shown.clear();
+    return true;
+}
+
 std::optional<float> ShowValue(ScreenElement& element) {
     const std::optional<float> value = ElementValue(element.Function);
     if (value) ShowText(element, GeneralNumber(*value));

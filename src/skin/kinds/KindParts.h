@@ -80,6 +80,9 @@ void CheckSize(const SkinElement& element, const Complain& complain);
 /// Takes over a text to show; false when it is the one already shown.
 bool ShowText(ScreenElement& element, std::string text);
 
+/// True while an element with the key Known has nothing to show since its value is not known.
+bool ValueUnknown(ScreenElement& element);
+
 /// Takes over the value of an element. Nothing when it has none now; it then keeps what it shows.
 std::optional<float> ShowValue(ScreenElement& element);
 
