@@ -37,6 +37,7 @@ enum : std::int16_t {
 
 constexpr int kPidCount = 80;       ///< PIDs 00 to 4F
 constexpr int kSensorLimit = 91;    ///< sensors 0 to 90
+constexpr int kPanelTiles = 4;      ///< values that the user chooses for the page "panel"
 constexpr int kCodeLimit = 129;     ///< trouble codes 0 to 128
 constexpr int kChartLimit = 7;      ///< charts 0 to 6
 constexpr int kGaugeLimit = 17;     ///< gauges 0 to 16
@@ -154,6 +155,9 @@ struct GlobalState {
     /// HighResTimer of each PID's last value, 0 = none since the connect or for this frame.
     std::array<double, kPidCount> LiveAt{};
     std::array<double, kPidCount> FreezeAt{};
+    /// The least and the greatest live number of each PID since the connect, where LiveAt is not 0.
+    std::array<std::int32_t, kPidCount> LiveLeast{};
+    std::array<std::int32_t, kPidCount> LiveGreatest{};
     double RoundBegan = 0;      ///< HighResTimer when the requests began at the first PID again
     double RoundSeconds = 0;    ///< how long the last whole round of requests took
     bool ValuesCame = false;    ///< a live reply since the last connect brought a value
@@ -175,6 +179,9 @@ struct GlobalState {
     // Sensors, charts and lists.
     std::array<SensorRecord, kSensorLimit> Sensors;
     std::int16_t SensorCount = 0;
+    std::string PickedSensor;                          ///< shown large on the page "value"
+    std::array<std::string, kPanelTiles> PanelSensors;  ///< of the page "panel", tiles 1 to 4
+    int PanelTile = 1;                                 ///< whose sensor is being chosen
     std::array<ChartRecord, kChartLimit> Charts;
     int ChartCount = 0;
     std::array<ListSlot, kListSlots> Lists;
