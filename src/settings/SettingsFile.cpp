@@ -66,8 +66,7 @@ std::string PanelKey(int tile) {
 
 void FindSkinFiles() {
     GlobalState& g = basGlobal;
-    const std::string skin = g.Launch.Skin.empty() ? ReadOption("Skin") : g.Launch.Skin;
-    g.SkinFile = g.SkinPath + skin + ".ini";
+    g.SkinFile = g.SkinPath + CurrentSkin() + ".ini";
     FindImageFolder();
 }
 
@@ -90,6 +89,7 @@ void LoadSettings() {
     FindLanguageFiles();
     g.OSKPath = ReadOption("OSKPath");
     g.SaveFolder = JoinPath(g.ProgramFolder, "save");
+    FollowClock();
     FindSkinFiles();
     ReadPanel();
     LoadSensorConfig();

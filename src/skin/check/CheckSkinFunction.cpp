@@ -5,6 +5,7 @@
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
+#include "settings/basSettings.h"
 #include "skin/check/CheckSkinParts.h"
 #include "skinfunc/basValueProc.h"
 
@@ -107,6 +108,14 @@ string SourceFault(const Call& call) {
     return "no sensor of the sensor file has the source " + Quoted(call.Received);
 }
 
+string SkinFault(const Call& call) {
+    const auto names = SkinNames();
+    const string_view name = call.Text.Argument;
+    const bool known = std::any_of(names.begin(), names.end(),
+                                   [name](const string& skin) { return EqualsNoCase(skin, name); });
+    return known ? string{} : "there is no skin " + Quoted(name) + DidYouMean(name, names);
+}
+
 string NoFault(const Call&) {
     return {};
 }
@@ -120,7 +129,7 @@ constexpr ArgumentCheck kArgumentChecks[] = {
     {Takes::Sensor, SensorFault}, {Takes::Page, NoFault},         {Takes::Box, NoFault},
     {Takes::Chart, ChartFault},   {Takes::Control, ControlFault}, {Takes::Number, NumberFault},
     {Takes::Step, StepFault},     {Takes::Pid, PidFault},         {Takes::Source, SourceFault},
-    {Takes::Message, NoFault},    {Takes::Question, NoFault},
+    {Takes::Skin, SkinFault},     {Takes::Message, NoFault},      {Takes::Question, NoFault},
 };
 
 string ArgumentFault(const FunctionWord& row, const Call& call) {
