@@ -53,14 +53,10 @@ struct DemoVehicle {
 /// An empty text, or the reason why the vehicle does not start.
 std::string Start(DemoVehicle& vehicle, const std::string& scenario) {
     if (std::string error = vehicle.Server.LoadScenario(scenario); !error.empty()) return error;
-#ifdef _WIN32
-    return vehicle.Server.ServeTcp(0);
-#else
     if (!vehicle.Folder.isValid())
         return "no temporary folder: " + vehicle.Folder.errorString().toStdString();
-    return vehicle.Server.ServePseudoTerminal(
+    return vehicle.Server.ServeSerialLine(
         vehicle.Folder.filePath(QStringLiteral("interface")).toStdString());
-#endif
 }
 
 int Fail(const std::string& message) {

@@ -1,5 +1,3 @@
-#ifndef _WIN32
-
 #include <arpa/inet.h>
 #include <fcntl.h>
 #include <netinet/in.h>
@@ -250,7 +248,7 @@ class Tcp : public DescriptorTransport {
 
 }  // namespace
 
-std::unique_ptr<Transport> MakePseudoTerminal(const std::string& link) {
+std::unique_ptr<Transport> MakeSerialLine(const std::string& link) {
     return std::make_unique<PseudoTerminal>(link);
 }
 
@@ -259,5 +257,3 @@ std::unique_ptr<Transport> MakeTcp(int port) {
 }
 
 }  // namespace dravik::vehicle
-
-#endif

@@ -1,5 +1,3 @@
-#ifdef _WIN32
-
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
@@ -123,8 +121,8 @@ class Tcp : public Transport {
 
 }  // namespace
 
-std::unique_ptr<Transport> MakePseudoTerminal(const std::string&) {
-    return nullptr;
+std::unique_ptr<Transport> MakeSerialLine(const std::string&) {
+    return MakeTcp(0);
 }
 
 std::unique_ptr<Transport> MakeTcp(int port) {
@@ -132,5 +130,3 @@ std::unique_ptr<Transport> MakeTcp(int port) {
 }
 
 }  // namespace dravik::vehicle
-
-#endif
