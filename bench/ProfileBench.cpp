@@ -25,9 +25,8 @@ std::string WriteSkin(const QTemporaryDir& folder) {
 void ReadWarm(benchmark::State& state) {
     const QTemporaryDir folder;
     const std::string file = WriteSkin(folder);
-    for (auto _ : state) {
+    for (auto _ : state)
         benchmark::DoNotOptimize(ReadProfileString(file, "Page19", "Button199Up", "", kLimit));
-    }
 }
 BENCHMARK(ReadWarm);
 

@@ -42,9 +42,8 @@ void ButtonEx::MoveTo(int x, int y) {
 
 void ButtonEx::SetScale(double scale) {
     box_.Scale = scale;
-    for (SkinPicture* picture : {&up_, &over_, &down_, &shown_, &image_}) {
+    for (SkinPicture* picture : {&up_, &over_, &down_, &shown_, &image_})
         *picture = picture->AtScale(scale);
-    }
     Place();
     update();
 }
@@ -170,12 +169,10 @@ void ButtonEx::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     const QSizeF size = shown_.DesignSize();
     PaintPicture(painter, box_.Part(0, 0, size.width(), size.height()), shown_);
-    if (imageVisible_ && event->region().intersects(ImageRect())) {
+    if (imageVisible_ && event->region().intersects(ImageRect()))
         PaintPicture(painter, ImageRect(), image_);
-    }
-    if (event->region().intersects(LabelRect())) {
+    if (event->region().intersects(LabelRect()))
         PaintText(painter, LabelRect(), shownCaption_, labelLook_, box_.Scale);
-    }
 }
 
 // Pointer -----------------------------------------------------------------------------------------
@@ -194,11 +191,10 @@ int Twips(double pixels, double scale) {
 void ButtonEx::mousePressEvent(QMouseEvent* event) {
     const QPointer<ButtonEx> alive(this);
     if (event->button() == Qt::LeftButton) press_ = Press::kHeld;
-    if (MouseDown) {
+    if (MouseDown)
         MouseDown(ButtonNumber(*event), ShiftNumber(*event),
                   Twips(event->position().x(), box_.Scale),
                   Twips(event->position().y(), box_.Scale));
-    }
     if (alive && press_ != Press::kDropped) ShowState(ButtonState::kDown);
 }
 
@@ -208,13 +204,12 @@ void ButtonEx::mouseMoveEvent(QMouseEvent* event) {
         press_ = Press::kNone;  // its release went elsewhere
     }
     if (hoverOff_) return;
-    if (!Timer1_.isActive()) {
+    if (!Timer1_.isActive())
         Timer1_.start();  // the pointer has just arrived
-    } else if (event->buttons() == Qt::NoButton) {
+    else if (event->buttons() == Qt::NoButton)
         ShowStateOnce(ButtonState::kOver);
-    } else if (event->buttons().testFlag(Qt::LeftButton)) {
+    else if (event->buttons().testFlag(Qt::LeftButton))
         ShowStateOnce(ButtonState::kDown);
-    }
     if (MouseEnter) MouseEnter();
 }
 
@@ -225,10 +220,9 @@ void ButtonEx::mouseReleaseEvent(QMouseEvent* event) {
     if (press == Press::kDropped) return;
     const bool clicked =
         left && press == Press::kHeld && rect().contains(event->position().toPoint());
-    if (MouseUp) {
+    if (MouseUp)
         MouseUp(ButtonNumber(*event), ShiftNumber(*event), Twips(event->position().x(), box_.Scale),
                 Twips(event->position().y(), box_.Scale));
-    }
     if (alive) ShowState(PointerInside() ? ButtonState::kOver : ButtonState::kUp);
     if (alive && clicked && Click) Click();
 }
@@ -270,9 +264,8 @@ void ButtonEx::CheckForLeave() {
 void ButtonEx::focusInEvent(QFocusEvent* event) {
     const Qt::FocusReason reason = event->reason();
     if (hoverOff_ || (reason != Qt::TabFocusReason && reason != Qt::BacktabFocusReason &&
-                      reason != Qt::OtherFocusReason)) {
+                      reason != Qt::OtherFocusReason))
         return;
-    }
     ShowStateOnce(ButtonState::kOver);
     if (MouseEnter) MouseEnter();
 }

@@ -37,9 +37,8 @@ std::string ReadArguments(int count, char** arguments, Options& options) {
             (option == "--help" ? options.Help : options.Version) = true;
             continue;
         }
-        if (option != "--link" && option != "--tcp" && option != "--scenario") {
+        if (option != "--link" && option != "--tcp" && option != "--scenario")
             return "unknown argument \"" + std::string(option) + "\"";
-        }
         if (++i == count || *arguments[i] == '\0') return std::string(option) + " needs a value";
         const std::string_view value = arguments[i];
         if (option == "--link") options.Link = value;
@@ -48,9 +47,8 @@ std::string ReadArguments(int count, char** arguments, Options& options) {
             int port = 0;
             const char* end = value.data() + value.size();
             const auto [stopped, error] = std::from_chars(value.data(), end, port);
-            if (error != std::errc() || stopped != end || port < 0 || port > 65535) {
+            if (error != std::errc() || stopped != end || port < 0 || port > 65535)
                 return "\"" + std::string(value) + "\" is no port number from 0 to 65535";
-            }
             options.Port = port;
         }
     }

@@ -77,9 +77,8 @@ class Tcp : public Transport {
     /// One client at a time, as on a serial line: a second one waits until the first has gone.
     std::string Wait(double seconds) override {
         const SOCKET waiting = client_ != INVALID_SOCKET ? client_ : listener_;
-        if (waiting != INVALID_SOCKET) {
+        if (waiting != INVALID_SOCKET)
             WSAEventSelect(waiting, ready_, FD_ACCEPT | FD_READ | FD_CLOSE);
-        }
         const WSAEVENT events[2] = {wake_, ready_};
         const DWORD timeout = seconds < 0
                                   ? WSA_INFINITE

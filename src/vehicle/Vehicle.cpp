@@ -144,18 +144,16 @@ std::vector<Bytes> Vehicle::CodeList(int unit, std::uint8_t mode) const {
     std::vector<Bytes> messages;
     for (std::size_t first = 0; first == 0 || first < codes.size(); first += 3) {
         Bytes message = {answer};
-        for (std::size_t i = first; i < first + 3; ++i) {
+        for (std::size_t i = first; i < first + 3; ++i)
             AppendCode(message, i < codes.size() ? codes[i] : std::uint16_t{0});
-        }
         messages.push_back(message);
     }
     return messages;
 }
 
 std::vector<Bytes> Vehicle::ClearAll() {
-    if (scenario_.ClearNeedsEngineOff && car_.State().EngineRunning) {
+    if (scenario_.ClearNeedsEngineOff && car_.State().EngineRunning)
         return {{0x7F, 0x04, kConditionsNotCorrect}};
-    }
     if (!cleared_) trouble_.Clear(car_.State());
     cleared_ = true;
     return {{0x44}};

@@ -149,9 +149,8 @@ TEST_F(ButtonExTest, KeyboardFocusCountsAsArrivalAndKeysPassOn) {
 TEST_F(ButtonExTest, SizeFollowsThePictureByTheSkinsOwnFactor) {
     EXPECT_DOUBLE_EQ(ButtonTwips(1760), 1000);
     EXPECT_DOUBLE_EQ(ButtonTwips(880), 500);
-    for (const auto& [pixels, extent] : {std::pair{100, 100}, {226, 226}, {228, 229}, {800, 802}}) {
+    for (const auto& [pixels, extent] : {std::pair{100, 100}, {226, 226}, {228, 229}, {800, 802}})
         EXPECT_EQ(ButtonExtent(pixels), extent) << pixels;
-    }
     button.SetSkinUp(Plain(800, 228, Qt::red));
     EXPECT_EQ(button.geometry(), QRect(10, 10, 802, 229));
     button.SetScale(1.5);

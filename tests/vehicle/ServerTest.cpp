@@ -60,10 +60,8 @@ TEST_F(Server, SurvivesClientsThatComeAndGo) {
         }
         // What the one before has begun is stopped first; then the interface is this client's.
         std::string reply;
-        for (int attempt = 0; attempt < 5 && reply.find("DVI 1.0") == std::string::npos;
-             ++attempt) {
+        for (int attempt = 0; attempt < 5 && reply.find("DVI 1.0") == std::string::npos; ++attempt)
             reply = client.Ask("ATI");
-        }
         EXPECT_NE(reply.find("DVI 1.0"), std::string::npos) << i;
     }
 }

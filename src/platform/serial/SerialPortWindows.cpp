@@ -89,9 +89,8 @@ void Cancel(HANDLE port, std::unique_ptr<Operation> operation) {
     if (!operation->pending) return;
     CancelIoEx(port, &operation->state);
     // A driver that keeps it may still write to it: better to lose the memory.
-    if (WaitForSingleObject(operation->state.hEvent, kCancelMs) != WAIT_OBJECT_0) {
+    if (WaitForSingleObject(operation->state.hEvent, kCancelMs) != WAIT_OBJECT_0)
         static_cast<void>(operation.release());
-    }
 }
 
 /// Deleting a notifier inside its own signal is not safe.
