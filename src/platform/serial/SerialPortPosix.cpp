@@ -24,8 +24,8 @@ namespace dravik {
 namespace {
 
 struct Speed {
-    int baudrate;
-    speed_t code;
+    int Baudrate;
+    speed_t Code;
 };
 
 constexpr Speed kSpeeds[] = {
@@ -51,9 +51,9 @@ constexpr std::size_t kReadLimit = 64 * 1024;
 std::optional<speed_t> FindSpeed(int baudrate) {
     const auto* found =
         std::find_if(std::begin(kSpeeds), std::end(kSpeeds),
-                     [baudrate](const Speed& speed) { return speed.baudrate == baudrate; });
+                     [baudrate](const Speed& speed) { return speed.Baudrate == baudrate; });
     if (found == std::end(kSpeeds)) return std::nullopt;
-    return found->code;
+    return found->Code;
 }
 
 int Descriptor(NativeHandle handle) {

@@ -12,8 +12,8 @@ namespace dravik {
 namespace {
 
 struct Address {
-    std::string host;
-    std::uint16_t port;
+    std::string Host;
+    std::uint16_t Port;
 };
 
 /// "tcp://host:port", with an IPv6 address in brackets.
@@ -92,7 +92,7 @@ class TcpOpening : public SerialOpening {
  public:
     explicit TcpOpening(const Address& address) : socket_(new QTcpSocket) {
         socket_->setProxy(QNetworkProxy::NoProxy);
-        socket_->connectToHost(QString::fromStdString(address.host), address.port);
+        socket_->connectToHost(QString::fromStdString(address.Host), address.Port);
     }
 
     bool Finished() const override {
