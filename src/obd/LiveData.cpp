@@ -1,9 +1,9 @@
 #include <algorithm>
-#include <charconv>
 #include <string_view>
 
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
+#include "platform/Number.h"
 
 namespace dravik {
 
@@ -146,12 +146,10 @@ std::string TextToHex(std::string_view text) {
 
 std::optional<std::int32_t> HexNumber(std::string_view digits) {
     constexpr std::size_t kMostDigits = 8;
-    if (digits.empty() || digits.size() > kMostDigits) return std::nullopt;
-    std::uint32_t value = 0;
-    const auto [end, error] =
-        std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-    if (error != std::errc{} || end != digits.data() + digits.size()) return std::nullopt;
-    return static_cast<std::int32_t>(value);
+    if (digits.size() > kMostDigits) return std::nullopt;
+    const auto value = WholeNumber<std::uint32_t>(digits, 16);
+    if (!value) return std::nullopt;
+    return static_cast<std::int32_t>(*value);
 }
 
 }  // namespace dravik

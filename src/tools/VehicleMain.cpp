@@ -1,7 +1,6 @@
 // The virtual vehicle as a program of its own: see docs/vehicle.md.
 
 #include <atomic>
-#include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <optional>
@@ -15,6 +14,7 @@
 #include <windows.h>
 #endif
 
+#include "platform/Number.h"
 #include "vehicle/VehicleServer.h"
 
 namespace {
@@ -53,13 +53,10 @@ std::string ReadArguments(int count, char** arguments, Options& options) {
         if (option == "--link") options.Link = value;
         if (option == "--scenario") options.Scenario = value;
         if (option == "--tcp") {
-            int port = 0;
-            const char* end = value.data() + value.size();
-            const auto [stopped, error] = std::from_chars(value.data(), end, port);
-            if (error != std::errc() || stopped != end || port < 0 || port > 65535) {
+            options.Port = dravik::WholeNumber(value);
+            if (!options.Port || *options.Port < 0 || *options.Port > 65535) {
                 return "\"" + std::string(value) + "\" is no port number from 0 to 65535";
             }
-            options.Port = port;
         }
     }
     if (options.Port && !options.Link.empty()) return "--link and --tcp exclude each other";

@@ -1,9 +1,9 @@
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
+#include "platform/Number.h"
 #include "platform/Text.h"
 #include "skin/check/CheckSkinParts.h"
 #include "skinfunc/basValueProc.h"
@@ -20,20 +20,12 @@ string Quoted(string_view text) {
 }
 
 bool IsWholeNumber(string_view text) {
-    int number = 0;
-    text = WithoutPlus(text);
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc{} && end == text.data() + text.size();
+    return WholeNumber(WithoutPlus(text)).has_value();
 }
 
 /// A number written in digits alone.
 std::optional<int> Index(string_view text) {
-    if (text.empty() || text.find_first_not_of("0123456789") != string_view::npos)
-        return std::nullopt;
-    int number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc{}) return std::nullopt;
-    return number;
+    return text.starts_with('-') ? std::nullopt : WholeNumber(text);
 }
 
 /// One function text on its way through the evaluators.
