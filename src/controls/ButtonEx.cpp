@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "controls/PointerInput.h"
+#include "platform/Number.h"
 
 namespace dravik {
 
@@ -153,7 +154,7 @@ void ButtonEx::SetLabelFont(const std::string& face) {
     SetLabelPart(labelLook_.Font, face);
 }
 void ButtonEx::SetLabelForecolor(const std::string& number) {
-    SetLabelPart(labelLook_.Color, ColorValue(number));
+    SetLabelPart(labelLook_.Color, LenientNumber(number).value_or(0));
 }
 void ButtonEx::SetLabelAlignment(int alignment) {
     SetLabelPart(labelLook_.Alignment, alignment);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <charconv>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 #include <system_error>
@@ -29,5 +30,19 @@ std::optional<Number> WholeNumber(std::string_view text, Base... base) {
     const std::optional<Number> number = TakeNumber<Number>(text, base...);
     return text.empty() ? number : std::nullopt;
 }
+
+// The numbers of skins, decimal or, after "&H", hexadecimal. A decimal one is rounded to the
+// nearest whole number, halves to even, and eight hexadecimal digits are a pattern of 32 bits:
+// "&HFFFFFFFF" is -1.
+
+/// Lenient conversion: leading blanks skipped, then the number up to the first character that does
+/// not belong to it; 0 when there is none. Nothing when the number does not fit into 32 bits.
+std::optional<std::int32_t> LenientNumber(std::string_view text);
+
+/// The same; nothing, too, when the number does not fit into 16 bits.
+std::optional<std::int32_t> ShortNumber(std::string_view text);
+
+/// Strict conversion of the whole text; nothing for an empty or other text.
+std::optional<std::int32_t> StrictNumber(std::string_view text);
 
 }  // namespace dravik

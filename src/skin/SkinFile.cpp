@@ -1,42 +1,15 @@
 #include "skin/SkinFile.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
-#include <limits>
 
 #include "core/basGlobal.h"
+#include "platform/Number.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
 
 namespace dravik {
 
 namespace {
-
-constexpr std::string_view kHexMark = "&H";
-
-bool HasHexMark(std::string_view text) {
-    return text.size() >= kHexMark.size() &&
-           EqualsNoCase(text.substr(0, kHexMark.size()), kHexMark);
-}
-
-/// The hexadecimal digits at the front of a text as a 32-bit pattern; `used` tells how many.
-std::optional<std::int32_t> LeadingHex(std::string_view digits, std::size_t& used) {
-    std::uint32_t value = 0;
-    const auto [end, error] =
-        std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-    used = static_cast<std::size_t>(end - digits.data());
-    if (error == std::errc::result_out_of_range) return std::nullopt;
-    return static_cast<std::int32_t>(value);
-}
-
-std::optional<std::int32_t> ToInteger(double number) {
-    const double rounded = std::nearbyint(number);
-    if (!(rounded >= std::numeric_limits<std::int32_t>::min() &&
-          rounded <= std::numeric_limits<std::int32_t>::max()))
-        return std::nullopt;
-    return static_cast<std::int32_t>(rounded);
-}
 
 struct ReadValue {
     const SkinKey& Key;
@@ -74,38 +47,6 @@ bool HasSkinSection(const std::string& name) {
 
 int ReadSkinInteger(const std::string& section, const std::string& key) {
     return ReadProfileInt(basGlobal.SkinFile, section, key, 0);
-}
-
-std::optional<std::int32_t> LenientNumber(std::string_view text) {
-    text = Trimmed(text);
-    if (HasHexMark(text)) {
-        std::size_t used = 0;
-        return LeadingHex(text.substr(kHexMark.size()), used);
-    }
-    return ToInteger(LeadingNumber(text));
-}
-
-std::optional<std::int32_t> ShortNumber(std::string_view text) {
-    const std::optional<std::int32_t> number = LenientNumber(text);
-    if (!number || *number != static_cast<std::int16_t>(*number)) return std::nullopt;
-    return number;
-}
-
-std::optional<std::int32_t> StrictNumber(std::string_view text) {
-    text = Trimmed(text);
-    if (HasHexMark(text)) {
-        std::string_view digits = text.substr(kHexMark.size());
-        if (digits.ends_with('&')) digits.remove_suffix(1);  // marks the number as a long one
-        std::size_t used = 0;
-        const auto number = LeadingHex(digits, used);
-        return !digits.empty() && used == digits.size() ? number : std::nullopt;
-    }
-    text = WithoutPlus(text);
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (text.empty() || error != std::errc{} || end != text.data() + text.size())
-        return std::nullopt;
-    return ToInteger(number);
 }
 
 std::string ElementKey(const SkinKind& kind, int number, std::string_view property) {

@@ -9,6 +9,7 @@
 
 #include "controls/ButtonEx.h"
 #include "core/basGlobal.h"
+#include "platform/Number.h"
 #include "platform/Text.h"
 #include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"
