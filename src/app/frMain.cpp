@@ -51,11 +51,11 @@ void frMain::SetUpCalls() {
     upCalls.MinimizeMainWindow = [this] { showMinimized(); };
     upCalls.UnloadMainWindow = [this] { Unload(); };
     upCalls.SendTabKey = [this](bool backwards) { selection_->MoveInTabOrder(backwards); };
-    upCalls.MoveFocus = [this](const std::string& direction) { selection_->Move(direction); };
+    upCalls.MoveFocus = [this](Direction direction) { selection_->Move(direction); };
     upCalls.ApplyPointerShape = [this] { ApplyPointerShape(); };
     upCalls.ShowSettingsDialog = [this] { ShowSettings(); };
-    upCalls.TakeSnapshot = [this](const std::string& argument) {
-        TakeSnapshot(*screen_, argument);
+    upCalls.TakeSnapshot = [this](const std::vector<int>& charts) {
+        TakeSnapshot(*screen_, charts);
     };
 }
 

@@ -70,12 +70,19 @@ struct Extent {
     bool Overlaps(const Extent& other) const { return Start < other.End && other.Start < End; }
 };
 
-Extent Look(const QRect& r, const std::string& direction) {
+Extent Look(const QRect& r, Direction direction) {
     const int right = r.x() + r.width();
     const int bottom = r.y() + r.height();
-    if (direction == "left") return {-right, -r.x(), r.y(), bottom};
-    if (direction == "up") return {-bottom, -r.y(), r.x(), right};
-    if (direction == "down") return {r.y(), bottom, r.x(), right};
+    switch (direction) {
+        case Direction::Left:
+            return {-right, -r.x(), r.y(), bottom};
+        case Direction::Up:
+            return {-bottom, -r.y(), r.x(), right};
+        case Direction::Down:
+            return {r.y(), bottom, r.x(), right};
+        case Direction::Right:
+            break;
+    }
     return {r.x(), right, r.y(), bottom};
 }
 
@@ -122,10 +129,10 @@ bool StepFocusedList(QWidget* focused, ListStep step) {
     return true;
 }
 
-/// A list takes "up" and "down" for itself as long as it has entries to go to.
-bool StepFocusedList(QWidget* focused, const std::string& direction) {
-    if (direction == "up") return StepFocusedList(focused, ListStep::kUp);
-    return direction == "down" && StepFocusedList(focused, ListStep::kDown);
+/// A list takes Up and Down for itself as long as it has entries to go to.
+bool StepFocusedList(QWidget* focused, Direction direction) {
+    if (direction == Direction::Up) return StepFocusedList(focused, ListStep::kUp);
+    return direction == Direction::Down && StepFocusedList(focused, ListStep::kDown);
 }
 
 }  // namespace
@@ -274,9 +281,7 @@ void Selection::MoveInTabOrder(bool backwards) {
     }
 }
 
-void Selection::Move(const std::string& direction) {
-    if (direction != "left" && direction != "right" && direction != "up" && direction != "down")
-        return;
+void Selection::Move(Direction direction) {
     const std::vector<QWidget*> candidates = Candidates();
     QWidget* focused = screen_.Page()->window()->focusWidget();
     if (std::find(candidates.begin(), candidates.end(), focused) == candidates.end()) {
