@@ -6,6 +6,7 @@
 #include <QPainter>
 
 #include "core/basGlobal.h"
+#include "platform/At.h"
 #include "platform/Paths.h"
 #include "skin/PageCanvas.h"
 #include "skin/SkinScreen.h"
@@ -17,10 +18,8 @@ namespace {
 
 /// What the canvas paints of a chart; null when no chart has that number.
 const PaintedItem* FindChart(const SkinScreen& screen, int index) {
-    const auto& charts = screen.Elements(kChartKind);
-    return static_cast<std::size_t>(index) < charts.size()
-               ? charts[static_cast<std::size_t>(index)].Item
-               : nullptr;
+    const ScreenElement* chart = FindAt(screen.Elements(kChartKind), index);
+    return chart == nullptr ? nullptr : chart->Item;
 }
 
 QImage DrawChart(const PaintedItem& chart) {

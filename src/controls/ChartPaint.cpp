@@ -9,6 +9,7 @@
 #include "controls/ChartTrace.h"
 #include "controls/SkinText.h"
 #include "core/basGlobal.h"
+#include "platform/At.h"
 
 namespace dravik {
 
@@ -75,7 +76,7 @@ QPolygonF TracePoints(const QRect& plot, const ChartRecord& record) {
     QPolygonF points;
     points.reserve(record.Filled + 2);
     for (int i = kChartColumns - record.Filled; i < kChartColumns; ++i) {
-        const double value = double{record.Samples[static_cast<std::size_t>(i)]};
+        const double value = double{At(record.Samples, i)};
         points.append(QPointF(plot.left() + i * across, plot.bottom() - (value - lower) * up));
     }
     return points;

@@ -1,4 +1,5 @@
 #include "controls/ChartTrace.h"
+#include "platform/At.h"
 
 #include <algorithm>
 #include <cmath>
@@ -74,7 +75,7 @@ void AddSample(ChartRecord& record, float value, double nowSeconds, std::int32_t
         for (int back = steps - 1; back > 0; --back) {
             const double time = static_cast<double>(column - back) * columnSeconds;
             const double share = std::clamp((time - record.LastTime) / elapsed, 0.0, 1.0);
-            record.Samples[static_cast<std::size_t>(kChartColumns - 1 - back)] =
+            At(record.Samples, kChartColumns - 1 - back) =
                 ToFloat(double{record.LastValue} + rise * share);
         }
         record.Filled = std::min(record.Filled + steps, kChartColumns);

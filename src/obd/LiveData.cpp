@@ -3,6 +3,7 @@
 
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
+#include "platform/At.h"
 #include "platform/Number.h"
 
 namespace dravik {
@@ -20,7 +21,7 @@ constexpr std::uint8_t kReplyOffset = 0x40;  // a reply names the mode of its re
 bool FindWantedPid() {
     GlobalState& g = basGlobal;
     int counter = 0;
-    while (!g.PidWanted[static_cast<std::size_t>(g.PidCursor)] && counter < kSearchLimit) {
+    while (!At(g.PidWanted, g.PidCursor) && counter < kSearchLimit) {
         ++counter;
         // From 79 the search goes on at 1: entry 0 is looked at only when the cursor already
         // stands there.
@@ -127,8 +128,8 @@ void ClearPidWanted() {
     if (g.ConnState == kReceivingData) g.ConnState = kConnected;
 }
 
-std::uint8_t ReplyByte(std::string_view text, int n) {
-    const std::size_t start = static_cast<std::size_t>(2 * n - 2);
+std::uint8_t ReplyByte(std::string_view text, std::size_t n) {
+    const std::size_t start = 2 * n - 2;
     if (start >= text.size()) return 0;
     return static_cast<std::uint8_t>(HexNumber(text.substr(start, 2)).value_or(0));
 }

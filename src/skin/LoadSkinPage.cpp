@@ -8,6 +8,7 @@
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
+#include "platform/At.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "skin/PageCanvas.h"
@@ -276,11 +277,10 @@ void SwitchCodeTicker() {
 
 void ClearChart(int index) {
     if (index < 0 || index >= basGlobal.ChartCount) return;
-    ClearChart(basGlobal.Charts[static_cast<std::size_t>(index)]);
+    ClearChart(At(basGlobal.Charts, index));
     if (skinScreen == nullptr) return;
-    const auto& charts = skinScreen->Elements(kChartKind);
-    if (static_cast<std::size_t>(index) < charts.size())
-        charts[static_cast<std::size_t>(index)].Item->Repaint();
+    if (const ScreenElement* chart = FindAt(skinScreen->Elements(kChartKind), index))
+        chart->Item->Repaint();
 }
 
 }  // namespace dravik

@@ -13,6 +13,7 @@
 #include "controls/Slider.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
+#include "platform/At.h"
 #include "platform/Text.h"
 #include "skin/PageCanvas.h"
 #include "skin/SkinScreen.h"
@@ -172,17 +173,14 @@ void Selection::SelectHovered(QWidget* control) {
 
 void Selection::ButtonPressed(int index) {
     hasRepeated_ = false;
-    const auto& tags = basGlobal.ButtonTag;
-    if (static_cast<std::size_t>(index) < tags.size())
-        StartRepeat(tags[static_cast<std::size_t>(index)]);
+    if (const std::string* tag = FindAt(basGlobal.ButtonTag, index)) StartRepeat(*tag);
 }
 
 void Selection::ButtonClicked(int index) {
-    const auto& tags = basGlobal.ButtonTag;
     // A held button has already run its command as often as the user wanted.
-    if (std::exchange(hasRepeated_, false) || static_cast<std::size_t>(index) >= tags.size())
-        return;
-    ExecuteCommand(std::string(tags[static_cast<std::size_t>(index)]));
+    if (std::exchange(hasRepeated_, false)) return;
+    if (const std::string* tag = FindAt(basGlobal.ButtonTag, index))
+        ExecuteCommand(std::string(*tag));
 }
 
 void Selection::WheelTurned(int delta) {
@@ -314,10 +312,9 @@ void Selection::Move(Direction direction) {
 }
 
 void ScrollListBySlider(int slider, int percent) {
-    const auto& tags = basGlobal.SliderTag;
+    const std::string* tag = FindAt(basGlobal.SliderTag, slider);
     ListSlot* list = CurrentList();
-    if (static_cast<std::size_t>(slider) >= tags.size() || list == nullptr) return;
-    if (LowerCased(tags[static_cast<std::size_t>(slider)]) != "listview") return;
+    if (tag == nullptr || list == nullptr || LowerCased(*tag) != "listview") return;
     const auto last = static_cast<double>(list->Entries.size()) - 1;
     SelectListEntry(*list, 1 + static_cast<int>(std::lround(last * percent / 100)));
 }

@@ -1,4 +1,5 @@
 #include "skin/SkinVocabulary.h"
+#include "platform/At.h"
 
 namespace dravik {
 
@@ -61,6 +62,10 @@ std::span<const SectionKey> MessageKeys() {
 
 std::span<const char* const> MessageSections() {
     return kMessageSections;
+}
+
+const char* MessageSection(int kind) {
+    return At(kMessageSections, kind);
 }
 
 }  // namespace dravik

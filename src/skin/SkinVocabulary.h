@@ -181,5 +181,6 @@ std::span<const SectionKey> MessageKeys();  ///< of the sections of the message 
 
 /// The sections of the message box, by its kind: "warning", "info" and "query".
 std::span<const char* const> MessageSections();
+const char* MessageSection(int kind);
 
 }  // namespace dravik

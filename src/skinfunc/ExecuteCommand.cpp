@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <cmath>
-#include <span>
 
 #include "core/UpCalls.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
+#include "platform/At.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
 #include "skinfunc/MenuList.h"
@@ -46,10 +46,6 @@ void ClearOneChart(const Command& command) {
     if (const auto index = FindChart(BehindChartName(command.Argument))) upCalls.ClearChart(*index);
 }
 
-std::span<ChartRecord> ChartsInUse() {
-    return {basGlobal.Charts.begin(), basGlobal.Charts.begin() + basGlobal.ChartCount};
-}
-
 void PauseAllCharts(const Command&) {
     const auto charts = ChartsInUse();
     const bool pause = std::any_of(charts.begin(), charts.end(),
@@ -62,7 +58,7 @@ void PauseOneChart(const Command& command) {
     const std::string_view number = BehindChartName(command.Argument);
     if (number == "all") return PauseAllCharts(command);
     if (const auto index = FindChart(number)) {
-        bool& paused = ChartsInUse().begin()[*index].Paused;
+        bool& paused = At(basGlobal.Charts, *index).Paused;
         paused = !paused;
     }
 }
@@ -177,10 +173,6 @@ void AskToClearCodes(const Command&) {
 
 // Sensors -----------------------------------------------------------------------------------------
 
-std::span<SensorRecord> SensorsInUse() {
-    return {basGlobal.Sensors.begin(), basGlobal.Sensors.begin() + basGlobal.SensorCount};
-}
-
 void SwitchSensor(SensorRecord& sensor, bool active) {
     sensor.Active = active;
     UpdatePidWanted(sensor);
@@ -188,8 +180,7 @@ void SwitchSensor(SensorRecord& sensor, bool active) {
 
 template <bool kActive>
 void SwitchOneSensor(const Command& command) {
-    if (const auto index = FindSensor(command.Argument))
-        SwitchSensor(SensorsInUse().begin()[*index], kActive);
+    if (SensorRecord* sensor = FindSensor(command.Argument)) SwitchSensor(*sensor, kActive);
 }
 
 template <bool kActive>
@@ -198,10 +189,7 @@ void SwitchAllSensors(const Command&) {
 }
 
 void ToggleOneSensor(const Command& command) {
-    if (const auto index = FindSensor(command.Argument)) {
-        SensorRecord& sensor = SensorsInUse().begin()[*index];
-        SwitchSensor(sensor, !sensor.Active);
-    }
+    if (SensorRecord* sensor = FindSensor(command.Argument)) SwitchSensor(*sensor, !sensor->Active);
 }
 
 /// On when at least one is off, otherwise off.
@@ -397,8 +385,7 @@ void UpdatePidWanted(const SensorRecord& sensor) {
     if (!sensor.Source.starts_with("obd")) return;
     const std::size_t start = sensor.Source.size() - kPidDigits;
     const std::optional<std::int32_t> pid = HexNumber(sensor.Source.substr(start));
-    if (pid && *pid < kPidCount)
-        basGlobal.PidWanted[static_cast<std::size_t>(*pid)] = sensor.Active;
+    if (pid && *pid < kPidCount) At(basGlobal.PidWanted, *pid) = sensor.Active;
 }
 
 std::vector<FunctionWord> CommandRows() {

@@ -33,9 +33,8 @@ bool Malfunction(std::string_view) {
 }
 
 std::optional<bool> SensorActive(std::string_view name) {
-    const std::optional<int> index = FindSensor(name);
-    if (!index) return std::nullopt;
-    return basGlobal.Sensors[static_cast<std::size_t>(*index)].Active;
+    const SensorRecord* sensor = FindSensor(name);
+    return sensor == nullptr ? std::nullopt : std::optional(sensor->Active);
 }
 
 bool SensorOn(std::string_view name) {

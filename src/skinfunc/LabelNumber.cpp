@@ -37,8 +37,8 @@ float ListPosition(std::string_view) {
 }
 
 float SensorNumber(std::string_view name) {
-    const std::optional<int> index = FindSensor(name);
-    return index ? SensorValue(*index) : kNoNumber;
+    const SensorRecord* sensor = FindSensor(name);
+    return sensor == nullptr ? kNoNumber : SensorValue(*sensor);
 }
 
 float CodeCount(std::string_view) {

@@ -10,10 +10,10 @@ namespace dravik {
 namespace {
 
 /// Any text that is no number is PID 0; a number outside the shown PIDs is none.
-std::optional<std::size_t> ReadPid(std::string_view argument) {
+std::optional<int> ReadPid(std::string_view argument) {
     const std::int32_t number = HexNumber(argument).value_or(0);
     if (number < 0 || number >= kShownPids) return std::nullopt;
-    return static_cast<std::size_t>(number);
+    return number;
 }
 
 std::int32_t LinkValue(std::string_view source) {
@@ -25,8 +25,8 @@ std::int32_t LinkValue(std::string_view source) {
 }
 
 std::int32_t SecondPortValue(std::string_view source) {
-    for (std::size_t i = 0; i < static_cast<std::size_t>(basGlobal.SensorCount); ++i) {
-        if (basGlobal.Sensors[i].Source == source) return basGlobal.Sensors[i].Raw;
+    for (const SensorRecord& sensor : SensorsInUse()) {
+        if (sensor.Source == source) return sensor.Raw;
     }
     return 0;
 }
@@ -63,8 +63,7 @@ std::int32_t SourceValue(std::string_view source) {
     return row == nullptr ? 0 : row->Value(source);
 }
 
-float SensorValue(int index) {
-    const SensorRecord& sensor = basGlobal.Sensors.at(static_cast<std::size_t>(index));
+float SensorValue(const SensorRecord& sensor) {
     if (!sensor.Active && !FreezePage()) return sensor.Offset;
     const double raw = SourceValue(sensor.Source);
     return static_cast<float>(static_cast<double>(sensor.Factor) * raw +

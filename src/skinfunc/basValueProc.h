@@ -29,8 +29,7 @@ std::int32_t SourceValue(std::string_view source);
 
 /// The scaled value of a sensor: Factor * raw + Offset. An inactive sensor reads as its offset
 /// without being polled, except on freeze-frame pages.
-/// @param index  0 to 90
-float SensorValue(int index);
+float SensorValue(const SensorRecord& sensor);
 
 /// The text of a label function. Tried in turn: text function, number function, image function
 /// ("On" or "Off"). The text is replaced by its lower-cased form.
@@ -48,8 +47,8 @@ float LabelNumber(std::string& function);
 /// raw value of its source; nothing when its function names neither.
 std::optional<float> ElementValue(const std::string& function);
 
-/// Index of the first sensor in use whose name is the text `name`, whatever its encoding.
-std::optional<int> FindSensor(std::string_view name);
+/// The first sensor in use whose name is the text `name`, whatever its encoding; null for none.
+SensorRecord* FindSensor(std::string_view name);
 
 // Commands ----------------------------------------------------------------------------------------
 

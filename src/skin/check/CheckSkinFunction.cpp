@@ -42,10 +42,9 @@ string SensorFault(const Call& call) {
     const string_view name = call.Text.Argument;
     if (name.find('_') != string_view::npos)
         return "the sensor name " + Quoted(name) + " holds a \"_\"";
-    if (!FindSensor(name)) {
+    if (FindSensor(name) == nullptr) {
         std::vector<string> names;
-        for (int i = 0; i < basGlobal.SensorCount; ++i)
-            names.push_back(basGlobal.Sensors[static_cast<std::size_t>(i)].Function);
+        for (const SensorRecord& sensor : SensorsInUse()) names.push_back(sensor.Function);
         return "the sensor file has no sensor " + Quoted(name) + DidYouMean(name, names);
     }
     return {};
@@ -93,8 +92,8 @@ string PidFault(const Call& call) {
 }
 
 string SourceFault(const Call& call) {
-    for (int i = 0; i < basGlobal.SensorCount; ++i) {
-        if (basGlobal.Sensors[static_cast<std::size_t>(i)].Source == call.Received) return {};
+    for (const SensorRecord& sensor : SensorsInUse()) {
+        if (sensor.Source == call.Received) return {};
     }
     return "no sensor of the sensor file has the source " + Quoted(call.Received);
 }

@@ -84,7 +84,7 @@ void frWarning::Open(const std::string& message, int kind, double scale) {
 
 /// Puts everything in its place and shows it.
 void frWarning::Arrange() {
-    const std::string section = MessageSections()[static_cast<std::size_t>(kind_)];
+    const std::string section = MessageSection(kind_);
     plain_ = !HasSkinSection(section);
     scale_ = plain_ ? PlainScale(parentWidget()->size()) : pageScale_;
     for (const AnswerButton& entry : buttons_) {
