@@ -1,4 +1,5 @@
 #include "controls/ChartTrace.h"
+
 #include "platform/At.h"
 
 #include <algorithm>

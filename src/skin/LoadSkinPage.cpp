@@ -80,8 +80,8 @@ std::optional<SkinError> LoadSections(const std::string& page, bool box) {
 
 void BeginBox(const std::string& name) {
     basGlobal.CurrentBox = name;
-    skinScreen->BeginBox(ReadSkinInteger(name, "BackgroundX"),
-                         ReadSkinInteger(name, "BackgroundY"));
+    const SkinElement corner = ReadSectionKeys(name, PageKeys());
+    skinScreen->BeginBox(corner.X, corner.Y);
     skinScreen->ShowBox(true);
 }
 
@@ -214,7 +214,7 @@ SkinScreen* CurrentScreen() {
 
 void LoadSkinPage(const std::string& name, bool box) {
     if (skinScreen == nullptr || !MayBuild(name)) return;
-    const std::string command = ReadSkinValue(name, "Command");
+    const std::string command = ReadSectionKeys(name, PageKeys()).Function;
     if (!command.empty()) ExecuteCommand(command);
     BuildPage(name, box);
 }

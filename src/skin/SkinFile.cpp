@@ -12,17 +12,17 @@ namespace dravik {
 namespace {
 
 struct ReadValue {
-    const SkinKey& Key;
+    Read How;
     const std::string& Section;
     const std::string& Name;
 };
 
 /// Reads a number by the rule of its key; nothing when it does not convert.
 std::optional<int> ReadNumber(const ReadValue& value) {
-    if (value.Key.How == Read::Integer) return ReadSkinInteger(value.Section, value.Name);
+    if (value.How == Read::Integer) return ReadSkinInteger(value.Section, value.Name);
     const std::string text = ReadSkinValue(value.Section, value.Name);
-    if (value.Key.How == Read::Strict) return StrictNumber(text);
-    return value.Key.How == Read::Short ? ShortNumber(text) : LenientNumber(text);
+    if (value.How == Read::Strict) return StrictNumber(text);
+    return value.How == Read::Short ? ShortNumber(text) : LenientNumber(text);
 }
 
 std::string NotANumber(const ReadValue& value) {
@@ -67,7 +67,7 @@ std::optional<SkinError> ReadElement(SkinElement& element, KeySet keys) {
             element.** text = ReadSkinValue(element.Section, name);
             continue;
         }
-        const ReadValue value{key, element.Section, name};
+        const ReadValue value{key.How, element.Section, name};
         const std::optional<int> number = ReadNumber(value);
         if (!number) return SkinError{basGlobal.SkinFile, element.Section, name, NotANumber(value)};
         element.*std::get<int SkinElement::*>(key.Field) = *number;
@@ -75,10 +75,26 @@ std::optional<SkinError> ReadElement(SkinElement& element, KeySet keys) {
     return std::nullopt;
 }
 
+SkinElement ReadSectionKeys(const std::string& section, std::span<const SectionKey> keys,
+                            std::optional<int> number) {
+    SkinElement element;
+    for (const SectionKey& key : keys) {
+        std::string name = key.Name;
+        const std::size_t place = name.find('#');
+        if (number.has_value() != (place != std::string::npos)) continue;
+        if (number) name.replace(place, 1, std::to_string(*number));
+        if (const auto* text = std::get_if<std::string SkinElement::*>(&key.Field))
+            element.** text = ReadSkinValue(section, name);
+        else if (const auto* integer = std::get_if<int SkinElement::*>(&key.Field))
+            element.** integer = ReadNumber({key.How, section, name}).value_or(0);
+    }
+    return element;
+}
+
 std::vector<std::string> PageSections(const std::string& page) {
     std::vector<std::string> sections;
     for (int j = 0; j <= kLastCommonObject; ++j) {
-        std::string shared = ReadSkinValue(page, "CommonObjects" + std::to_string(j));
+        std::string shared = ReadSectionKeys(page, PageKeys(), j).Section;
         if (shared.empty()) break;
         sections.push_back(std::move(shared));
     }

@@ -31,6 +31,11 @@ enum class KeySet { First, Deferred, All };
 /// @return the fault; nothing when all is well
 std::optional<SkinError> ReadElement(SkinElement& element, KeySet keys);
 
+/// Reads the keys of a section that have a field: those of that number or, without one, those that
+/// have no number. A number that does not fit is read as 0.
+SkinElement ReadSectionKeys(const std::string& section, std::span<const SectionKey> keys,
+                            std::optional<int> number = std::nullopt);
+
 /// The sections that make up a page, in loading order: its CommonObjects, then itself.
 std::vector<std::string> PageSections(const std::string& page);
 

@@ -82,7 +82,8 @@ bool SkinScreen::BoxHasWayOut() const {
 }
 
 void SkinScreen::ReadDesignSize() {
-    const QSize stated(ReadSkinInteger("General", "Width"), ReadSkinInteger("General", "Height"));
+    const SkinElement general = ReadSectionKeys("General", GeneralKeys());
+    const QSize stated(general.Width, general.Height);
     const bool usable = std::min(stated.width(), stated.height()) >= kSmallestDesign &&
                         std::max(stated.width(), stated.height()) <= kLargestDesign;
     designSize_ = usable ? stated : QSize();
