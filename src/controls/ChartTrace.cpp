@@ -1,11 +1,11 @@
 #include "controls/ChartTrace.h"
 
-#include "platform/At.h"
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
+
+#include "platform/At.h"
 
 namespace dravik {
 
