@@ -1,9 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -181,9 +183,9 @@ struct GlobalState {
     // Sensors, charts and lists.
     std::array<SensorRecord, kSensorLimit> Sensors;
     std::int16_t SensorCount = 0;
-    std::string PickedSensor;                          ///< shown large on the page "value"
+    std::string PickedSensor;                           ///< shown large on the page "value"
     std::array<std::string, kPanelTiles> PanelSensors;  ///< of the page "panel", tiles 1 to 4
-    int PanelTile = 1;                                 ///< whose sensor is being chosen
+    int PanelTile = 1;                                  ///< whose sensor is being chosen
     std::array<ChartRecord, kChartLimit> Charts;
     int ChartCount = 0;
     std::array<ListSlot, kListSlots> Lists;
@@ -205,6 +207,19 @@ struct GlobalState {
 
 /// The one instance. A test puts all of it back with `basGlobal = GlobalState{}` and InitGlobals.
 inline GlobalState basGlobal;
+
+// The parts of the tables that are in use.
+inline std::span<SensorRecord> SensorsInUse() {
+    return std::span(basGlobal.Sensors).first(static_cast<std::size_t>(basGlobal.SensorCount));
+}
+inline std::span<ChartRecord> ChartsInUse() {
+    return std::span(basGlobal.Charts).first(static_cast<std::size_t>(basGlobal.ChartCount));
+}
+/// The stored trouble codes, no more than the list holds.
+inline std::span<std::string> CodesInUse() {
+    const auto count = static_cast<std::size_t>(basGlobal.DtcCount);
+    return std::span(basGlobal.DtcList).first(std::min<std::size_t>(count, kCodeLimit));
+}
 
 /// Fills the paths from the program folder and Launch, FolderName and StatusText, and sets
 /// StartupFlag.

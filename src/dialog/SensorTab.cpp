@@ -15,6 +15,7 @@
 #include "dialog/SensorPreview.h"
 #include "dialog/SettingsLook.h"
 #include "dialog/StepField.h"
+#include "platform/At.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {
@@ -122,7 +123,7 @@ void SensorTab::Connect(QComboBox* box, SensorField field) {
 QWidget* SensorTab::MakeTextField(const SensorTextField& place) {
     StepField* steps = place.Step > 0 ? new StepField(place.Name, {.Step = place.Step}) : nullptr;
     QLineEdit* line = steps != nullptr ? steps->Field() : MakeField(place.Name);
-    txtSensor_[static_cast<std::size_t>(place.Field)] = line;
+    At(txtSensor_, place.Field) = line;
     QObject::connect(line, &QLineEdit::textChanged, this,
                      [this, field = place.Field](const QString& text) { Edit(field, text); });
     QWidget* control = line;
@@ -172,7 +173,7 @@ void SensorTab::FillEditor() {
     ShowIn(coSensorFunction_, Shown(editor_.Text(SensorField::Function)));
     ShowIn(coSensorSource_, Shown(editor_.Text(SensorField::Source)));
     for (const SensorTextField& place : kTextFields) {
-        QLineEdit* field = txtSensor_[static_cast<std::size_t>(place.Field)];
+        QLineEdit* field = At(txtSensor_, place.Field);
         const QSignalBlocker quiet(field);
         field->setText(Shown(editor_.Text(place.Field)));
         field->setCursorPosition(0);  // the front of a long text is what tells most
@@ -213,7 +214,7 @@ void SensorTab::Preview() {
     const std::string source = coSensorSource_->currentText().toStdString();
     txtSensorRaw_->setText(QString::number(SourceValue(source)));
     const auto field = [this](SensorField which) {
-        return txtSensor_[static_cast<std::size_t>(which)]->text().toStdString();
+        return At(txtSensor_, which)->text().toStdString();
     };
     // What is no number yet leaves the last output standing.
     const auto output =

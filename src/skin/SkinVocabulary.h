@@ -56,6 +56,7 @@ struct SkinElement {
     // Values.
     int Min = 0, Max = 0, Direction = 0;
     int Known = 0;
+    int Dim = 0;
     int Style = 0, AngleStart = 0, AngleEnd = 0, RadiusStart = 0, RadiusEnd = 0, StretchY = 0;
     int Time = 0, Mode = 0, GridColor = 0;
 };
@@ -166,10 +167,14 @@ std::span<const SkinKind* const> SkinKinds();
 // The kinds that others ask for by name.
 extern const SkinKind kButtonKind, kSliderKind, kListKind, kLabelKind, kTextboxKind, kChartKind;
 
+/// Where the value of a section's key goes; nowhere when a lower room reads the key for itself.
+using SectionField = std::variant<std::monostate, int SkinElement::*, std::string SkinElement::*>;
+
 /// A key that belongs to no element. "#" in its name stands for a number from 0 to Last.
 struct SectionKey {
     const char* Name;
     Read How;
+    SectionField Field;
     const char* Sample;
     const char* Meaning;
     int Last = 0;
@@ -180,7 +185,10 @@ std::span<const SectionKey> GeneralKeys();  ///< of the section General
 std::span<const SectionKey> PageKeys();     ///< of the section of a page or a box
 std::span<const SectionKey> MessageKeys();  ///< of the sections of the message box
 
+constexpr int kLastAnswer = 2;  ///< highest number of a button of the message box
+
 /// The sections of the message box, by its kind: "warning", "info" and "query".
 std::span<const char* const> MessageSections();
+const char* MessageSection(int kind);  ///< one of them
 
 }  // namespace dravik

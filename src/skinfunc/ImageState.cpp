@@ -33,9 +33,8 @@ bool Malfunction(std::string_view) {
 }
 
 std::optional<bool> SensorActive(std::string_view name) {
-    const std::optional<int> index = FindSensor(name);
-    if (!index) return std::nullopt;
-    return basGlobal.Sensors[static_cast<std::size_t>(*index)].Active;
+    const SensorRecord* sensor = FindSensor(name);
+    return sensor == nullptr ? std::nullopt : std::optional(sensor->Active);
 }
 
 bool SensorOn(std::string_view name) {
@@ -47,8 +46,8 @@ bool SensorOff(std::string_view name) {
 }
 
 bool Known(std::string_view name) {
-    const std::optional<int> index = FindSensor(name);
-    return index && SensorKnown(*index);
+    const SensorRecord* sensor = FindSensor(name);
+    return sensor != nullptr && SensorKnown(*sensor);
 }
 
 /// Dark on purpose, so that the pause lamp of a skin never lights.

@@ -4,6 +4,7 @@
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
+#include "platform/At.h"
 #include "platform/Clock.h"
 #include "platform/Text.h"
 #include "skinfunc/basValueProc.h"
@@ -24,7 +25,7 @@ Text ListEntryText(std::string_view argument) {
     if (list == nullptr || list->Entries.empty()) return "";
     const double entry = list->Selected + LeadingNumber(argument);
     if (!(entry >= 1 && entry <= EntryCount(*list))) return "";
-    return list->Entries[static_cast<std::size_t>(entry) - 1].Text;
+    return At(list->Entries, static_cast<int>(entry) - 1).Text;
 }
 
 /// Day and month change places, whatever the system's date looks like.
@@ -81,9 +82,8 @@ Text ProtocolName(std::string_view) {
 }
 
 Text SensorText(std::string_view name, std::string SensorRecord::*field) {
-    const std::optional<int> index = FindSensor(name);
-    if (!index) return std::nullopt;
-    return basGlobal.Sensors[static_cast<std::size_t>(*index)].*field;
+    const SensorRecord* sensor = FindSensor(name);
+    return sensor == nullptr ? std::nullopt : Text(sensor->*field);
 }
 
 Text SensorCaption(std::string_view name) {
@@ -98,17 +98,17 @@ constexpr const char* kUnknown = "\u2013";
 
 /// Only a value that was received is a number.
 Text LiveText(std::string_view name) {
-    const std::optional<int> index = FindSensor(name);
-    if (!index) return std::nullopt;
-    if (!SensorShows(*index)) return "Off";
-    if (!SensorKnown(*index)) return kUnknown;
+    const SensorRecord* sensor = FindSensor(name);
+    if (sensor == nullptr) return std::nullopt;
+    if (!SensorShows(*sensor)) return "Off";
+    if (!SensorKnown(*sensor)) return kUnknown;
     return std::nullopt;
 }
 
 template <bool Greatest>
 Text ExtremeText(std::string_view name) {
-    const std::optional<int> index = FindSensor(name);
-    if (index && !SensorExtreme(*index, Greatest)) return kUnknown;
+    const SensorRecord* sensor = FindSensor(name);
+    if (sensor != nullptr && !SensorExtreme(*sensor, Greatest)) return kUnknown;
     return std::nullopt;
 }
 

@@ -162,7 +162,7 @@ TEST_P(SensorFiles, ShowTheStandardsValuesForEveryPatternOfDataBytes) {
         for (const int pattern : {0, 1, 0x55, 0x80, 0xFF, 0x100, 0x1AF8, 0x8000, 0xFFFF}) {
             if (pattern > top) continue;
             basGlobal.LiveRaw[static_cast<std::size_t>(row.Pid)] = pattern;
-            EXPECT_NEAR(static_cast<double>(SensorValue(static_cast<int>(i))),
+            EXPECT_NEAR(static_cast<double>(SensorValue(basGlobal.Sensors[i])),
                         Expected(row, pattern), Tolerance(row))
                 << "raw " << pattern;
         }

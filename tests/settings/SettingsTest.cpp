@@ -135,7 +135,7 @@ TEST_F(Settings, SensorsAreReadUpToTheFirstFunctionZero) {
     EXPECT_EQ(sensor.Unit, "1/min");
     EXPECT_TRUE(sensor.Active) << "the table says nothing about it";
     for (const char* name : {"kühler", "k\xFChler"})
-        EXPECT_EQ(FindSensor(name), 1) << "whatever the skin's encoding";
+        EXPECT_EQ(FindSensor(name), &basGlobal.Sensors[1]) << "whatever the skin's encoding";
     EXPECT_EQ(basGlobal.Sensors[1].Factor, 0);
     EXPECT_EQ(basGlobal.Sensors[1].Source, "0");
     EXPECT_EQ(basGlobal.Sensors[3].Function, "");

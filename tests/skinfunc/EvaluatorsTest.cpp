@@ -158,7 +158,7 @@ TEST_F(Evaluators, SensorsAreScaledUnlessTheyAreOff) {
         basGlobal.LiveRaw[5] = row.Raw;
         basGlobal.FreezeRaw[5] = 7;
         basGlobal.PidWanted.fill(false);
-        EXPECT_EQ(SensorValue(0), row.Value) << row.Menu << " " << row.Raw;
+        EXPECT_EQ(SensorValue(basGlobal.Sensors[0]), row.Value) << row.Menu << " " << row.Raw;
         EXPECT_EQ(basGlobal.PidWanted[5], row.Wanted) << row.Menu;
     }
 }

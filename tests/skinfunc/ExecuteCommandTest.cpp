@@ -58,6 +58,7 @@ class Dispatcher : public GlobalsTest {
 
 TEST_F(Dispatcher, CommandsThatAskTheScreenForOneThing) {
     basGlobal.PreviousMenu = "before";
+    basGlobal.ChartCount = 3;
     const std::pair<const char*, const char*> rows[] = {
         {"OpenMenu_MainMenu", "page mainmenu"},
         {"openmenu_previous", "page before"},
@@ -67,8 +68,10 @@ TEST_F(Dispatcher, CommandsThatAskTheScreenForOneThing) {
         {"object_+", "tab"},
         {"object_-", "tab back"},
         {"object_left", "focus left"},
-        {"snapshot", "snapshot "},
-        {"snapshot_ALL", "snapshot all"},
+        {"object_down", "focus down"},
+        {"snapshot", "snapshot 0"},
+        {"snapshot_ALL", "snapshot 0 1 2"},
+        {"snapshot_1.6", "snapshot 2"},
         {"showinfo_Engine Warm", "popup 1 Engine Warm"},
         {"SHOWWARNING_Oil: Low", "popup 0 Oil: Low"},
         {"showquery_Really?:quit", "message 2 : Really?:quit"},
@@ -91,7 +94,7 @@ TEST_F(Dispatcher, BadCommandsDoNothing) {
         "_ _x open_menu_main showinfo_Engine_Warm nothing quit_now_please showinfo showwarning_ "
         "showquery openmenu openmenu_ openbox object object_select pause clr clr_all clr_xhartall "
         "clr_chart7 clr_chart3 clr_chart-1 clr_chart1e9 pause_chart3 sensoron sensoroff_RPX "
-        "sensortoggle_ obd obd_other value");
+        "sensortoggle_ obd obd_other value snapshot_3");
     commands.push_back("");
     for (const std::string& command : commands) {
         EXPECT_THAT(Run(command), IsEmpty()) << command;

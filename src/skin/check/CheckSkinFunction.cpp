@@ -1,9 +1,9 @@
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
+#include "platform/Number.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
 #include "skin/check/CheckSkinParts.h"
@@ -21,20 +21,12 @@ string Quoted(string_view text) {
 }
 
 bool IsWholeNumber(string_view text) {
-    int number = 0;
-    text = WithoutPlus(text);
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc{} && end == text.data() + text.size();
+    return WholeNumber(WithoutPlus(text)).has_value();
 }
 
 /// A number written in digits alone.
 std::optional<int> Index(string_view text) {
-    if (text.empty() || text.find_first_not_of("0123456789") != string_view::npos)
-        return std::nullopt;
-    int number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc{}) return std::nullopt;
-    return number;
+    return text.starts_with('-') ? std::nullopt : WholeNumber(text);
 }
 
 /// One function text on its way through the evaluators.
@@ -51,10 +43,9 @@ string SensorFault(const Call& call) {
     const string_view name = call.Text.Argument;
     if (name.find('_') != string_view::npos)
         return "the sensor name " + Quoted(name) + " holds a \"_\"";
-    if (!FindSensor(name) && SensorStoodFor(name) == nullptr) {
+    if (FindSensor(name) == nullptr && SensorStoodFor(name) == nullptr) {
         std::vector<string> names;
-        for (int i = 0; i < basGlobal.SensorCount; ++i)
-            names.push_back(basGlobal.Sensors[static_cast<std::size_t>(i)].Function);
+        for (const SensorRecord& sensor : SensorsInUse()) names.push_back(sensor.Function);
         return "the sensor file has no sensor " + Quoted(name) + DidYouMean(name, names);
     }
     return {};
@@ -102,8 +93,8 @@ string PidFault(const Call& call) {
 }
 
 string SourceFault(const Call& call) {
-    for (int i = 0; i < basGlobal.SensorCount; ++i) {
-        if (basGlobal.Sensors[static_cast<std::size_t>(i)].Source == call.Received) return {};
+    for (const SensorRecord& sensor : SensorsInUse()) {
+        if (sensor.Source == call.Received) return {};
     }
     return "no sensor of the sensor file has the source " + Quoted(call.Received);
 }

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <set>
 
 #include "core/basGlobal.h"
+#include "platform/Number.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
@@ -26,12 +26,9 @@ string WholeValue(const string& section, const string& key) {
 
 /// Digits without leading zeros, as the loader writes them.
 std::optional<int> PlainNumber(string_view digits) {
-    if (digits.empty() || digits.size() > 9 || (digits.size() > 1 && digits.front() == '0') ||
-        digits.find_first_not_of("0123456789") != string_view::npos)
-        return std::nullopt;
-    int number = 0;
-    std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    return number;
+    const bool leadingZero = digits.size() > 1 && digits.starts_with('0');
+    if (digits.size() > 9 || leadingZero || digits.starts_with('-')) return std::nullopt;
+    return WholeNumber(digits);
 }
 
 /// An element's key taken apart.
@@ -99,10 +96,8 @@ string UnknownKey(std::span<const SectionKey> rows, const string& key, const str
 }
 
 bool IsInteger(string_view text) {
-    int number = 0;
     text = WithoutPlus(Trimmed(text));
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return text.empty() || (error == std::errc{} && end == text.data() + text.size());
+    return text.empty() || WholeNumber(text);
 }
 
 using Places = std::map<string, std::size_t>;  ///< by the name in lower case

@@ -1,6 +1,7 @@
 #include "controls/SkinList.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
+#include "platform/At.h"
 #include "platform/Text.h"
 #include "skin/kinds/KindParts.h"
 
@@ -55,7 +56,7 @@ void Refresh(SkinScreen&, ScreenElement& element, int) {
     ControlOf<SkinList>(element).Refresh();
     const ListSlot* slot = FindList(ListSlotByName(element.Evaluated));
     if (slot != nullptr && slot->Selected > 0)
-        ShowText(element, slot->Entries[static_cast<std::size_t>(slot->Selected) - 1].Text);
+        ShowText(element, At(slot->Entries, slot->Selected - 1).Text);
 }
 
 void Check(const SkinElement& element, const Complain& complain) {

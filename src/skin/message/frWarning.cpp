@@ -21,7 +21,6 @@ namespace dravik {
 namespace {
 
 constexpr int kCloseAfter = 30000;  // milliseconds until an unanswered question counts as no
-constexpr int kAnswerEntries = 3;
 
 // The plain look, in pixels at its own scale.
 constexpr QSize kPlainSize(560, 260);  // the height grows with the text
@@ -44,10 +43,6 @@ SkinPicture PlainButtonPicture(QColor fill, QSize size, double scale) {
     painter.setBrush(fill);
     painter.drawRoundedRect(QRectF(image.rect()).adjusted(1, 1, -1, -1), 10, 10);
     return MakeSkinPicture(image, scale);
-}
-
-SkinPicture SkinKeyPicture(const std::string& section, const std::string& key, double scale) {
-    return LoadSkinPicture(PicturePath(ReadSkinValue(section, key)), scale);
 }
 
 }  // namespace
@@ -83,7 +78,7 @@ void frWarning::Open(const std::string& message, int kind, double scale) {
 
 /// Puts everything in its place and shows it.
 void frWarning::Arrange() {
-    const std::string section = MessageSections()[static_cast<std::size_t>(kind_)];
+    const std::string section = MessageSection(kind_);
     plain_ = !HasSkinSection(section);
     scale_ = plain_ ? PlainScale(parentWidget()->size()) : pageScale_;
     for (const AnswerButton& entry : buttons_) {
@@ -121,38 +116,33 @@ ButtonEx* frWarning::ShownButton(const std::string& name) const {
 }
 
 void frWarning::ApplySkin(const std::string& section) {
-    const auto text = [&section](const char* key) { return ReadSkinValue(section, key); };
-    const auto number = [&section](const char* key) { return ReadSkinInteger(section, key); };
-
-    dim_ = std::clamp(number("Dim"), 0, 100);
-    imgWarning_ = SkinKeyPicture(section, "Background", scale_);
+    const auto picture = [this](const std::string& name) {
+        return LoadSkinPicture(PicturePath(name), scale_);
+    };
+    const SkinElement box = ReadSectionKeys(section, MessageKeys());
+    imgWarning_ = picture(box.Background);
+    dim_ = std::clamp(box.Dim, 0, 100);
     boxSize_ = imgWarning_.IsNull()
                    ? kPlainSize.boundedTo((QSizeF(parentWidget()->size()) / scale_).toSize())
                    : imgWarning_.DesignSize().toSize();
-    look_ = {text("Label0Font"),
-             static_cast<double>(number("Label0FontSize")),
-             LenientNumber(text("Label0Color")).value_or(0),
-             number("Label0Alignment"),
-             false,
-             false};
+    look_ = {box.Font, double{1} * box.FontSize, box.Color, box.Alignment, false, false};
     // A text without a width or a height reaches to the edge of the box.
-    const double x = number("Label0X");
-    const double y = number("Label0Y");
-    const double width = number("Label0Width");
-    const double height = number("Label0Height");
+    const double x = box.X;
+    const double y = box.Y;
+    const double width = box.Width;
+    const double height = box.Height;
     lWarning_ = {x, y, width > 0 ? width : std::max(boxSize_.width() - x, 0.0),
                  height > 0 ? height : std::max(boxSize_.height() - y, 0.0), scale_};
 
-    for (int n = 0; n < kAnswerEntries; ++n) {
-        const std::string prefix = "Button" + std::to_string(n);
-        const std::string function = LowerCased(ReadSkinValue(section, prefix + "Function"));
+    for (int n = 0; n <= kLastAnswer; ++n) {
+        const SkinElement button = ReadSectionKeys(section, MessageKeys(), n);
+        const std::string function = LowerCased(button.Function);
         for (const AnswerButton& entry : buttons_) {
             if (function != entry.Name) continue;
-            entry.Button->SetSkinUp(SkinKeyPicture(section, prefix + "Up", scale_));
-            entry.Button->SetSkinOver(SkinKeyPicture(section, prefix + "Over", scale_));
-            entry.Button->SetSkinDown(SkinKeyPicture(section, prefix + "Down", scale_));
-            PlaceButton(entry.Button, ReadSkinInteger(section, prefix + "X"),
-                        ReadSkinInteger(section, prefix + "Y"));
+            entry.Button->SetSkinUp(picture(button.Up));
+            entry.Button->SetSkinOver(picture(button.Over));
+            entry.Button->SetSkinDown(picture(button.Down));
+            PlaceButton(entry.Button, button.X, button.Y);
         }
     }
 }
