@@ -144,7 +144,7 @@ std::string BrowsedPath(const std::string& folder) {
     const std::optional<FileInfo> target = InfoOf(path);
     if (!target) return path;
     for (std::size_t slash = 0; slash != std::string::npos; slash = path.find('/', slash + 1)) {
-        const std::string above = path.substr(0, std::max<std::size_t>(slash, 1));
+        std::string above = path.substr(0, std::max<std::size_t>(slash, 1));
         const std::optional<FileInfo> info = InfoOf(above);
         if (info && info->st_dev == target->st_dev && info->st_ino == target->st_ino) return above;
     }

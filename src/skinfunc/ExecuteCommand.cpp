@@ -353,11 +353,11 @@ class Round {
 void ExecuteCommand(const std::string& command) {
     if (!Round::Allowed()) return;
     const Round round;
-    const std::string received = command;  // the caller's text may belong to an element that goes
-    const std::string lowered = LowerCased(received);
+    const std::string lowered = LowerCased(command);
+    // A copy, since the caller's text may belong to an element that goes.
+    const Command received{command, std::string(SplitAtLast(lowered).Argument)};
     basGlobal.LastCommand = lowered;
-    if (const CommandWord* row = FindCommand(lowered))
-        row->Run({received, std::string(SplitAtLast(lowered).Argument)});
+    if (const CommandWord* row = FindCommand(lowered)) row->Run(received);
 }
 
 bool LeavesBox(const std::string& command) {

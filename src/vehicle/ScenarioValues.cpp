@@ -88,7 +88,7 @@ Problem ReadPids(std::string_view text, std::set<int>& value) {
 
 Problem ReadCode(std::string_view text, std::uint16_t& value) {
     constexpr std::string_view kLetters = "PCBU";
-    const Problem wrong = "\"" + std::string(text) + "\" is no trouble code like P0133";
+    Problem wrong = "\"" + std::string(text) + "\" is no trouble code like P0133";
     if (text.size() != 5) return wrong;
     const auto letter = kLetters.find(Upper(text[0]));
     std::uint16_t number = 0;

@@ -99,7 +99,7 @@ class PseudoTerminal : public DescriptorTransport {
     ~PseudoTerminal() override { PseudoTerminal::Close(); }
 
     std::string Open() override {
-        const std::string problem = OpenPair();
+        std::string problem = OpenPair();
         if (!problem.empty()) Close();
         return problem;
     }
@@ -155,7 +155,7 @@ class PseudoTerminal : public DescriptorTransport {
         unlink(temporary.c_str());
         if (symlink(path_.c_str(), temporary.c_str()) != 0) return SystemError(temporary);
         if (rename(temporary.c_str(), link_.c_str()) != 0) {
-            const std::string problem = SystemError(link_);
+            std::string problem = SystemError(link_);
             unlink(temporary.c_str());
             return problem;
         }
@@ -196,7 +196,7 @@ class Tcp : public DescriptorTransport {
         auto* plain = reinterpret_cast<sockaddr*>(&address);
         if (bind(listener_, plain, size) != 0 || listen(listener_, 4) != 0 ||
             getsockname(listener_, plain, &size) != 0) {
-            const std::string problem = SystemError("port " + std::to_string(port_));
+            std::string problem = SystemError("port " + std::to_string(port_));
             Close();
             return problem;
         }

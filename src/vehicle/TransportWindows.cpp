@@ -52,7 +52,7 @@ class Tcp : public Transport {
         auto* plain = reinterpret_cast<sockaddr*>(&address);
         if (bind(listener_, plain, size) != 0 || listen(listener_, 4) != 0 ||
             getsockname(listener_, plain, &size) != 0) {
-            const std::string problem = SocketError("port " + std::to_string(port_));
+            std::string problem = SocketError("port " + std::to_string(port_));
             Close();
             return problem;
         }

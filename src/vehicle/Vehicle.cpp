@@ -113,7 +113,7 @@ std::vector<Bytes> Vehicle::FrozenData(int unit, const Bytes& request) const {
     if (request.size() != 3) return Refusal(unit, 0x02, kWrongFormat);
     const FrameValues* frame = trouble_.Frame(unit, request[2]);
     if (frame == nullptr) return {};
-    const auto kept = [this, unit, frame](int pid) {
+    const auto kept = [unit, frame](int pid) {
         const PidRow* row = FindPid(pid);
         const bool ofUnit = unit == kEngineUnit || pid == 0x02 || (row != nullptr && row->Gearbox);
         return ofUnit && frame->count(pid) != 0;

@@ -44,7 +44,7 @@ TEST_F(LiveProgram, ConnectsOverAPseudoTerminalAndItsValuesMove) {
     std::vector<std::string> seen;
     dravik.Until(
         [&] {
-            const std::string status = dravik.Ask("text obd_status");
+            std::string status = dravik.Ask("text obd_status");
             if (seen.empty() || seen.back() != status) seen.push_back(status);
             return status;
         },

@@ -214,7 +214,7 @@ std::vector<string> KnownTexts(const FunctionRole& role) {
 /// tells capitals apart; else nothing.
 string InLowerCase(const FunctionRole& role, const string& text, const string& lowered) {
     const std::size_t word = SplitAtLast(lowered).Word.size();
-    const string wanted = lowered.substr(0, word) + text.substr(word);
+    string wanted = lowered.substr(0, word) + text.substr(word);
     if (wanted == text) return {};
     for (const FunctionRole::Evaluator& evaluator : role.Evaluators) {
         if (!evaluator.KeepsCase) continue;
