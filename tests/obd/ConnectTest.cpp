@@ -236,7 +236,7 @@ TEST_F(ConnectSequence, WithReconnectAQuietLinkIsGivenUpAndTriedAgain) {
 }
 
 TEST_F(ConnectSequence, OfATalkWithoutEndTheTraceKeepsTheBeginningAndTheReplyItsEnd) {
-    constexpr std::size_t kLimit = 64 * 1024;
+    constexpr std::size_t kLimit = std::size_t{64} * 1024;
     OpenIn(kConnecting);
     std::string talk = "first";
     for (int piece = 0; piece < 40; ++piece) talk += "|" + std::string(4000, 'x');

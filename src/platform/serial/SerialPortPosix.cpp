@@ -46,7 +46,7 @@ constexpr const char* kPortFamilies[] = {"/dev/ttyUSB", "/dev/ttyACM", "/dev/rfc
 constexpr int kPortsPerFamily = 8;
 
 // A sender without pause must not keep Read from returning.
-constexpr std::size_t kReadLimit = 64 * 1024;
+constexpr std::size_t kReadLimit = std::size_t{64} * 1024;
 
 std::optional<speed_t> FindSpeed(int baudrate) {
     const auto* found =

@@ -16,7 +16,7 @@ namespace {
 constexpr int kHighestPort = 255;
 
 // A sender without pause must not keep Read from returning.
-constexpr std::size_t kReadLimit = 64 * 1024;
+constexpr std::size_t kReadLimit = std::size_t{64} * 1024;
 
 // How long a driver may take to give back a cancelled operation.
 constexpr DWORD kCancelMs = 500;
