@@ -1,6 +1,7 @@
 #include "core/basGlobal.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
+#include "settings/Words.h"
 #include "settings/basSettings.h"
 
 namespace dravik {
@@ -30,7 +31,7 @@ void FindLanguageFiles() {
     GlobalState& g = basGlobal;
     const std::string language =
         g.Launch.Language.empty() ? ReadOption("Language") : g.Launch.Language;
-    g.LanguageFile = g.LanguagePath + language + ".ini";
+    g.LanguageFile = LanguageFileOf(language);
     g.SensorFile = g.LanguagePath + ReadIniString(g.LanguageFile, "Sensors", "Filename");
     g.DescriptionFile = g.LanguagePath + ReadIniString(g.LanguageFile, "DTC", "Filename");
 }
@@ -74,6 +75,7 @@ void LoadSettings() {
     g.ImageScale = static_cast<float>(scalePercent) / 100.0F;
     ReadMisc();
     FindLanguageFiles();
+    LoadWords();
     g.OSKPath = ReadOption("OSKPath");
     g.SaveFolder = JoinPath(g.ProgramFolder, "save");
     FindSkinFiles();

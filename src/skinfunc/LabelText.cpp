@@ -6,6 +6,7 @@
 #include "obd/basOBD.h"
 #include "platform/Clock.h"
 #include "platform/Text.h"
+#include "settings/Words.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {
@@ -99,6 +100,8 @@ Text LastCommandOnce(std::string_view) {
     return std::exchange(basGlobal.LastCommand, {});
 }
 
+Text Translated(std::string_view name);
+
 struct TextWord {
     FunctionWord Name;
     Text (*Evaluate)(std::string_view argument);
@@ -124,18 +127,45 @@ constexpr TextWord kTextWords[] = {
     {{"sensorcaption", Sensor, "rpm.engine", "the caption of a sensor, in the user's language"},
      SensorCaption},
     {{"sensorunit", Sensor, "rpm.engine", "the unit of a sensor"}, SensorUnit},
+    {{"word", WordName, "Trouble codes",
+      "a text in the user's language, by its English wording; with a text function behind it, what "
+      "that one shows: `word_obd_status`"},
+     Translated},
     {{"function", Nothing, "", "the command that ran last, shown once"}, LastCommandOnce},
 };
 
+/// The text of the row that answers.
+template <typename Condition>
+Text Evaluate(const FunctionText& text, Condition allowed) {
+    for (const TextWord& row : kTextWords) {
+        if (allowed(row.Name) && Names(row.Name, text)) return row.Evaluate(text.Argument);
+    }
+    return std::nullopt;
+}
+
+/// Only a text function with an argument is taken for one: "word_Time" is a word, not the clock.
+Text Translated(std::string_view name) {
+    const std::string function = EvaluatedForm(std::string(name));
+    const Text text = Evaluate(SplitAtFirst(function),
+                               [](const FunctionWord& row) { return row.Argument != Nothing; });
+    return Word(text ? *text : name);
+}
+
 }  // namespace
 
+std::string EvaluatedForm(std::string function) {
+    constexpr std::string_view kWord = "word_";
+    if (!EqualsNoCase(std::string_view(function).substr(0, kWord.size()), kWord))
+        LowerCase(function);
+    else
+        function.replace(0, kWord.size(), kWord);
+    return function;
+}
+
 std::string LabelTextFunction(std::string& function) {
-    LowerCase(function);
-    const FunctionText text = SplitAtFirst(function);
-    for (const TextWord& row : kTextWords) {
-        if (Names(row.Name, text)) return row.Evaluate(text.Argument).value_or(kNoText);
-    }
-    return kNoText;
+    function = EvaluatedForm(std::move(function));
+    return Evaluate(SplitAtFirst(function), [](const FunctionWord&) { return true; })
+        .value_or(kNoText);
 }
 
 std::string LabelText(std::string& function, std::optional<int> decimals) {

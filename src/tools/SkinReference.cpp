@@ -62,6 +62,8 @@ std::string Placeholder(const FunctionWord& row) {
             return "SOURCE";
         case Takes::Message:
             return "TEXT";
+        case Takes::WordName:
+            return "TEXT";
         case Takes::Question:
             return "TEXT:COMMAND";
     }

@@ -107,6 +107,27 @@ string SourceFault(const Call& call) {
     return "no sensor of the sensor file has the source " + Quoted(call.Received);
 }
 
+/// A text function behind "word_": its own text is looked up, so it is judged itself.
+bool NamesTextFunction(string_view name) {
+    const auto words = TextFunctionWords();
+    const string lowered = LowerCased(string(name));
+    const FunctionText text = SplitAtFirst(lowered);
+    return !text.Argument.empty() &&
+           std::find(words.begin(), words.end(), text.Word) != words.end();
+}
+
+/// The name behind "word_" as the skin has it.
+string WordNameOf(const Call& call) {
+    return string(SplitAtFirst(call.Received).Argument);
+}
+
+string WordFault(const Call& call) {
+    const string name = WordNameOf(call);
+    if (NamesTextFunction(name)) return CheckFunction(kCaptionRole, name).Fault;
+    if (name.find('=') != string::npos) return "no language file can hold a text with a \"=\"";
+    return {};
+}
+
 string NoFault(const Call&) {
     return {};
 }
@@ -120,7 +141,7 @@ constexpr ArgumentCheck kArgumentChecks[] = {
     {Takes::Sensor, SensorFault}, {Takes::Page, NoFault},         {Takes::Box, NoFault},
     {Takes::Chart, ChartFault},   {Takes::Control, ControlFault}, {Takes::Number, NumberFault},
     {Takes::Step, StepFault},     {Takes::Pid, PidFault},         {Takes::Source, SourceFault},
-    {Takes::Message, NoFault},    {Takes::Question, NoFault},
+    {Takes::Message, NoFault},    {Takes::Question, NoFault},     {Takes::WordName, WordFault},
 };
 
 string ArgumentFault(const FunctionWord& row, const Call& call) {
@@ -187,6 +208,8 @@ void Follow(const FunctionWord& row, const Call& call, FunctionVerdict& verdict)
     verdict.Word = row.Word;
     verdict.Element = ElementOf(row, call);
     if (row.Argument == Takes::Fixed) verdict.Fixed = row.Sample;
+    if (row.Argument == Takes::WordName && !NamesTextFunction(call.Text.Argument))
+        verdict.WordName = WordNameOf(call);
     if (row.Argument == Takes::Page || row.Argument == Takes::Box)
         verdict.Openings.push_back(
             {string(call.Text.Argument), row.Argument == Takes::Box, {}, {}});
