@@ -27,6 +27,9 @@ constexpr int kLastAnswer = 2;
 
 constexpr SectionKey kMessageKeys[] = {
     {"Background", Picture, "box.png", "picture of the box; the box takes its size"},
+    {"Label0Function", Text, kMessageWord,
+     "`word_message`: the message in the user's language; without it, as the program words it", 0,
+     &kMessageRole},
     {"Label0X", Integer, "30", "left edge of the message"},
     {"Label0Y", Integer, "30", "top edge of the message"},
     {"Label0Width", Integer, "500", "width of the message"},
@@ -41,6 +44,16 @@ constexpr SectionKey kMessageKeys[] = {
     {"Button#Up", Picture, "yes-up.png", "picture of the released state", kLastAnswer},
     {"Button#Over", Picture, "yes-over.png", "picture while the pointer is over it", kLastAnswer},
     {"Button#Down", Picture, "yes-down.png", "picture while it is pressed", kLastAnswer},
+    {"Button#LabelFunction", Text, "word_Yes", "its caption; without it, the pictures say it all",
+     kLastAnswer, &kAnswerCaptionRole},
+    {"Button#LabelX", Integer, "8", "left edge of the caption inside the button", kLastAnswer},
+    {"Button#LabelY", Integer, "22", "top edge of the caption inside the button", kLastAnswer},
+    {"Button#LabelWidth", Integer, "194", "width of the caption", kLastAnswer},
+    {"Button#LabelHeight", Integer, "36", "height of the caption", kLastAnswer},
+    {"Button#LabelAlignment", Integer, "2", "0 left, 1 right, 2 centre", kLastAnswer},
+    {"Button#LabelFontSize", Integer, "18", "size of the caption in points", kLastAnswer},
+    {"Button#LabelFont", Text, "DejaVu Sans", "font of the caption", kLastAnswer},
+    {"Button#LabelColor", Lenient, "&HFFFFFF", "colour of the caption", kLastAnswer},
 };
 
 constexpr const char* kMessageSections[] = {"warning", "info", "query"};

@@ -409,6 +409,7 @@ void SkinFindings::CheckMessage(const string& section) {
             Add(section, name, UnknownKey(MessageKeys(), name, "a message box has no such key"));
         if (row == nullptr || row->Role == nullptr) continue;
         CheckRole(section, name, *row->Role);
+        if (row->Role != &kAnswerRole) continue;
         answers.insert(LowerCased(ReadSkinValue(section, name)));
         const string picture = ReplaceAll(row->Name, "#Function", "#Up");
         const string up = ReplaceAll(picture, "#", std::to_string(*NumberInKey(row->Name, name)));

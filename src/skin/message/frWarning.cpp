@@ -10,11 +10,13 @@
 #include "controls/ButtonEx.h"
 #include "core/basGlobal.h"
 #include "platform/Text.h"
+#include "settings/Words.h"
 #include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"
 #include "skin/SkinVocabulary.h"
 #include "skin/basSkin.h"
 #include "skin/message/ShowMessage.h"
+#include "skinfunc/basValueProc.h"
 
 namespace dravik {
 
@@ -50,13 +52,28 @@ SkinPicture SkinKeyPicture(const std::string& section, const std::string& key, d
     return LoadSkinPicture(PicturePath(ReadSkinValue(section, key)), scale);
 }
 
+void CaptionFromSkin(ButtonEx* button, const std::string& section, const std::string& prefix) {
+    const auto number = [&](const char* key) { return ReadSkinInteger(section, prefix + key); };
+    std::string function = ReadSkinValue(section, prefix + "LabelFunction");
+    if (function.empty()) return;
+    button->SetLabelX(number("LabelX"));
+    button->SetLabelY(number("LabelY"));
+    button->SetLabelWidth(number("LabelWidth"));
+    button->SetLabelHeight(number("LabelHeight"));
+    button->SetLabelAlignment(number("LabelAlignment"));
+    button->SetLabelFontSize(number("LabelFontSize"));
+    button->SetLabelFont(ReadSkinValue(section, prefix + "LabelFont"));
+    button->SetLabelForecolor(ReadSkinValue(section, prefix + "LabelColor"));
+    button->SetLabelCaption(LabelText(function));
+}
+
 }  // namespace
 
 frWarning::frWarning(QWidget* window)
     : QWidget(window),
-      buttons_{{{"yes", kAnswerYes, new ButtonEx(this)},
-                {"no", kAnswerNo, new ButtonEx(this)},
-                {"ok", kAnswerOk, new ButtonEx(this)}}} {
+      buttons_{{{"Yes", kAnswerYes, new ButtonEx(this)},
+                {"No", kAnswerNo, new ButtonEx(this)},
+                {"OK", kAnswerOk, new ButtonEx(this)}}} {
     setAttribute(Qt::WA_NoMousePropagation);
     setFocusPolicy(Qt::StrongFocus);
     hide();
@@ -85,6 +102,9 @@ void frWarning::Open(const std::string& message, int kind, double scale) {
 void frWarning::Arrange() {
     const std::string section = MessageSections()[static_cast<std::size_t>(kind_)];
     plain_ = !HasSkinSection(section);
+    const bool inWords =
+        plain_ || EqualsNoCase(ReadSkinValue(section, "Label0Function"), kMessageWord);
+    translated_ = inWords ? Word(message_) : message_;
     scale_ = plain_ ? PlainScale(parentWidget()->size()) : pageScale_;
     for (const AnswerButton& entry : buttons_) {
         entry.Button->hide();
@@ -95,7 +115,7 @@ void frWarning::Arrange() {
         ApplyPlainLook();
     else
         ApplySkin(section);
-    fitted_ = FitText(dravik::ShownText(message_), lWarning_.Pixels().size(), look_, scale_);
+    fitted_ = FitText(dravik::ShownText(translated_), lWarning_.Pixels().size(), look_, scale_);
     setGeometry(parentWidget()->rect());
     show();
     raise();
@@ -115,7 +135,7 @@ void frWarning::Answer(int answer) {
 
 ButtonEx* frWarning::ShownButton(const std::string& name) const {
     for (const AnswerButton& entry : buttons_) {
-        if (name == entry.Name && !entry.Button->isHidden()) return entry.Button;
+        if (EqualsNoCase(name, entry.Name) && !entry.Button->isHidden()) return entry.Button;
     }
     return nullptr;
 }
@@ -144,12 +164,13 @@ void frWarning::ApplySkin(const std::string& section) {
 
     for (int n = 0; n < kAnswerEntries; ++n) {
         const std::string prefix = "Button" + std::to_string(n);
-        const std::string function = LowerCased(ReadSkinValue(section, prefix + "Function"));
+        const std::string function = ReadSkinValue(section, prefix + "Function");
         for (const AnswerButton& entry : buttons_) {
-            if (function != entry.Name) continue;
+            if (!EqualsNoCase(function, entry.Name)) continue;
             entry.Button->SetSkinUp(SkinKeyPicture(section, prefix + "Up", scale_));
             entry.Button->SetSkinOver(SkinKeyPicture(section, prefix + "Over", scale_));
             entry.Button->SetSkinDown(SkinKeyPicture(section, prefix + "Down", scale_));
+            CaptionFromSkin(entry.Button, section, prefix);
             PlaceButton(entry.Button, ReadSkinInteger(section, prefix + "X"),
                         ReadSkinInteger(section, prefix + "Y"));
         }
@@ -166,7 +187,7 @@ void frWarning::ApplyPlainLook() {
     const int beside = kPlainButton.height() + 3 * kPlainMargin;
     const double textWidth = width - 2 * kPlainMargin;
     const double needed =
-        WrappedHeight(dravik::ShownText(message_), SkinFont(look_, scale_), textWidth * scale_) /
+        WrappedHeight(dravik::ShownText(translated_), SkinFont(look_, scale_), textWidth * scale_) /
         scale_;
     const int height = std::min(std::max(kPlainSize.height(), beside + qCeil(needed) + 1),
                                 std::max(room.height(), beside));
@@ -191,9 +212,7 @@ void frWarning::ApplyPlainLook() {
         button->SetLabelFontSize(kPlainPoints);
         button->SetLabelForecolor(std::to_string(kWhite));
         button->SetLabelAlignment(2);
-        button->SetLabelCaption(entry.Answer == kAnswerYes  ? "Yes"
-                                : entry.Answer == kAnswerNo ? "No"
-                                                            : "OK");
+        button->SetLabelCaption(Word(entry.Name));
         const int left = !question                    ? middle - size.width() / 2
                          : entry.Answer == kAnswerYes ? middle - size.width() - kPlainGap / 2
                                                       : middle + kPlainGap / 2;
