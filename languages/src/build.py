@@ -13,6 +13,7 @@ import re
 import sys
 
 import codes
+import panel
 import sensors
 
 FOLDER = pathlib.Path(__file__).resolve().parent.parent
@@ -41,9 +42,10 @@ GROUPS = [
 ]
 
 
-def language_file(locales, sensor_file, code_file):
-    return "[General]\nLocales=%s\n\n[Sensors]\nFilename=%s\n\n[DTC]\nFilename=%s\n" % (
+def language_file(locales, sensor_file, code_file, words, column):
+    head = "[General]\nLocales=%s\n\n[Sensors]\nFilename=%s\n\n[DTC]\nFilename=%s\n\n[Words]\n" % (
         locales, sensor_file, code_file)
+    return head + "".join("%s=%s\n" % (texts[0], texts[column]) for texts in words)
 
 
 def coverage(files):
@@ -62,9 +64,10 @@ def coverage(files):
 def outputs():
     """The text of every file made, by path."""
     descriptions = codes.Tables().descriptions()
+    words = panel.words()
     files = {}
     for name, locales, column, sensor_file, units, code_file in LANGUAGES:
-        files[name + ".ini"] = language_file(locales, sensor_file, code_file)
+        files[name + ".ini"] = language_file(locales, sensor_file, code_file, words, column)
         files[sensor_file] = sensors.sensor_file(column, name, units)
         files[code_file] = codes.code_file(descriptions, column)
     made = {FOLDER / name: text for name, text in files.items()}

@@ -11,6 +11,7 @@
 #include "core/basGlobal.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "settings/Words.h"
 #include "skin/PageCanvas.h"
 #include "skin/SkinScreen.h"
 #include "skin/message/ShowMessage.h"
@@ -80,8 +81,9 @@ void TakeSnapshot(const SkinScreen& screen, const std::string& argument) {
     for (const int index : charts) {
         const QString message = folderMade ? SaveChart(screen, QDir(path), index) : QString();
         if (message.isEmpty()) {
-            ShowPlainMessage("The chart could not be saved in\r\n" + basGlobal.SaveFolder,
-                             kMessageCritical, "Dravik");
+            ShowPlainMessage(
+                Word("The chart could not be saved in") + "\r\n" + basGlobal.SaveFolder,
+                kMessageCritical, "Dravik");
             return;
         }
         messages.append(message);
