@@ -27,6 +27,7 @@ LANGUAGES = [
     ("German", "de", 1, "german.sensors", sensors.METRIC, "german.codes"),
     ("French", "fr", 2, "french.sensors", sensors.METRIC, "french.codes"),
     ("Spanish", "es", 3, "spanish.sensors", sensors.METRIC, "spanish.codes"),
+    ("Italian", "it", 4, "italian.sensors", sensors.METRIC, "italian.codes"),
 ]
 
 # What the coverage counts: a heading and the codes that belong under it.

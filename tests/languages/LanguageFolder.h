@@ -9,7 +9,8 @@ namespace dravik {
 
 inline const std::string kLanguageFolder = DRAVIK_LANGUAGES;
 
-constexpr const char* kLanguages[] = {"English", "English (miles)", "German", "French", "Spanish"};
+constexpr const char* kLanguages[] = {"English", "English (miles)", "German",
+                                      "French",  "Spanish",         "Italian"};
 
 /// Loads a language the way the program does at its start: settings, language file, sensor table.
 inline void LoadLanguage(const std::string& name) {
