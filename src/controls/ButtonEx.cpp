@@ -152,6 +152,10 @@ void ButtonEx::SetLabelFontSize(double points) {
 void ButtonEx::SetLabelFont(const std::string& face) {
     SetLabelPart(labelLook_.Font, face);
 }
+void ButtonEx::SetLabelStyle(bool bold, bool italic) {
+    SetLabelPart(labelLook_.Bold, bold);
+    SetLabelPart(labelLook_.Italic, italic);
+}
 void ButtonEx::SetLabelForecolor(const std::string& number) {
     SetLabelPart(labelLook_.Color, ColorValue(number));
 }

@@ -78,6 +78,7 @@ class ButtonEx : public QWidget {
     void SetLabelHeight(int height);
     void SetLabelFontSize(double points);
     void SetLabelFont(const std::string& face);
+    void SetLabelStyle(bool bold, bool italic);
     void SetLabelForecolor(const std::string& number);  ///< see ColorValue
     void SetLabelAlignment(int alignment);              ///< 0 left, 1 right, 2 centre
     void SetLabelCaption(const std::string& text);

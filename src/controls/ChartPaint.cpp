@@ -5,6 +5,8 @@
 #include <QVector>
 #include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 #include "controls/ChartTrace.h"
 #include "controls/SkinText.h"
@@ -66,19 +68,24 @@ void PaintGrid(QPainter& painter, const QRect& plot, const ChartLook& look, doub
     painter.drawLines(lines);
 }
 
-/// The filled columns as points of the plot, oldest first.
-QPolygonF TracePoints(const QRect& plot, const ChartRecord& record) {
+/// The filled columns as points of the plot, oldest first: a line for each stretch between gaps.
+std::vector<QPolygonF> TraceLines(const QRect& plot, const ChartRecord& record) {
     const double upper = double{record.Samples[kChartUpper]};
     const double lower = double{record.Samples[kChartLower]};
     const double across = (plot.width() - 1) / double{kChartColumns - 1};
     const double up = (plot.height() - 1) / (upper - lower);
-    QPolygonF points;
-    points.reserve(record.Filled + 2);
+    std::vector<QPolygonF> lines;
+    bool gap = true;
     for (int i = kChartColumns - record.Filled; i < kChartColumns; ++i) {
         const double value = double{record.Samples[static_cast<std::size_t>(i)]};
-        points.append(QPointF(plot.left() + i * across, plot.bottom() - (value - lower) * up));
+        if (!std::isnan(value)) {
+            if (gap) lines.emplace_back().reserve(kChartColumns - i + 2);
+            lines.back().append(
+                QPointF(plot.left() + i * across, plot.bottom() - (value - lower) * up));
+        }
+        gap = std::isnan(value);
     }
-    return points;
+    return lines;
 }
 
 /// A wide line as hair lines side by side: a pen of more than one pixel takes thirty times as long.
@@ -93,9 +100,8 @@ void PaintLine(QPainter& painter, const QPolygonF& points, const QColor& color, 
     painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
-void PaintTrace(QPainter& painter, const QRect& plot, const ChartRecord& record,
-                const ChartLook& look, double scale) {
-    QPolygonF points = TracePoints(plot, record);
+void PaintStretch(QPainter& painter, const QRect& plot, QPolygonF points, const ChartLook& look,
+                  double scale) {
     const QColor color = SkinColor(look.Color);
     if (look.Mode == kPoints || points.size() == 1) {
         painter.setPen(QPen(color, kPointSize * scale));
@@ -112,6 +118,12 @@ void PaintTrace(QPainter& painter, const QRect& plot, const ChartRecord& record,
         painter.setBrush(area);
         painter.drawPolygon(points);
     }
+}
+
+void PaintTrace(QPainter& painter, const QRect& plot, const ChartRecord& record,
+                const ChartLook& look, double scale) {
+    for (QPolygonF& points : TraceLines(plot, record))
+        PaintStretch(painter, plot, std::move(points), look, scale);
 }
 
 }  // namespace

@@ -72,6 +72,12 @@ void Slider::SetDisplayOnly(bool displayOnly) {
     setFocusPolicy(displayOnly ? Qt::NoFocus : Qt::StrongFocus);
 }
 
+void Slider::SetDim(bool dim) {
+    if (dim == dim_) return;
+    dim_ = dim;
+    update();
+}
+
 // Properties --------------------------------------------------------------------------------------
 
 void Slider::SetDirection(int direction) {
@@ -221,6 +227,12 @@ void Slider::paintEvent(QPaintEvent* event) {
     // The progress picture replaces the track's pixels, also where it is transparent, so the track
     // is left out there.
     const QSizeF backSize = back_.DesignSize();
+    if (dim_) {
+        constexpr double kDimOpacity = 0.4;
+        painter.setOpacity(kDimOpacity);
+        PaintPicture(painter, box_.Part(0, 0, backSize.width(), backSize.height()), back_);
+        return;
+    }
     const QSizeF progressSize = progress_.DesignSize();
     const QRegion filled = ProgressRect(position_);
     painter.setClipRegion(event->region().subtracted(filled));

@@ -100,6 +100,8 @@ void ConnectInterface() {
     g.CommTrace.clear();
     g.LiveRaw.fill(0);
     g.FreezeRaw.fill(0);
+    g.LiveAt.fill(0);
+    g.FreezeAt.fill(0);
     g.ValuesCame = false;
     g.ValuelessSince = 0;
 

@@ -23,6 +23,9 @@ std::string ReadSkinValue(const std::string& section, const std::string& key);
 /// then as they were before.
 void LoadSettings();
 
+/// The key of the section Options that names the sensor in a tile of the page "panel", 1 to 4.
+std::string PanelKey(int tile);
+
 /// Takes the skin file from the command line or the settings file, and its image folder.
 void FindSkinFiles();
 

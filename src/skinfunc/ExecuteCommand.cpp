@@ -202,6 +202,18 @@ void SensorsOff(const Command& command) {
     SwitchSensors(command.Argument, false);
 }
 
+void OpenValue(const Command& command) {
+    ShowSensorLarge(command.Argument);
+}
+
+void OpenChoice(const Command& command) {
+    ChooseForTile(command.Argument);
+}
+
+void Choose(const Command& command) {
+    PutIntoTile(command.Argument);
+}
+
 // Messages ----------------------------------------------------------------------------------------
 
 void ShowInfo(const Command& command) {
@@ -310,6 +322,17 @@ constexpr CommandWord kCommandWords[] = {
     {{"sensoron", Sensor, "rpm.engine", "switches a sensor on"}, SensorsOn},
     {{"sensoroff", Fixed, "all", "switches every sensor off"}, SensorsOff},
     {{"sensoroff", Sensor, "rpm.engine", "switches a sensor off"}, SensorsOff},
+    {{"openvalue", Sensor, "rpm.engine",
+      "shows a sensor large: opens the page `value`, on which `picked` is the name of that sensor"},
+     OpenValue},
+    {{"panel", Number, "1",
+      "opens the page `choose` for tile 1 to 4 of the page `panel`; the sensors in the tiles have "
+      "the "
+      "names `panel1` to `panel4` there"},
+     OpenChoice},
+    {{"choose", Sensor, "rpm.engine",
+      "puts a sensor into that tile, keeps it in the settings and opens the page `panel`"},
+     Choose},
     {{"showinfo", Message, "Engine warm", "shows a text in the message box `info`"}, ShowInfo},
     {{"showwarning", Message, "Oil low", "shows a text in the message box `warning`"}, ShowWarning},
     {{"showquery", Question, "End the program?:quit",
@@ -362,7 +385,8 @@ void ExecuteCommand(const std::string& command) {
 
 bool LeavesBox(const std::string& command) {
     constexpr decltype(CommandWord::Run) kWaysOut[] = {
-        OpenLastMenu, OpenNextMenu, OpenMenuBefore, OpenMenu, OpenBox, CloseOpenBox, LeavePage};
+        OpenLastMenu, OpenNextMenu, OpenMenuBefore, OpenMenu,   OpenBox,
+        CloseOpenBox, LeavePage,    OpenValue,      OpenChoice, Choose};
     const CommandWord* row = FindCommand(LowerCased(command));
     if (row == nullptr) return false;
     if (row->Run == ShowQuery) {

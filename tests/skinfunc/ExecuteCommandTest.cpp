@@ -4,6 +4,7 @@
 
 #include "platform/Text.h"
 #include "platform/serial/PseudoTerminal.h"
+#include "settings/basSettings.h"
 #include "skinfunc/basValueProc.h"
 #include "support/GlobalsFixture.h"
 
@@ -320,6 +321,26 @@ TEST_F(Dispatcher, TheKeyboardProgramIsStartedWhenThereIsOne) {
         std::filesystem::remove(folder_ / "started");
     }
     EXPECT_THAT(fakeScreen.Calls, ::testing::IsEmpty());
+}
+
+TEST_F(Dispatcher, APickedSensorIsKnownByItsStandInAndKeptInTheSettings) {
+    NameSensors({"rpm.engine", "speed"});
+    basGlobal.Sensors[1].Caption = "Tempo";
+    const auto caption = [](std::string function) { return LabelText(function); };
+    EXPECT_EQ(caption("sensorcaption_picked"), "Off") << "none is picked";
+    EXPECT_THAT(Run("openvalue_nonsense"), IsEmpty());
+    EXPECT_EQ(Only("openvalue_speed"), "page value");
+    EXPECT_EQ(caption("sensorcaption_picked"), "Tempo");
+
+    EXPECT_THAT(Run("panel_5"), IsEmpty());
+    EXPECT_EQ(Only("panel_3"), "page choose");
+    EXPECT_EQ(Only("choose_picked"), "page panel");
+    EXPECT_EQ(caption("sensorcaption_panel3"), "Tempo");
+    LoadSettings();
+    EXPECT_THAT(basGlobal.PanelSensors,
+                ElementsAre("rpm.engine", "speed", "speed", "value.loadcalculated"));
+    basGlobal.PickedSensor = "picked";  // must not lead to itself for ever
+    EXPECT_FALSE(FindSensor("picked"));
 }
 
 }  // namespace

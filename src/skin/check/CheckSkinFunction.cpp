@@ -50,7 +50,7 @@ string SensorFault(const Call& call) {
     const string_view name = call.Text.Argument;
     if (name.find('_') != string_view::npos)
         return "the sensor name " + Quoted(name) + " holds a \"_\"";
-    if (!FindSensor(name)) {
+    if (!FindSensor(name) && SensorStoodFor(name) == nullptr) {
         std::vector<string> names;
         for (int i = 0; i < basGlobal.SensorCount; ++i)
             names.push_back(basGlobal.Sensors[static_cast<std::size_t>(i)].Function);
@@ -203,6 +203,14 @@ std::optional<NamedElement> ElementOf(const FunctionWord& row, const Call& call)
     return NamedElement{&kind, *number, {}, {}};
 }
 
+/// Pages that a command opens without naming them.
+struct ImpliedPage {
+    string_view Command;
+    const char* Page;
+};
+constexpr ImpliedPage kImpliedPages[] = {
+    {"openvalue", "value"}, {"panel", "choose"}, {"choose", "panel"}};
+
 /// Where a text leads that its evaluator takes.
 void Follow(const FunctionWord& row, const Call& call, FunctionVerdict& verdict) {
     verdict.Word = row.Word;
@@ -213,6 +221,9 @@ void Follow(const FunctionWord& row, const Call& call, FunctionVerdict& verdict)
     if (row.Argument == Takes::Page || row.Argument == Takes::Box)
         verdict.Openings.push_back(
             {string(call.Text.Argument), row.Argument == Takes::Box, {}, {}});
+    for (const ImpliedPage& implied : kImpliedPages) {
+        if (implied.Command == row.Word) verdict.Openings.push_back({implied.Page, false, {}, {}});
+    }
     if (row.Argument != Takes::Question) return;
     const std::size_t colon = call.Received.rfind(':');
     if (colon == string_view::npos) return;
