@@ -107,13 +107,15 @@ struct GlobalState {
     std::string IniFile;        ///< the settings file
     std::string SkinPath;       ///< the skins folder, with a separator at its end
     std::string LanguagePath;   ///< the languages folder, with a separator at its end
-    std::string LanguageFile;   ///< names the sensor file and the description file
+    std::string LanguageFile;   ///< names the sensor files and the description file
     std::string SensorFile;
     std::string DescriptionFile;  ///< trouble code texts
     std::string SkinFile;
-    std::string ImageFolder;  ///< with a separator at its end
-    std::string SaveFolder;   ///< where snapshots go
-    std::string OSKPath;      ///< on-screen keyboard program
+    std::string ImageFolder;     ///< with a separator at its end
+    std::string SaveFolder;      ///< where snapshots go
+    std::string OSKPath;         ///< on-screen keyboard program
+    bool ImperialUnits = false;  ///< those of the sensor file
+    std::string Units;  ///< "metric" or "imperial"; anything else: as the language has them
     LaunchOptions Launch;
 
     // Fixed texts.
@@ -179,9 +181,9 @@ struct GlobalState {
     // Sensors, charts and lists.
     std::array<SensorRecord, kSensorLimit> Sensors;
     std::int16_t SensorCount = 0;
-    std::string PickedSensor;                          ///< shown large on the page "value"
+    std::string PickedSensor;                           ///< shown large on the page "value"
     std::array<std::string, kPanelTiles> PanelSensors;  ///< of the page "panel", tiles 1 to 4
-    int PanelTile = 1;                                 ///< whose sensor is being chosen
+    int PanelTile = 1;                                  ///< whose sensor is being chosen
     std::array<ChartRecord, kChartLimit> Charts;
     int ChartCount = 0;
     std::array<ListSlot, kListSlots> Lists;

@@ -2,7 +2,6 @@
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
-#include "settings/Words.h"
 #include "settings/basSettings.h"
 
 namespace dravik {
@@ -26,15 +25,6 @@ void ReadMisc() {
     GlobalState& g = basGlobal;
     g.Misc = static_cast<std::int16_t>(ReadProfileInt(g.IniFile, "Options", "Misc", 0));
     g.HidePointer = (g.Misc & kMiscHidePointer) != 0;
-}
-
-void FindLanguageFiles() {
-    GlobalState& g = basGlobal;
-    const std::string language =
-        g.Launch.Language.empty() ? ReadOption("Language") : g.Launch.Language;
-    g.LanguageFile = LanguageFileOf(language);
-    g.SensorFile = g.LanguagePath + ReadIniString(g.LanguageFile, "Sensors", "Filename");
-    g.DescriptionFile = g.LanguagePath + ReadIniString(g.LanguageFile, "DTC", "Filename");
 }
 
 void ReadPanel() {
@@ -88,13 +78,11 @@ void LoadSettings() {
     const int scalePercent = ReadProfileInt(g.IniFile, "Options", "ScaleImageWidth", 0);
     g.ImageScale = static_cast<float>(scalePercent) / 100.0F;
     ReadMisc();
-    FindLanguageFiles();
-    LoadWords();
+    LoadLanguage();
     g.OSKPath = ReadOption("OSKPath");
     g.SaveFolder = JoinPath(g.ProgramFolder, "save");
     FindSkinFiles();
     ReadPanel();
-    LoadSensorConfig();
     g.ConnState = ConnectAtStart() ? kConnecting : kNotConnected;
     g.ReconnectSeconds = ReadProfileInt(g.IniFile, "OBD", "Reconnect", 0);
     g.tiHardware.SetInterval(ReadInterval("UpdateIntervall", kDefaultUpdateInterval));

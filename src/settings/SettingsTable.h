@@ -20,6 +20,7 @@ struct NumberSteps {
 enum class Setting : std::size_t {
     Skin,
     Language,
+    Units,
     OSKPath,
     ComPort,
     BusInitDelay,
@@ -41,7 +42,7 @@ enum class SettingForm {
 enum class SettingFrame { Interface, Skin, Language, Keyboard, Additions };
 
 /// What a field offers to choose from, besides what is typed.
-enum class SettingChoice { None, Skins, Languages, Ports, Baudrates };
+enum class SettingChoice { None, Skins, Languages, Units, Ports, Baudrates };
 
 struct SettingRow {
     const char* Section;
@@ -74,6 +75,14 @@ inline constexpr SettingRow kSettingRows[] = {
      .Field = "coLanguage",
      .Frame = SettingFrame::Language,
      .Choice = SettingChoice::Languages},
+    {.Section = "Options",
+     .Key = "Units",
+     .Form = SettingForm::OptIn,
+     .Field = "coUnits",
+     .Frame = SettingFrame::Language,
+     .Caption = "Units",
+     .Choice = SettingChoice::Units,
+     .WhenEmpty = "Like the language"},
     {.Section = "Options",
      .Key = "OSKPath",
      .Form = SettingForm::Text,

@@ -26,6 +26,29 @@ void LoadSettings();
 /// The key of the section Options that names the sensor in a tile of the page "panel", 1 to 4.
 std::string PanelKey(int tile);
 
+/// Takes the language from the command line or the settings file and the units from the settings
+/// file, and loads what belongs to them: words, sensor table, the file with the texts of the codes.
+/// Which sensors are on stays as it is.
+void LoadLanguage();
+
+/// Chooses a language by the name of its file, keeps it in the settings and loads it. What cannot
+/// be kept, which is told on standard error, holds until the end of the program.
+///
+/// @return false when there is no such language; nothing is changed then
+bool ChooseLanguage(const std::string& name);
+
+/// Name of the current language.
+std::string CurrentLanguage();
+
+/// Chooses the units in the same manner, whatever those of the language are.
+void ChooseUnits(const std::string& units);
+
+constexpr const char* kMetric = "metric";
+constexpr const char* kImperial = "imperial";
+
+/// The units of the current sensor file: kMetric or kImperial.
+std::string CurrentUnits();
+
 /// Takes the skin file from the command line or the settings file, and its image folder.
 void FindSkinFiles();
 

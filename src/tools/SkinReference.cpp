@@ -62,6 +62,8 @@ std::string Placeholder(const FunctionWord& row) {
             return "SOURCE";
         case Takes::Message:
             return "TEXT";
+        case Takes::Language:
+            return "LANGUAGE";
         case Takes::WordName:
             return "TEXT";
         case Takes::Question:

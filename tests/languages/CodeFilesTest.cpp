@@ -41,10 +41,15 @@ TEST(CodeFiles, AreNamedByTheLanguagesOfTheFolderAndNothingElseLiesThere) {
         {"Spanish", "spanish.codes", "es"}, {"Italian", "italian.codes", "it"}};
     std::set<std::string> named;
     for (const Language& language : kExpected) {
-        LoadLanguage(language.Name);
+        StartIn(language.Name);
         EXPECT_EQ(basGlobal.DescriptionFile, kLanguageFolder + language.Codes);
         EXPECT_EQ(ReadIniString(basGlobal.LanguageFile, "General", "Locales"), language.Locales);
-        named.insert({basGlobal.LanguageFile, basGlobal.SensorFile, basGlobal.DescriptionFile});
+        named.insert({basGlobal.LanguageFile, basGlobal.DescriptionFile});
+        for (const char* units : {kMetric, kImperial}) {
+            StartIn(language.Name, units);
+            EXPECT_EQ(CurrentUnits(), units) << language.Name;
+            named.insert(basGlobal.SensorFile);
+        }
     }
     std::set<std::string> found;
     for (const auto& entry : std::filesystem::directory_iterator(kLanguageFolder)) {

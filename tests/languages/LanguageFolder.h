@@ -4,6 +4,7 @@
 
 #include "core/basGlobal.h"
 #include "settings/basSettings.h"
+#include "support/TemporaryFolder.h"
 
 namespace dravik {
 
@@ -13,8 +14,11 @@ constexpr const char* kLanguages[] = {"English", "English (miles)", "German",
                                       "French",  "Spanish",         "Italian"};
 
 /// Loads a language the way the program does at its start: settings, language file, sensor table.
-inline void LoadLanguage(const std::string& name) {
+/// @param units  a choice of its own; empty: as the language has them
+inline void StartIn(const std::string& name, const std::string& units = "") {
+    static const TemporaryFolder folder;
     basGlobal = GlobalState();
+    basGlobal.IniFile = folder.Write("Dravik.ini", "[Options]\nUnits=" + units + "\n");
     basGlobal.LanguagePath = kLanguageFolder;
     basGlobal.Launch.Language = name;
     LoadSettings();

@@ -82,7 +82,7 @@ TEST(Words, AreTheSameInEveryLanguageAndAreTranslated) {
 }
 
 TEST(Words, TheStateOfTheLinkIsShownInTheLanguage) {
-    LoadLanguage("German");
+    StartIn("German");
     EXPECT_EQ(Word("Not Connected."), "Nicht verbunden.");
     EXPECT_EQ(Word("Resetting Trouble Codes.."), "Lösche Fehlercodes..");
     EXPECT_EQ(Word("No answer from the interface (%1 of %2 seconds)", {"7", "50"}),

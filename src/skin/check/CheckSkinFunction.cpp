@@ -5,6 +5,7 @@
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
+#include "settings/Words.h"
 #include "skin/check/CheckSkinParts.h"
 #include "skinfunc/basValueProc.h"
 
@@ -107,13 +108,15 @@ string SourceFault(const Call& call) {
     return "no sensor of the sensor file has the source " + Quoted(call.Received);
 }
 
-/// A text function behind "word_": its own text is looked up, so it is judged itself.
-bool NamesTextFunction(string_view name) {
-    const auto words = TextFunctionWords();
+/// A label function behind "word_": what it shows is looked up, so it is judged itself.
+bool NamesLabelFunction(string_view name) {
     const string lowered = LowerCased(string(name));
     const FunctionText text = SplitAtFirst(lowered);
-    return !text.Argument.empty() &&
-           std::find(words.begin(), words.end(), text.Word) != words.end();
+    if (text.Argument.empty()) return false;
+    for (const auto& words : {TextFunctionWords(), NumberFunctionWords()}) {
+        if (std::find(words.begin(), words.end(), text.Word) != words.end()) return true;
+    }
+    return false;
 }
 
 /// The name behind "word_" as the skin has it.
@@ -123,9 +126,18 @@ string WordNameOf(const Call& call) {
 
 string WordFault(const Call& call) {
     const string name = WordNameOf(call);
-    if (NamesTextFunction(name)) return CheckFunction(kCaptionRole, name).Fault;
+    if (NamesLabelFunction(name)) return CheckFunction(kCaptionRole, name).Fault;
     if (name.find('=') != string::npos) return "no language file can hold a text with a \"=\"";
     return {};
+}
+
+string LanguageFault(const Call& call) {
+    const auto names = LanguageNames();
+    for (const string& name : names) {
+        if (LowerCased(name) == LowerCased(string(call.Text.Argument))) return {};
+    }
+    return "there is no language " + Quoted(call.Text.Argument) +
+           DidYouMean(call.Text.Argument, names);
 }
 
 string NoFault(const Call&) {
@@ -138,10 +150,11 @@ struct ArgumentCheck {
 };
 
 constexpr ArgumentCheck kArgumentChecks[] = {
-    {Takes::Sensor, SensorFault}, {Takes::Page, NoFault},         {Takes::Box, NoFault},
-    {Takes::Chart, ChartFault},   {Takes::Control, ControlFault}, {Takes::Number, NumberFault},
-    {Takes::Step, StepFault},     {Takes::Pid, PidFault},         {Takes::Source, SourceFault},
-    {Takes::Message, NoFault},    {Takes::Question, NoFault},     {Takes::WordName, WordFault},
+    {Takes::Sensor, SensorFault},     {Takes::Page, NoFault},         {Takes::Box, NoFault},
+    {Takes::Chart, ChartFault},       {Takes::Control, ControlFault}, {Takes::Number, NumberFault},
+    {Takes::Step, StepFault},         {Takes::Pid, PidFault},         {Takes::Source, SourceFault},
+    {Takes::Message, NoFault},        {Takes::Question, NoFault},     {Takes::WordName, WordFault},
+    {Takes::Language, LanguageFault},
 };
 
 string ArgumentFault(const FunctionWord& row, const Call& call) {
@@ -216,7 +229,7 @@ void Follow(const FunctionWord& row, const Call& call, FunctionVerdict& verdict)
     verdict.Word = row.Word;
     verdict.Element = ElementOf(row, call);
     if (row.Argument == Takes::Fixed) verdict.Fixed = row.Sample;
-    if (row.Argument == Takes::WordName && !NamesTextFunction(call.Text.Argument))
+    if (row.Argument == Takes::WordName && !NamesLabelFunction(call.Text.Argument))
         verdict.WordName = WordNameOf(call);
     if (row.Argument == Takes::Page || row.Argument == Takes::Box)
         verdict.Openings.push_back(

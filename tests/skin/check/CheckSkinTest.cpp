@@ -245,6 +245,7 @@ TEST(CheckSkin, NamesTheLanguagesThatLackAWord) {
     skin.Folder().Write("languages/test.ini",
                         "[Sensors]\nFilename=test.sensors\n[Words]\nEngine=Motor\n");
     skin.Folder().Write("languages/other.ini", "[Words]\nengine=Moteur\nFuel=Carburant\n");
+    skin.Folder().Write("languages/German.ini", "[Words]\nEngine=Motor\nFuel=x\nOil=y\n");
     skin.Folder().Write("languages/old.ini", "[Sensors]\nFilename=test.sensors\n");
     const auto findings = skin.Check(
         SoundSkin::Text() +
