@@ -23,7 +23,7 @@ QVariant SensorListModel::data(const QModelIndex& index, int role) const {
 
 QVariant SensorListModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    return QString::fromLatin1(kSensorFields[static_cast<std::size_t>(section)]);
+    return InWords(kSensorFields[static_cast<std::size_t>(section)]);
 }
 
 void SensorListModel::TextChanged(SensorField field) {
