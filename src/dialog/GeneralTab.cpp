@@ -137,7 +137,8 @@ void GeneralTab::AddSettings(CellGrid* cells, SettingFrame frame) {
         QWidget* control = MakeControl(i);
         const bool port = row.Choice == SettingChoice::Ports;
         if (!port && *row.Unit == '\0') {
-            cells->Add(new FieldCell(caption, {control}), caption.isEmpty());
+            const bool wide = caption.isEmpty() || row.Choice == SettingChoice::Units;
+            cells->Add(new FieldCell(caption, {control}), wide);
             continue;
         }
         QLabel* note = MakeFaint(QString::fromLatin1(row.Unit));

@@ -233,6 +233,11 @@ TEST_F(SettingsDialog, NothingIsClippedInAnyLanguage) {
                     if ((button && !widget->objectName().isEmpty()) ||
                         qobject_cast<const QLabel*>(widget) != nullptr)
                         ExpectWhole(widget, dialog);
+                    if (const auto* field = qobject_cast<const QLineEdit*>(widget)) {
+                        const QString note = field->placeholderText();
+                        EXPECT_LE(field->fontMetrics().horizontalAdvance(note), field->width())
+                            << note.toStdString();
+                    }
                     if (group != nullptr) {
                         EXPECT_LT(group->fontMetrics().horizontalAdvance(group->title()),
                                   group->width())
