@@ -128,6 +128,8 @@ struct GlobalState {
     std::int16_t Misc = 0;
     float ImageScale = 0;  ///< ScaleImageWidth / 100
     bool HidePointer = false;
+    bool NightNow = false;   ///< the clock says that the skin for the night is to be shown
+    std::string ChosenSkin;  ///< by a command, until day or night begins; empty when none was
 
     // Life of the program.
     bool StartupFlag = false;
@@ -200,6 +202,7 @@ struct GlobalState {
     FormTimer tiSkinReload{50};
     FormTimer tiDTCScroll{500};
     FormTimer tiKeyrepeat{0};
+    FormTimer tiNight{5000};
 };
 
 /// The one instance. A test puts all of it back with `basGlobal = GlobalState{}` and InitGlobals.

@@ -57,8 +57,7 @@ std::string PanelKey(int tile) {
 
 void FindSkinFiles() {
     GlobalState& g = basGlobal;
-    const std::string skin = g.Launch.Skin.empty() ? ReadOption("Skin") : g.Launch.Skin;
-    g.SkinFile = g.SkinPath + skin + ".ini";
+    g.SkinFile = g.SkinPath + CurrentSkin() + ".ini";
     FindImageFolder();
 }
 
@@ -81,6 +80,7 @@ void LoadSettings() {
     LoadLanguage();
     g.OSKPath = ReadOption("OSKPath");
     g.SaveFolder = JoinPath(g.ProgramFolder, "save");
+    FollowClock();
     FindSkinFiles();
     ReadPanel();
     g.ConnState = ConnectAtStart() ? kConnecting : kNotConnected;

@@ -1,7 +1,6 @@
 #include "settings/Words.h"
 
 #include "core/basGlobal.h"
-#include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
@@ -41,15 +40,6 @@ std::optional<std::string> WordList::Find(std::string_view name) const {
     const auto found = texts_.find(key);
     if (found == texts_.end()) return std::nullopt;
     return found->second + stops;
-}
-
-std::vector<std::string> LanguageNames() {
-    std::vector<std::string> names;
-    for (const std::string& file : FilesMatching(basGlobal.LanguagePath, kExtension)) {
-        if (file.size() > kExtension.size())
-            names.push_back(file.substr(0, file.size() - kExtension.size()));
-    }
-    return names;
 }
 
 std::string LanguageFileOf(std::string_view name) {

@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <vector>
 
 /// Fixed texts in the driver's language. A text goes by its English wording: that is its key in the
 /// section Words of a language file, and what is shown where the file lacks it.
@@ -27,9 +26,6 @@ class WordList {
  private:
     std::unordered_map<std::string, std::string> texts_;  ///< by the name in lower case
 };
-
-/// The names of all languages that can be chosen, in the order of their file names.
-std::vector<std::string> LanguageNames();
 
 /// The language file of that name.
 std::string LanguageFileOf(std::string_view name);

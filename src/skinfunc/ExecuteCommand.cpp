@@ -5,6 +5,7 @@
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
+#include "platform/Profile.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
 #include "skinfunc/MenuList.h"
@@ -162,6 +163,16 @@ void AskToClearCodes(const Command&) {
     const int answer =
         upCalls.ShowMessage("Clear troublecodes and all stored data?", kMessageQuestion, "Dravik");
     if (answer == kAnswerYes && basGlobal.comOBD.IsOpen()) basGlobal.ConnState = kClearingCodes;
+}
+
+// Skins -------------------------------------------------------------------------------------------
+
+void UseSkin(const Command& command) {
+    if (ChooseSkin(command.Argument)) ShowInNewSkin();
+}
+
+void UseNextSkin(const Command&) {
+    if (ChooseNextSkin()) ShowInNewSkin();
 }
 
 // Sensors -----------------------------------------------------------------------------------------
@@ -343,6 +354,10 @@ constexpr CommandWord kCommandWords[] = {
     {{"sensoron", Sensor, "rpm.engine", "switches a sensor on"}, SensorsOn},
     {{"sensoroff", Fixed, "all", "switches every sensor off"}, SensorsOff},
     {{"sensoroff", Sensor, "rpm.engine", "switches a sensor off"}, SensorsOff},
+    {{"skin", Fixed, "next", "shows the next skin, on the same page, and keeps it in the settings"},
+     UseNextSkin},
+    {{"skin", Skin, "night", "shows another skin, on the same page, and keeps it in the settings"},
+     UseSkin},
     {{"openvalue", Sensor, "rpm.engine",
       "shows a sensor large: opens the page `value`, on which `picked` is the name of that sensor"},
      OpenValue},
@@ -402,17 +417,26 @@ class Round {
 void ExecuteCommand(const std::string& command) {
     if (!Round::Allowed()) return;
     const Round round;
-    const std::string received = command;  // the caller's text may belong to an element that goes
-    const std::string lowered = LowerCased(received);
+    const std::string lowered = LowerCased(command);
+    // A copy, since the caller's text may belong to an element that goes.
+    const Command received{command, std::string(SplitAtLast(lowered).Argument)};
     basGlobal.LastCommand = lowered;
-    if (const CommandWord* row = FindCommand(lowered))
-        row->Run({received, std::string(SplitAtLast(lowered).Argument)});
+    if (const CommandWord* row = FindCommand(lowered)) row->Run(received);
+}
+
+void ShowInNewSkin() {
+    const std::string page = basGlobal.CurrentMenu;
+    const auto sections = ProfileSections(basGlobal.SkinFile);
+    const bool there =
+        std::any_of(sections.begin(), sections.end(),
+                    [&page](const std::string& section) { return EqualsNoCase(section, page); });
+    upCalls.LoadSkinPage(there ? page : "mainmenu", false);
 }
 
 bool LeavesBox(const std::string& command) {
     constexpr decltype(CommandWord::Run) kWaysOut[] = {
-        OpenLastMenu, OpenNextMenu, OpenMenuBefore, OpenMenu,   OpenBox,
-        CloseOpenBox, LeavePage,    OpenValue,      OpenChoice, Choose};
+        OpenLastMenu, OpenNextMenu, OpenMenuBefore, OpenMenu, OpenBox, CloseOpenBox,
+        LeavePage,    OpenValue,    OpenChoice,     Choose,   UseSkin, UseNextSkin};
     const CommandWord* row = FindCommand(LowerCased(command));
     if (row == nullptr) return false;
     if (row->Run == ShowQuery) {

@@ -107,6 +107,10 @@ void PutIntoTile(const std::string& name);
 /// fails is passed over. A command that leads to itself ends after a bounded number of rounds.
 void ExecuteCommand(const std::string& command);
 
+/// Shows the current page in a skin that was just chosen; its first page where the skin has none of
+/// that name.
+void ShowInNewSkin();
+
 /// True when the command closes an open box or opens a page in its place, if need be after a
 /// question.
 bool LeavesBox(const std::string& command);

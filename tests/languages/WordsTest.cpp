@@ -51,8 +51,10 @@ TEST(Words, EveryTextOfTheProgramIsKnownToEveryLanguage) {
     ASSERT_GE(texts.size(), 5U) << "are the sources where they were?";
     for (const std::string& status : basGlobal.StatusText)
         if (!status.empty()) texts.insert(status);
-    for (const SettingRow& row : kSettingRows)
-        if (*row.Caption != '\0') texts.insert(row.Caption);
+    for (const SettingRow& row : kSettingRows) {
+        for (const std::string text : {row.Caption, row.WhenEmpty})
+            if (text.find_first_not_of("0123456789:") != std::string::npos) texts.insert(text);
+    }
     for (const char* language : kLanguages) {
         const WordList words(kLanguageFolder + language + ".ini");
         for (const std::string& text : texts)

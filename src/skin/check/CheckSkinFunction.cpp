@@ -5,7 +5,7 @@
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
-#include "settings/Words.h"
+#include "settings/basSettings.h"
 #include "skin/check/CheckSkinParts.h"
 #include "skinfunc/basValueProc.h"
 
@@ -131,13 +131,20 @@ string WordFault(const Call& call) {
     return {};
 }
 
+string UnknownName(const char* thing, string_view name, const std::vector<string>& names) {
+    const bool known = std::any_of(names.begin(), names.end(), [name](const string& candidate) {
+        return LowerCased(candidate) == LowerCased(string(name));
+    });
+    if (known) return {};
+    return string("there is no ") + thing + " " + Quoted(name) + DidYouMean(name, names);
+}
+
+string SkinFault(const Call& call) {
+    return UnknownName("skin", call.Text.Argument, SkinNames());
+}
+
 string LanguageFault(const Call& call) {
-    const auto names = LanguageNames();
-    for (const string& name : names) {
-        if (LowerCased(name) == LowerCased(string(call.Text.Argument))) return {};
-    }
-    return "there is no language " + Quoted(call.Text.Argument) +
-           DidYouMean(call.Text.Argument, names);
+    return UnknownName("language", call.Text.Argument, LanguageNames());
 }
 
 string NoFault(const Call&) {
@@ -150,11 +157,11 @@ struct ArgumentCheck {
 };
 
 constexpr ArgumentCheck kArgumentChecks[] = {
-    {Takes::Sensor, SensorFault},     {Takes::Page, NoFault},         {Takes::Box, NoFault},
-    {Takes::Chart, ChartFault},       {Takes::Control, ControlFault}, {Takes::Number, NumberFault},
-    {Takes::Step, StepFault},         {Takes::Pid, PidFault},         {Takes::Source, SourceFault},
-    {Takes::Message, NoFault},        {Takes::Question, NoFault},     {Takes::WordName, WordFault},
-    {Takes::Language, LanguageFault},
+    {Takes::Sensor, SensorFault}, {Takes::Page, NoFault},           {Takes::Box, NoFault},
+    {Takes::Chart, ChartFault},   {Takes::Control, ControlFault},   {Takes::Number, NumberFault},
+    {Takes::Step, StepFault},     {Takes::Pid, PidFault},           {Takes::Source, SourceFault},
+    {Takes::Skin, SkinFault},     {Takes::Message, NoFault},        {Takes::Question, NoFault},
+    {Takes::WordName, WordFault}, {Takes::Language, LanguageFault},
 };
 
 string ArgumentFault(const FunctionWord& row, const Call& call) {
@@ -261,7 +268,7 @@ std::vector<string> KnownTexts(const FunctionRole& role) {
 /// tells capitals apart; else nothing.
 string InLowerCase(const FunctionRole& role, const string& text, const string& lowered) {
     const std::size_t word = SplitAtLast(lowered).Word.size();
-    const string wanted = lowered.substr(0, word) + text.substr(word);
+    string wanted = lowered.substr(0, word) + text.substr(word);
     if (wanted == text) return {};
     for (const FunctionRole::Evaluator& evaluator : role.Evaluators) {
         if (!evaluator.KeepsCase) continue;

@@ -110,11 +110,11 @@ void Refresh(SkinScreen&, ScreenElement& element, int) {
 
 std::string Shown(const ScreenElement& element) {
     switch (ControlOf<ButtonEx>(element).State()) {
-        case ButtonState::kDown:
+        case ButtonState::Down:
             return "down";
-        case ButtonState::kOver:
+        case ButtonState::Over:
             return "over";
-        case ButtonState::kUp:
+        case ButtonState::Up:
             break;
     }
     return "up";
