@@ -8,6 +8,8 @@
 #include "core/basGlobal.h"
 #include "platform/At.h"
 #include "platform/Paths.h"
+#include "platform/Text.h"
+#include "settings/Words.h"
 #include "skin/PageCanvas.h"
 #include "skin/SkinScreen.h"
 #include "skin/message/ShowMessage.h"
@@ -64,8 +66,9 @@ void TakeSnapshot(const SkinScreen& screen, const std::vector<int>& charts) {
     for (const int index : charts) {
         const QString message = folderMade ? SaveChart(screen, QDir(path), index) : QString();
         if (message.isEmpty()) {
-            ShowPlainMessage("The chart could not be saved in\r\n" + basGlobal.SaveFolder,
-                             kMessageCritical, "Dravik");
+            ShowPlainMessage(
+                Word("The chart could not be saved in") + "\r\n" + basGlobal.SaveFolder,
+                kMessageCritical, "Dravik");
             return;
         }
         messages.append(message);

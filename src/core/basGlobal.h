@@ -109,13 +109,15 @@ struct GlobalState {
     std::string IniFile;        ///< the settings file
     std::string SkinPath;       ///< the skins folder, with a separator at its end
     std::string LanguagePath;   ///< the languages folder, with a separator at its end
-    std::string LanguageFile;   ///< names the sensor file and the description file
+    std::string LanguageFile;   ///< names the sensor files and the description file
     std::string SensorFile;
     std::string DescriptionFile;  ///< trouble code texts
     std::string SkinFile;
-    std::string ImageFolder;  ///< with a separator at its end
-    std::string SaveFolder;   ///< where snapshots go
-    std::string OSKPath;      ///< on-screen keyboard program
+    std::string ImageFolder;     ///< with a separator at its end
+    std::string SaveFolder;      ///< where snapshots go
+    std::string OSKPath;         ///< on-screen keyboard program
+    bool ImperialUnits = false;  ///< those of the sensor file
+    std::string Units;  ///< "metric" or "imperial"; anything else: as the language has them
     LaunchOptions Launch;
 
     // Fixed texts.

@@ -37,7 +37,7 @@ class FunctionListModel : public QAbstractTableModel {
 
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
         if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-        return QString::fromLatin1(kColumns[section]);
+        return InWords(kColumns[section]);
     }
 };
 

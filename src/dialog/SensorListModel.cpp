@@ -24,7 +24,7 @@ QVariant SensorListModel::data(const QModelIndex& index, int role) const {
 
 QVariant SensorListModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    return QString::fromLatin1(At(kSensorFields, section));
+    return InWords(At(kSensorFields, section));
 }
 
 void SensorListModel::TextChanged(SensorField field) {

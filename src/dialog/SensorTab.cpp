@@ -91,9 +91,9 @@ QWidget* SensorTab::ListSide() {
                          FillEditor();
                      });
 
-    QPushButton* add = MakeButton("cmdSensorAdd", QStringLiteral("Add"));
-    cmdSensorCopy_ = MakeButton("cmdSensorCopy", QStringLiteral("Copy"));
-    cmdSensorDel_ = MakeButton("cmdSensorDel", QStringLiteral("Delete"));
+    QPushButton* add = MakeButton("cmdSensorAdd", InWords("Add"));
+    cmdSensorCopy_ = MakeButton("cmdSensorCopy", InWords("Copy"));
+    cmdSensorDel_ = MakeButton("cmdSensorDel", InWords("Delete"));
     QObject::connect(add, &QPushButton::clicked, this,
                      [this] { ChangeRows([this] { return editor_.Add(); }); });
     QObject::connect(cmdSensorCopy_, &QPushButton::clicked, this,
@@ -128,7 +128,7 @@ QWidget* SensorTab::MakeTextField(const SensorTextField& place) {
                      [this, field = place.Field](const QString& text) { Edit(field, text); });
     QWidget* control = line;
     if (steps != nullptr) control = steps;
-    return new FieldCell(QString::fromLatin1(place.Caption), {control});
+    return new FieldCell(InWords(place.Caption), {control});
 }
 
 QWidget* SensorTab::EditorSide() {
@@ -145,12 +145,12 @@ QWidget* SensorTab::EditorSide() {
     txtSensorOutput_ = MakeOutput("txtSensorOutput");
 
     auto* cells = new CellGrid;
-    cells->Add(new FieldCell(QStringLiteral("Function"), {coSensorFunction_}), true);
-    cells->Add(new FieldCell(QStringLiteral("Source"), {coSensorSource_}));
-    cells->Add(MakeCheck("chFreezeframe", QStringLiteral("Freezeframe")));
+    cells->Add(new FieldCell(InWords("Function"), {coSensorFunction_}), true);
+    cells->Add(new FieldCell(InWords("Source"), {coSensorSource_}));
+    cells->Add(MakeCheck("chFreezeframe", InWords("Freezeframe")));
     for (const SensorTextField& place : kTextFields) cells->Add(MakeTextField(place), place.Wide);
-    cells->Add(new FieldCell(QStringLiteral("Rawdata:"), {txtSensorRaw_}));
-    cells->Add(new FieldCell(QStringLiteral("Output:"), {txtSensorOutput_}));
+    cells->Add(new FieldCell(InWords("Rawdata:"), {txtSensorRaw_}));
+    cells->Add(new FieldCell(InWords("Output:"), {txtSensorOutput_}));
     FrameSensor_ = MakeGroup({}, cells);
     FrameSensor_->layout()->setAlignment(cells, Qt::AlignTop);
     FrameSensor_->setObjectName(QStringLiteral("FrameSensor"));
@@ -195,8 +195,7 @@ void SensorTab::Edit(SensorField field, const QString& text) {
 void SensorTab::ChangeRows(const std::function<bool()>& change) {
     const bool made = model_->ChangeRows(change);
     ShowSelection();
-    tell_(made ? QString()
-               : QStringLiteral("No more than %1 sensors are possible.").arg(kSensorLimit));
+    tell_(made ? QString() : InWords("No more than %1 sensors are possible.").arg(kSensorLimit));
 }
 
 /// The list shows the editor's selection, in view from its first column on.

@@ -177,7 +177,7 @@ std::optional<SkinError> SkinScreen::Build(SkinElement element) {
             "more than " + std::to_string(room.Kind->Limit) + " elements of this kind");
     ScreenElement built;
     static_cast<SkinElement&>(built) = std::move(element);
-    built.Evaluated = LowerCased(built.Function);
+    built.Evaluated = EvaluatedForm(built.Function);
     if (auto error = room.Kind->Build(*this, built, index)) return error;
     room.Elements.push_back(std::move(built));
     return std::nullopt;

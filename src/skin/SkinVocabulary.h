@@ -87,21 +87,24 @@ struct FunctionRole {
 };
 
 // Words that the loader looks for itself; the roles list them among their own.
-constexpr const char* kTextWord = "text";            ///< a label that shows its caption key
-constexpr const char* kTitleWord = "APP_Title";      ///< a label that names the program
-constexpr const char* kMediaTagWord = "id3";         ///< begins the labels of media tags
-constexpr const char* kHighlightWord = "mouseover";  ///< the picture that follows the selection
-constexpr const char* kEntryWord = "listentry";      ///< the picture of the selected entry
-constexpr const char* kDvdWord = "dvdmenu";          ///< the button of a DVD page
+constexpr const char* kTextWord = "text";             ///< a label that shows its caption key
+constexpr const char* kTitleWord = "APP_Title";       ///< a label that names the program
+constexpr const char* kMediaTagWord = "id3";          ///< begins the labels of media tags
+constexpr const char* kHighlightWord = "mouseover";   ///< the picture that follows the selection
+constexpr const char* kEntryWord = "listentry";       ///< the picture of the selected entry
+constexpr const char* kMessageWord = "word_message";  ///< a message in the user's language
+constexpr const char* kDvdWord = "dvdmenu";           ///< the button of a DVD page
 
-extern const FunctionRole kCommandRole;  ///< what a press or a page does
-extern const FunctionRole kCaptionRole;  ///< what a label shows
-extern const FunctionRole kStateRole;    ///< when a picture on a button is shown
-extern const FunctionRole kPictureRole;  ///< when an image is shown
-extern const FunctionRole kValueRole;    ///< the number of a slider, bargraph, gauge or chart
-extern const FunctionRole kListRole;     ///< which list a list shows
-extern const FunctionRole kTextboxRole;  ///< which text a text box edits
-extern const FunctionRole kAnswerRole;   ///< which answer a button of a message box gives
+extern const FunctionRole kCommandRole;        ///< what a press or a page does
+extern const FunctionRole kCaptionRole;        ///< what a label shows
+extern const FunctionRole kStateRole;          ///< when a picture on a button is shown
+extern const FunctionRole kPictureRole;        ///< when an image is shown
+extern const FunctionRole kValueRole;          ///< the number of a slider, bargraph, gauge or chart
+extern const FunctionRole kListRole;           ///< which list a list shows
+extern const FunctionRole kTextboxRole;        ///< which text a text box edits
+extern const FunctionRole kAnswerRole;         ///< which answer a button of a message box gives
+extern const FunctionRole kAnswerCaptionRole;  ///< what such a button says
+extern const FunctionRole kMessageRole;        ///< how a message box shows its message
 
 using SkinField = std::variant<int SkinElement::*, std::string SkinElement::*>;
 

@@ -223,6 +223,27 @@ void Choose(const Command& command) {
     PutIntoTile(command.Argument);
 }
 
+// Language ----------------------------------------------------------------------------------------
+
+/// What stands on the page in the language or the units before. Labels find out by themselves.
+void RenewTexts() {
+    for (int i = 0; i < basGlobal.ChartCount; ++i) upCalls.ClearChart(i);
+    if (!CodesListed()) return;
+    ListSlot& codes = *FindList(kCodeListSlot);
+    const int selected = codes.Selected;
+    ShowTroubleCodes();
+    SelectListEntry(codes, selected);
+}
+
+void SetLanguage(const Command& command) {
+    if (ChooseLanguage(command.Argument)) RenewTexts();
+}
+
+void SetUnits(const Command& command) {
+    ChooseUnits(command.Argument);
+    RenewTexts();
+}
+
 // Messages ----------------------------------------------------------------------------------------
 
 void ShowInfo(const Command& command) {
@@ -355,6 +376,11 @@ constexpr CommandWord kCommandWords[] = {
     {{"choose", Sensor, "rpm.engine",
       "puts a sensor into that tile, keeps it in the settings and opens the page `panel`"},
      Choose},
+    {{"language", Language, "German", "shows that language at once and keeps it in the settings"},
+     SetLanguage},
+    {{"units", Fixed, kMetric, "shows metric units, whatever the language; kept in the settings"},
+     SetUnits},
+    {{"units", Fixed, kImperial, "shows imperial units"}, SetUnits},
     {{"showinfo", Message, "Engine warm", "shows a text in the message box `info`"}, ShowInfo},
     {{"showwarning", Message, "Oil low", "shows a text in the message box `warning`"}, ShowWarning},
     {{"showquery", Question, "End the program?:quit",

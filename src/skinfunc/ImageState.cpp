@@ -1,5 +1,6 @@
 #include "core/basGlobal.h"
 #include "platform/Text.h"
+#include "settings/basSettings.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {
@@ -50,6 +51,14 @@ bool Known(std::string_view name) {
     return sensor != nullptr && SensorKnown(*sensor);
 }
 
+bool LanguageChosen(std::string_view name) {
+    return LowerCased(CurrentLanguage()) == name;
+}
+
+bool UnitsChosen(std::string_view units) {
+    return CurrentUnits() == units;
+}
+
 /// Dark on purpose, so that the pause lamp of a skin never lights.
 bool Pause(std::string_view) {
     return false;
@@ -89,6 +98,9 @@ constexpr ImageWord kImageWords[] = {
     {{"known", Sensor, "rpm.engine",
       "the value of the sensor came from the vehicle within the last seconds"},
      Known},
+    {{"language", Language, "German", "the language is that one"}, LanguageChosen},
+    {{"units", Fixed, kMetric, "the units are metric"}, UnitsChosen},
+    {{"units", Fixed, kImperial, "the units are imperial"}, UnitsChosen},
     {{"pause", Nothing, "", "never"}, Pause},
     {{"startup", Nothing, "", "the first second after the start"}, Startup},
     {{"resume", Nothing, "", "never"}, Resume},

@@ -46,12 +46,17 @@ bool SensorShows(const SensorRecord& sensor);
 /// SensorValue does.
 bool SensorKnown(const SensorRecord& sensor);
 
+/// A function text as the evaluators take it: in lower case, but for the name behind "word_", which
+/// is shown as it stands where the language has no such word.
+std::string EvaluatedForm(std::string function);
+
 /// The text of a label function. Tried in turn: text function, number function, image function
-/// ("On" or "Off"). The text is replaced by its lower-cased form.
+/// ("On" or "Off"). The text is replaced by its evaluated form.
 /// @param decimals  how many a number is rounded to; nothing: the general number format
 std::string LabelText(std::string& function, std::optional<int> decimals = std::nullopt);
 
-/// The text of a text function; "error" when it is none. The text is lower-cased in place.
+/// The text of a text function; "error" when it is none. The text is replaced by its evaluated
+/// form.
 std::string LabelTextFunction(std::string& function);
 
 /// The number of a number function; 65535 when it is none, or when its value is not finite. The

@@ -99,12 +99,43 @@ string SourceFault(const Call& call) {
     return "no sensor of the sensor file has the source " + Quoted(call.Received);
 }
 
+/// A label function behind "word_": what it shows is looked up, so it is judged itself.
+bool NamesLabelFunction(string_view name) {
+    const string lowered = LowerCased(string(name));
+    const FunctionText text = SplitAtFirst(lowered);
+    if (text.Argument.empty()) return false;
+    for (const auto& words : {TextFunctionWords(), NumberFunctionWords()}) {
+        if (std::find(words.begin(), words.end(), text.Word) != words.end()) return true;
+    }
+    return false;
+}
+
+/// The name behind "word_" as the skin has it.
+string WordNameOf(const Call& call) {
+    return string(SplitAtFirst(call.Received).Argument);
+}
+
+string WordFault(const Call& call) {
+    const string name = WordNameOf(call);
+    if (NamesLabelFunction(name)) return CheckFunction(kCaptionRole, name).Fault;
+    if (name.find('=') != string::npos) return "no language file can hold a text with a \"=\"";
+    return {};
+}
+
+string UnknownName(const char* thing, string_view name, const std::vector<string>& names) {
+    const bool known = std::any_of(names.begin(), names.end(), [name](const string& candidate) {
+        return LowerCased(candidate) == LowerCased(string(name));
+    });
+    if (known) return {};
+    return string("there is no ") + thing + " " + Quoted(name) + DidYouMean(name, names);
+}
+
 string SkinFault(const Call& call) {
-    const auto names = SkinNames();
-    const string_view name = call.Text.Argument;
-    const bool known = std::any_of(names.begin(), names.end(),
-                                   [name](const string& skin) { return EqualsNoCase(skin, name); });
-    return known ? string{} : "there is no skin " + Quoted(name) + DidYouMean(name, names);
+    return UnknownName("skin", call.Text.Argument, SkinNames());
+}
+
+string LanguageFault(const Call& call) {
+    return UnknownName("language", call.Text.Argument, LanguageNames());
 }
 
 string NoFault(const Call&) {
@@ -117,10 +148,11 @@ struct ArgumentCheck {
 };
 
 constexpr ArgumentCheck kArgumentChecks[] = {
-    {Takes::Sensor, SensorFault}, {Takes::Page, NoFault},         {Takes::Box, NoFault},
-    {Takes::Chart, ChartFault},   {Takes::Control, ControlFault}, {Takes::Number, NumberFault},
-    {Takes::Step, StepFault},     {Takes::Pid, PidFault},         {Takes::Source, SourceFault},
-    {Takes::Skin, SkinFault},     {Takes::Message, NoFault},      {Takes::Question, NoFault},
+    {Takes::Sensor, SensorFault}, {Takes::Page, NoFault},           {Takes::Box, NoFault},
+    {Takes::Chart, ChartFault},   {Takes::Control, ControlFault},   {Takes::Number, NumberFault},
+    {Takes::Step, StepFault},     {Takes::Pid, PidFault},           {Takes::Source, SourceFault},
+    {Takes::Skin, SkinFault},     {Takes::Message, NoFault},        {Takes::Question, NoFault},
+    {Takes::WordName, WordFault}, {Takes::Language, LanguageFault},
 };
 
 string ArgumentFault(const FunctionWord& row, const Call& call) {
@@ -195,6 +227,8 @@ void Follow(const FunctionWord& row, const Call& call, FunctionVerdict& verdict)
     verdict.Word = row.Word;
     verdict.Element = ElementOf(row, call);
     if (row.Argument == Takes::Fixed) verdict.Fixed = row.Sample;
+    if (row.Argument == Takes::WordName && !NamesLabelFunction(call.Text.Argument))
+        verdict.WordName = WordNameOf(call);
     if (row.Argument == Takes::Page || row.Argument == Takes::Box)
         verdict.Openings.push_back(
             {string(call.Text.Argument), row.Argument == Takes::Box, {}, {}});

@@ -224,6 +224,7 @@ FunctionVerdict SkinFindings::CheckRole(const string& section, const string& key
     if (text.empty()) return {};
     FunctionVerdict verdict = CheckFunction(role, text);
     if (!verdict.Fault.empty()) Add(section, key, verdict.Fault);
+    if (!verdict.WordName.empty()) CheckWord(section, key, verdict.WordName);
     if (verdict.Element) {
         verdict.Element->Section = section;
         verdict.Element->Key = key;
@@ -233,6 +234,23 @@ FunctionVerdict SkinFindings::CheckRole(const string& section, const string& key
         opening.Key = key;
     }
     return verdict;
+}
+
+/// Told once for each text and language, however often the skin shows it. A language without any
+/// words is told as such.
+void SkinFindings::CheckWord(const string& section, const string& key, const string& name) {
+    if (languages_.empty()) {
+        for (const string& language : LanguageNames()) {
+            const auto& words =
+                languages_.emplace(language, WordList(LanguageFileOf(language))).first->second;
+            if (words.Empty()) Add(section, key, language + ".ini has no section Words");
+        }
+    }
+    if (!words_.insert(LowerCased(name)).second) return;
+    for (const auto& [language, words] : languages_) {
+        if (!words.Empty() && !words.Find(name))
+            Add(section, key, language + ".ini lacks the word \"" + name + "\"");
+    }
 }
 
 void SkinFindings::Note(SectionFacts& facts, const FunctionVerdict& verdict, const string& key) {
@@ -386,6 +404,7 @@ void SkinFindings::CheckMessage(const string& section) {
             Add(section, name, UnknownKey(MessageKeys(), name, "a message box has no such key"));
         if (row == nullptr || row->Role == nullptr) continue;
         CheckRole(section, name, *row->Role);
+        if (row->Role != &kAnswerRole) continue;
         answers.insert(LowerCased(ReadSkinValue(section, name)));
         const string picture = ReplaceAll(row->Name, "#Function", "#Up");
         const string up = ReplaceAll(picture, "#", std::to_string(*NumberInKey(row->Name, name)));

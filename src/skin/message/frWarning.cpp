@@ -10,11 +10,14 @@
 #include "controls/ButtonEx.h"
 #include "core/basGlobal.h"
 #include "platform/Text.h"
+#include "settings/Words.h"
 #include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"
 #include "skin/SkinVocabulary.h"
 #include "skin/basSkin.h"
+#include "skin/kinds/KindParts.h"
 #include "skin/message/ShowMessage.h"
+#include "skinfunc/basValueProc.h"
 
 namespace dravik {
 
@@ -45,13 +48,30 @@ SkinPicture PlainButtonPicture(QColor fill, QSize size, double scale) {
     return MakeSkinPicture(image, scale);
 }
 
+void CaptionFromSkin(ButtonEx* button, const SkinElement& keys) {
+    if (keys.LabelFunction.empty()) return;
+    std::string function = keys.LabelFunction;
+    TextLook look;
+    SetFontStyle(look, keys.LabelFontStyle);
+    button->SetLabelX(keys.LabelX);
+    button->SetLabelY(keys.LabelY);
+    button->SetLabelWidth(keys.LabelWidth);
+    button->SetLabelHeight(keys.LabelHeight);
+    button->SetLabelAlignment(keys.LabelAlignment);
+    button->SetLabelFontSize(keys.LabelFontSize);
+    button->SetLabelFont(keys.LabelFont);
+    button->SetLabelStyle(look.Bold, look.Italic);
+    button->SetLabelForecolor(std::to_string(keys.LabelColor));
+    button->SetLabelCaption(LabelText(function));
+}
+
 }  // namespace
 
 frWarning::frWarning(QWidget* window)
     : QWidget(window),
-      buttons_{{{"yes", kAnswerYes, new ButtonEx(this)},
-                {"no", kAnswerNo, new ButtonEx(this)},
-                {"ok", kAnswerOk, new ButtonEx(this)}}} {
+      buttons_{{{"Yes", kAnswerYes, new ButtonEx(this)},
+                {"No", kAnswerNo, new ButtonEx(this)},
+                {"OK", kAnswerOk, new ButtonEx(this)}}} {
     setAttribute(Qt::WA_NoMousePropagation);
     setFocusPolicy(Qt::StrongFocus);
     hide();
@@ -80,6 +100,9 @@ void frWarning::Open(const std::string& message, int kind, double scale) {
 void frWarning::Arrange() {
     const std::string section = MessageSection(kind_);
     plain_ = !HasSkinSection(section);
+    const bool inWords =
+        plain_ || EqualsNoCase(ReadSkinValue(section, "Label0Function"), kMessageWord);
+    translated_ = inWords ? Word(message_) : message_;
     scale_ = plain_ ? PlainScale(parentWidget()->size()) : pageScale_;
     for (const AnswerButton& entry : buttons_) {
         entry.Button->hide();
@@ -90,7 +113,7 @@ void frWarning::Arrange() {
         ApplyPlainLook();
     else
         ApplySkin(section);
-    fitted_ = FitText(dravik::ShownText(message_), lWarning_.Pixels().size(), look_, scale_);
+    fitted_ = FitText(dravik::ShownText(translated_), lWarning_.Pixels().size(), look_, scale_);
     setGeometry(parentWidget()->rect());
     show();
     raise();
@@ -110,7 +133,7 @@ void frWarning::Answer(int answer) {
 
 ButtonEx* frWarning::ShownButton(const std::string& name) const {
     for (const AnswerButton& entry : buttons_) {
-        if (name == entry.Name && !entry.Button->isHidden()) return entry.Button;
+        if (EqualsNoCase(name, entry.Name) && !entry.Button->isHidden()) return entry.Button;
     }
     return nullptr;
 }
@@ -142,6 +165,7 @@ void frWarning::ApplySkin(const std::string& section) {
             entry.Button->SetSkinUp(picture(button.Up));
             entry.Button->SetSkinOver(picture(button.Over));
             entry.Button->SetSkinDown(picture(button.Down));
+            CaptionFromSkin(entry.Button, button);
             PlaceButton(entry.Button, button.X, button.Y);
         }
     }
@@ -158,7 +182,7 @@ void frWarning::ApplyPlainLook() {
     const int beside = kPlainButton.height() + 3 * kPlainMargin;
     const double textWidth = width - 2 * kPlainMargin;
     const double needed =
-        WrappedHeight(dravik::ShownText(message_), SkinFont(look_, scale_), textWidth * scale_) /
+        WrappedHeight(dravik::ShownText(translated_), SkinFont(look_, scale_), textWidth * scale_) /
         scale_;
     const int height = std::min(std::max(kPlainSize.height(), beside + qCeil(needed) + 1),
                                 std::max(room.height(), beside));
@@ -183,9 +207,7 @@ void frWarning::ApplyPlainLook() {
         button->SetLabelFontSize(kPlainPoints);
         button->SetLabelForecolor(std::to_string(kWhite));
         button->SetLabelAlignment(2);
-        button->SetLabelCaption(entry.Answer == kAnswerYes  ? "Yes"
-                                : entry.Answer == kAnswerNo ? "No"
-                                                            : "OK");
+        button->SetLabelCaption(Word(entry.Name));
         const int left = !question                    ? middle - size.width() / 2
                          : entry.Answer == kAnswerYes ? middle - size.width() - kPlainGap / 2
                                                       : middle + kPlainGap / 2;
