@@ -5,7 +5,9 @@
 #include <cmath>
 #include <limits>
 
+#include "controls/FontFiles.h"
 #include "core/basGlobal.h"
+#include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
 
@@ -145,6 +147,13 @@ std::vector<std::string> PageSections(const std::string& page) {
     // left for it.
     if (sections.size() <= kLastCommonObject) sections.push_back(page);
     return sections;
+}
+
+void LoadSkinFonts() {
+    const GlobalState& g = basGlobal;
+    for (const std::string& folder : {g.ProgramFolder, g.Launch.InstalledFonts, g.ImageFolder}) {
+        if (!folder.empty()) LoadFontFiles(JoinPath(folder, "fonts"));
+    }
 }
 
 std::string PicturePath(const std::string& name) {
