@@ -32,7 +32,7 @@ void FindLanguageFiles() {
     const std::string language =
         g.Launch.Language.empty() ? ReadOption("Language") : g.Launch.Language;
     g.LanguageFile = g.LanguagePath + language + ".ini";
-    g.SensorFile = g.LanguagePath + ReadIniString(g.LanguageFile, "Sensors", "Filename");
+    g.SensorFile = SensorFileOf(g.LanguageFile);
     g.DescriptionFile = g.LanguagePath + ReadIniString(g.LanguageFile, "DTC", "Filename");
 }
 
@@ -62,6 +62,10 @@ std::string ReadSkinValue(const std::string& section, const std::string& key) {
 
 std::string PanelKey(int tile) {
     return "Panel" + std::to_string(tile);
+}
+
+std::string SensorFileOf(const std::string& languageFile) {
+    return basGlobal.LanguagePath + ReadIniString(languageFile, "Sensors", "Filename");
 }
 
 void FindSkinFiles() {

@@ -3,6 +3,9 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "core/basGlobal.h"
 
 /// The settings file Dravik.ini, the files named through it, the sensor table and the resume state.
 namespace dravik {
@@ -39,6 +42,12 @@ std::string StartKeyboard();
 
 /// Starts it unless it is running already. Without one nothing happens.
 void BringUpKeyboard();
+
+/// The sensor file that a language file names.
+std::string SensorFileOf(const std::string& languageFile);
+
+/// The sensors of the section SensorConfig of a sensor file, at most kSensorLimit, all of them off.
+std::vector<SensorRecord> ReadSensors(const std::string& sensorFile);
 
 /// Fills the sensor table from the section SensorConfig of the sensor file.
 ///
