@@ -31,7 +31,7 @@ constexpr SectionKey kMessageKeys[] = {
     {"Label0Y", Integer, "30", "top edge of the message"},
     {"Label0Width", Integer, "500", "width of the message"},
     {"Label0Height", Integer, "120", "height of the message"},
-    {"Label0Font", Text, "DejaVu Sans", "font of the message"},
+    {"Label0Font", Font, "DejaVu Sans", "font of the message"},
     {"Label0FontSize", Integer, "16", "its size in points"},
     {"Label0Alignment", Integer, "2", "0 left, 1 right, 2 centre"},
     {"Label0Color", Lenient, "&HFFFFFF", "its colour"},

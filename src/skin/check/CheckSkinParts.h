@@ -2,6 +2,7 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "controls/PictureCheck.h"
 #include "skin/SkinFile.h"
 #include "skin/SkinVocabulary.h"
+#include "skin/check/LongestTexts.h"
 
 /// The parts of the skin checker.
 namespace dravik {
@@ -91,11 +93,16 @@ class SkinFindings {
     void CheckRanges(const SkinElement& element);
     void CheckSense(const SkinElement& element);
     void CheckPlace(const SkinElement& element);
+    void CheckFont(const std::string& section, const std::string& key);
+    void CheckText(const SkinElement& element);
+    int RoomOf(const TextPlace& place, const SkinElement& element);
     void CheckUnknownKeys(const std::string& section, const SectionFacts& facts);
     static void Note(SectionFacts& facts, const FunctionVerdict& verdict, const std::string& key);
 
     std::vector<SkinError> findings_;
     std::map<std::string, PicturePair> pictures_;  ///< by path
+    std::set<std::string> missingFonts_;           ///< that were told, in lower case
+    LongestTexts texts_;
 };
 
 /// The number that stands for "#" in a key's name ("Menu#", "Button#X"); nothing when the name is

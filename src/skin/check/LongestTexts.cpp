@@ -1,0 +1,148 @@
+#include "skin/check/LongestTexts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+#include "platform/Paths.h"
+#include "platform/Text.h"
+#include "settings/basSettings.h"
+#include "skin/ProgramTitle.h"
+#include "skinfunc/basValueProc.h"
+
+namespace dravik {
+
+namespace {
+
+using std::string;
+using std::string_view;
+using Texts = std::vector<string>;
+
+/// In most fonts all digits are of one width, and in the others this one is among the wide ones.
+constexpr char kWideDigit = '8';
+
+string WithWideDigits(string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; }, kWideDigit);
+    return text;
+}
+
+/// Every form that a sensor's value takes between its bounds.
+Texts FormsOf(const SensorRecord& sensor, std::optional<int> decimals) {
+    constexpr double kMostValues = 4096;
+    constexpr double kLargestRaw = 1e9;
+    const double factor = sensor.Factor;
+    const double first = std::round((sensor.Min - sensor.Offset) / factor);
+    const double last = std::round((sensor.Max - sensor.Offset) / factor);
+    if (!(std::fabs(first) < kLargestRaw) || !(std::fabs(last) < kLargestRaw)) return {};
+    // An odd step: one of a power of two would pass over most of the fractions.
+    const double span = std::fabs(last - first);
+    const double step = 2 * std::floor(span / kMostValues / 2) + 1;
+    std::set<string> forms;
+    for (double raw = std::min(first, last); raw <= std::max(first, last); raw += step) {
+        const auto value = static_cast<float>(factor * raw + sensor.Offset);
+        forms.insert(
+            WithWideDigits(decimals ? FixedNumber(value, *decimals) : GeneralNumber(value)));
+    }
+    return {forms.begin(), forms.end()};
+}
+
+Texts StatusTexts() {
+    return {basGlobal.StatusText.begin(), basGlobal.StatusText.end()};
+}
+
+Texts MostCodes() {
+    return {std::to_string(kCodeLimit - 1)};
+}
+
+/// What the function gives now, which has the form of all that it gives.
+template <const char* Function>
+Texts LikeNow() {
+    string function = Function;
+    return {WithWideDigits(LabelTextFunction(function))};
+}
+
+constexpr char kTime[] = "time";
+constexpr char kDate[] = "date";
+constexpr char kTimeAndDate[] = "timedate";
+
+struct KnownFunction {
+    string_view Function;
+    Texts (*Longest)();
+};
+
+constexpr KnownFunction kKnown[] = {
+    {"obd_status", StatusTexts}, {"obd_troublecodescount", MostCodes},  {kTime, LikeNow<kTime>},
+    {kDate, LikeNow<kDate>},     {kTimeAndDate, LikeNow<kTimeAndDate>},
+};
+
+constexpr string_view kSensorWords[] = {"sensorcaption", "sensorunit", "sensor",
+                                        kLiveWord,       "lowest",     "highest"};
+
+std::vector<PossibleText> InEveryLanguage(const Texts& texts) {
+    std::vector<PossibleText> possible;
+    for (const string& text : texts) possible.push_back({text, {}});
+    return possible;
+}
+
+std::optional<int> Places(const string& decimals) {
+    if (decimals.empty()) return std::nullopt;
+    return static_cast<int>(std::clamp<double>(LeadingNumber(decimals), 0, kMostDecimals));
+}
+
+}  // namespace
+
+const std::vector<LongestTexts::Language>& LongestTexts::Languages() {
+    if (languages_) return *languages_;
+    constexpr string_view kExtension = ".ini";
+    languages_.emplace();
+    for (const string& file : FilesMatching(basGlobal.LanguagePath, kExtension))
+        languages_->push_back({file.substr(0, file.size() - kExtension.size()),
+                               ReadSensors(SensorFileOf(basGlobal.LanguagePath + file))});
+    return *languages_;
+}
+
+const Texts& LongestTexts::ValuesOf(const SensorRecord& sensor, std::optional<int> decimals) {
+    const auto [known, added] =
+        values_.try_emplace(Scale{sensor.Factor, sensor.Offset, sensor.Min, sensor.Max, decimals});
+    if (added) known->second = FormsOf(sensor, decimals);
+    return known->second;
+}
+
+std::vector<PossibleText> LongestTexts::OfSensors(string_view word, const string& name,
+                                                  std::optional<int> decimals) {
+    const bool any = SensorStoodFor(name) != nullptr;
+    std::vector<PossibleText> possible;
+    if (word == kLiveWord) possible = {{"Off", {}}};
+    for (const Language& language : Languages()) {
+        for (const SensorRecord& sensor : language.Sensors) {
+            if (!any && sensor.Function != name) continue;
+            const Texts texts = word == "sensorcaption" ? Texts{sensor.Caption}
+                                : word == "sensorunit"  ? Texts{sensor.Unit}
+                                                        : ValuesOf(sensor, decimals);
+            for (const string& text : texts) possible.push_back({text, language.Name});
+        }
+    }
+    return possible;
+}
+
+std::vector<PossibleText> LongestTexts::Of(const TextPlace& place) {
+    const string function = LowerCased(ToUtf8(place.Function));
+    const bool fixed = function == kTextWord;
+    if (place.Function == kTitleWord || (fixed && place.Caption == kTitleWord)) {
+        if (place.InPicture) return {};  // a label alone knows that word
+        return {{ProgramTitle(), {}}};
+    }
+    if (fixed) return {{place.Caption, {}}};
+    for (const KnownFunction& known : kKnown) {
+        if (known.Function == function) return InEveryLanguage(known.Longest());
+    }
+    const FunctionText text = SplitAtLast(function);
+    for (const string_view word : kSensorWords) {
+        if (text.Word == word)
+            return OfSensors(word, string(text.Argument), Places(place.Decimals));
+    }
+    return {};
+}
+
+}  // namespace dravik
