@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <set>
 
 #include "platform/Paths.h"
@@ -29,21 +30,25 @@ string WithWideDigits(string text) {
 
 /// Every form that a sensor's value takes between its bounds.
 Texts FormsOf(const SensorRecord& sensor, std::optional<int> decimals) {
-    constexpr double kMostValues = 4096;
+    constexpr std::int64_t kMostValues = 4096;
     constexpr double kLargestRaw = 1e9;
     const double factor = sensor.Factor;
-    const double first = std::round((sensor.Min - sensor.Offset) / factor);
-    const double last = std::round((sensor.Max - sensor.Offset) / factor);
-    if (!(std::fabs(first) < kLargestRaw) || !(std::fabs(last) < kLargestRaw)) return {};
-    // An odd step: one of a power of two would pass over most of the fractions.
-    const double span = std::fabs(last - first);
-    const double step = 2 * std::floor(span / kMostValues / 2) + 1;
+    const double offset = sensor.Offset;
+    const double atMin = std::round((sensor.Min - offset) / factor);
+    const double atMax = std::round((sensor.Max - offset) / factor);
+    if (!(std::fabs(atMin) < kLargestRaw) || !(std::fabs(atMax) < kLargestRaw)) return {};
     std::set<string> forms;
-    for (double raw = std::min(first, last); raw <= std::max(first, last); raw += step) {
-        const auto value = static_cast<float>(factor * raw + sensor.Offset);
+    const auto add = [&](std::int64_t raw) {
+        const auto value = static_cast<float>(factor * static_cast<double>(raw) + offset);
         forms.insert(
             WithWideDigits(decimals ? FixedNumber(value, *decimals) : GeneralNumber(value)));
-    }
+    };
+    const auto first = static_cast<std::int64_t>(std::min(atMin, atMax));
+    const auto last = static_cast<std::int64_t>(std::max(atMin, atMax));
+    // An odd step: one of a power of two would pass over most of the fractions.
+    const std::int64_t step = (last - first) / kMostValues / 2 * 2 + 1;
+    for (std::int64_t raw = first; raw < last; raw += step) add(raw);
+    add(last);
     return {forms.begin(), forms.end()};
 }
 

@@ -269,7 +269,7 @@ TEST_F(CheckSkinText, WiderThanItsPlaceIsToldWithTheLanguageThatMakesItSo) {
         std::size_t Characters;
         const char* Key;
         const char* Text;
-    } kTexts[] = {
+    } texts[] = {
         {"Label0Function=text\nLabel0Caption=Engine", 6, "Label0Caption", "\"Engine\" is wider"},
         {"Label0Function=sensorcaption_RPM.Engine", 11, "Label0Function", "\"Umdrehungen\" (Long)"},
         {"Label0Function=sensorunit_rpm.engine", 5, "Label0Function", "\"1/min\" (test)"},
@@ -289,7 +289,7 @@ TEST_F(CheckSkinText, WiderThanItsPlaceIsToldWithTheLanguageThatMakesItSo) {
         {"Label0Function=date", 10, "Label0Function", "\"88.88.8888\""},
         {"Label0Function=APP_Title", ProgramTitle().size(), "Label0Function", "\"Dravik V"},
     };
-    for (const auto& row : kTexts) {
+    for (const auto& row : texts) {
         const int width = static_cast<int>(row.Characters) * kCharacter;
         const auto narrow = WithLabel(row.Keys, width - 1);
         EXPECT_THAT(narrow, ::testing::ElementsAre(
