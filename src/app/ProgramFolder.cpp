@@ -212,6 +212,7 @@ void UseInstalledData(const std::string& data, LaunchOptions& launch) {
 std::string FilledUserFolder(LaunchOptions& launch) {
     std::string folder = UserFolder();
     const std::string data = InstalledData();
+    launch.InstalledFonts = data;  // read where they are: no copy of them is of use
     if (data.empty() || IsFilled(folder)) return folder;
     if (const auto failed = FillFolder(folder, data)) {
         std::fprintf(stderr,

@@ -20,6 +20,7 @@
 #include "settings/basSettings.h"
 #include "skin/PageCanvas.h"
 #include "skin/Selection.h"
+#include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"
 #include "skin/basSkin.h"
 #include "skin/message/ShowMessage.h"
@@ -113,6 +114,7 @@ void frMain::Start(const Options& options) {
     ShowWindow(options);
 
     LoadSettings();
+    LoadSkinFonts();  // now, while the start-up picture is shown
     ApplyPointerShape();
     LoadResumeState();
     Pause();

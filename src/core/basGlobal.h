@@ -100,6 +100,8 @@ struct LaunchOptions {
     /// The installed skins and languages, where the user's own folder could not be filled with
     /// them; nothing is then written there, and no settings are kept. Empty otherwise.
     std::string InstalledData{};
+    std::string
+        InstalledFonts{};  ///< folder that holds the installed `fonts`; empty: there is none
 };
 
 struct GlobalState {

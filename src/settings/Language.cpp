@@ -57,6 +57,17 @@ void LoadLanguage() {
     Load(LanguageFileOf(language), LowerCased(ReadIniString(g.IniFile, kOptions, "Units")));
 }
 
+std::vector<std::string> SensorFilesOf(const std::string& languageFile) {
+    std::vector<std::string> files;
+    for (const char* key : {"Filename", "Metric", "Imperial"}) {
+        const std::string name = ReadIniString(languageFile, "Sensors", key);
+        if (name != "0") files.push_back(basGlobal.LanguagePath + name);
+    }
+    std::sort(files.begin(), files.end());
+    files.erase(std::unique(files.begin(), files.end()), files.end());
+    return files;
+}
+
 bool ChooseLanguage(const std::string& name) {
     const std::string wanted = LowerCased(name);
     const auto names = LanguageNames();

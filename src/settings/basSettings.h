@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/basGlobal.h"
+
 /// The settings file Dravik.ini, the files named through it, the sensor table and the resume state.
 namespace dravik {
 
@@ -92,6 +94,12 @@ std::string StartKeyboard();
 
 /// Starts it unless it is running already. Without one nothing happens.
 void BringUpKeyboard();
+
+/// The sensor files that a language file names, for all units.
+std::vector<std::string> SensorFilesOf(const std::string& languageFile);
+
+/// The sensors of the section SensorConfig of a sensor file, at most kSensorLimit, all of them off.
+std::vector<SensorRecord> ReadSensors(const std::string& sensorFile);
 
 /// Fills the sensor table from the section SensorConfig of the sensor file.
 ///

@@ -166,6 +166,7 @@ std::optional<SkinError> FinishKind(const SkinKind& kind) {
 }
 
 void BuildPage(const std::string& name, bool box) {
+    LoadSkinFonts();  // the settings may have brought another skin
     PageCanvas* page = skinScreen->Page();
     page->setUpdatesEnabled(false);  // the page is not seen while it is being rebuilt
     if (!box) faultToFollow.reset();

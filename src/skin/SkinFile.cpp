@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include "controls/FontFiles.h"
 #include "core/basGlobal.h"
 #include "platform/Number.h"
+#include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
 
@@ -102,6 +104,13 @@ std::vector<std::string> PageSections(const std::string& page) {
     // left for it.
     if (sections.size() <= kLastCommonObject) sections.push_back(page);
     return sections;
+}
+
+void LoadSkinFonts() {
+    const GlobalState& g = basGlobal;
+    for (const std::string& folder : {g.ProgramFolder, g.Launch.InstalledFonts, g.ImageFolder}) {
+        if (!folder.empty()) LoadFontFiles(JoinPath(folder, "fonts"));
+    }
 }
 
 std::string PicturePath(const std::string& name) {

@@ -163,5 +163,17 @@ TEST_F(UserFolder, ThatCannotBeFilledLeavesTheInstalledDataToRunOn) {
     EXPECT_EQ(ContentOf(user_ + "/languages"), ContentOf(installed_ + "/languages"));
 }
 
+TEST_F(UserFolder, GetsItsFontsFromTheInstallation) {
+    machine_.Write("share/dravik/fonts/broken.ttf", "no font");
+    atFirst_ = ContentOf(installed_);
+    for (int start = 0; start < 2; ++start) {
+        const auto dravik = Start();
+        EXPECT_EQ(dravik->State("SensorCount"), "3");
+        dravik->Finish();
+        EXPECT_THAT(dravik->ErrorOutput(), HasSubstr("fonts/broken.ttf holds no font")) << start;
+    }
+    EXPECT_FALSE(fs::exists(user_ + "/fonts"));
+}
+
 }  // namespace
 }  // namespace dravik

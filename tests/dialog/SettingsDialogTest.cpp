@@ -121,7 +121,9 @@ void ExpectWhole(const QWidget* widget, const QWidget& dialog) {
     const bool shrinks = qobject_cast<const QLineEdit*>(widget) != nullptr ||
                          qobject_cast<const QComboBox*>(widget) != nullptr ||
                          (label != nullptr && label->wordWrap());
-    if (!shrinks) EXPECT_GE(widget->width(), widget->sizeHint().width()) << name;
+    if (!shrinks) {
+        EXPECT_GE(widget->width(), widget->sizeHint().width()) << name;
+    }
 }
 
 TEST_F(SettingsDialog, EveryControlFitsAFingerOnScreensOfEveryShape) {

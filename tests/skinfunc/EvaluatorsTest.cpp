@@ -27,9 +27,9 @@ class Evaluators : public GlobalsTest {
         list.Selected = selected;
     }
 
-    static std::string Label(const std::string& function) { return LabelText(function); }
-    static bool Image(const std::string& function) { return ImageState(function); }
-    static float Number(const std::string& function) { return LabelNumber(function); }
+    static std::string Label(std::string function) { return LabelText(function); }
+    static bool Image(std::string function) { return ImageState(function); }
+    static float Number(std::string function) { return LabelNumber(function); }
 };
 
 // One word behind "mouseover" is a button, whatever it says; no number counts as 0.
