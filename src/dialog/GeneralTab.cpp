@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include "core/DataFiles.h"
 #include "core/basGlobal.h"
 #include "dialog/SettingsLook.h"
 #include "dialog/StepField.h"
@@ -50,7 +51,7 @@ QString PortName(int number) {
 /// extension has no name to choose it by.
 void OfferIniFiles(QComboBox* box, const std::string& folder) {
     box->clear();
-    for (const std::string& file : FilesMatching(folder, kIniExtension)) {
+    for (const std::string& file : DataFilesMatching(folder, kIniExtension)) {
         const std::string name = file.substr(0, file.size() - kIniExtension.size());
         if (!name.empty()) box->addItem(Shown(name));
     }

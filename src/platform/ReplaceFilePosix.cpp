@@ -184,8 +184,4 @@ void RemoveFile(std::string_view path) {
     ::unlink(ResolvePath(path).c_str());
 }
 
-void FlushFiles() {
-    ::sync();
-}
-
 }  // namespace dravik

@@ -41,7 +41,7 @@ void LoadResumeState() {
 
 void SaveResumeState() {
     const GlobalState& g = basGlobal;
-    if (!g.Launch.InstalledData.empty()) return;  // the user was told so at the start
+    if (g.Launch.KeepsNothing) return;  // the user was told so at the start
     std::string states;  // stays empty without the option, so that all sensors come up active
     if (HasOption(kMiscResumeSensors)) {
         for (std::size_t i = 1; i <= kResumeSensors; ++i) states += g.Sensors[i].Active ? '1' : '0';

@@ -1,3 +1,4 @@
+#include "core/DataFiles.h"
 #include "core/basGlobal.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
@@ -30,9 +31,12 @@ void FindLanguageFiles() {
     GlobalState& g = basGlobal;
     const std::string language =
         g.Launch.Language.empty() ? ReadOption("Language") : g.Launch.Language;
-    g.LanguageFile = g.LanguagePath + language + ".ini";
-    g.SensorFile = g.LanguagePath + ReadIniString(g.LanguageFile, "Sensors", "Filename");
-    g.DescriptionFile = g.LanguagePath + ReadIniString(g.LanguageFile, "DTC", "Filename");
+    g.LanguageFile = DataFile(g.LanguagePath + language + ".ini");
+    const auto named = [&g](const char* section) {
+        return DataFile(g.LanguagePath + ReadIniString(g.LanguageFile, section, "Filename"));
+    };
+    g.SensorFile = named("Sensors");
+    g.DescriptionFile = named("DTC");
 }
 
 /// The virtual vehicle of the demo is always connected to.
@@ -54,13 +58,14 @@ void FindSkinFiles() {
     GlobalState& g = basGlobal;
     const std::string skin = g.Launch.Skin.empty() ? ReadOption("Skin") : g.Launch.Skin;
     g.SkinFile = g.SkinPath + skin + ".ini";
-    FindImageFolder();
+    FindSkinFilesAgain();
 }
 
-void FindImageFolder() {
+void FindSkinFilesAgain() {
     GlobalState& g = basGlobal;
-    g.ImageFolder =
-        g.SkinPath + ReadIniString(g.SkinFile, "General", "Imagefolder") + kPathSeparator;
+    g.SkinFile = DataFile(OwnFile(g.SkinFile));
+    g.ImageFolder = DataFolder(g.SkinPath + ReadIniString(g.SkinFile, "General", "Imagefolder")) +
+                    kPathSeparator;
 }
 
 void LoadSettings() {

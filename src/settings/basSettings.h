@@ -26,8 +26,9 @@ void LoadSettings();
 /// Takes the skin file from the command line or the settings file, and its image folder.
 void FindSkinFiles();
 
-/// Takes the image folder from the skin file.
-void FindImageFolder();
+/// Looks anew where the file of the same skin and its image folder lie: the user may have got one
+/// of his own, or the skin names another folder.
+void FindSkinFilesAgain();
 
 /// Starts the on-screen keyboard that the settings name.
 ///
