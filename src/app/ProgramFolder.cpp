@@ -86,7 +86,7 @@ std::string LanguageFor(const std::string& locale, const std::string& languages)
         std::stringstream locales(
             ReadProfileString(JoinPath(languages, file), "General", "Locales", "", 255));
         for (std::string named; std::getline(locales, named, ',');) {
-            const std::string name = file.substr(0, file.size() - 4);
+            std::string name = file.substr(0, file.size() - 4);
             if (named == locale) return name;
             if (named == language) best = name;
         }
@@ -97,7 +97,7 @@ std::string LanguageFor(const std::string& locale, const std::string& languages)
 /// What a new user starts with: the texts of the system's language, where there is a file for it.
 std::string FirstLanguage(const std::string& data) {
     for (const std::string& locale : WantedLocales()) {
-        const std::string language = LanguageFor(locale, JoinPath(data, kLanguages));
+        std::string language = LanguageFor(locale, JoinPath(data, kLanguages));
         if (!language.empty()) return language;
     }
     return ReadProfileString(JoinPath(data, kSettings), "Options", "Language", "", kLongestSetting);

@@ -5,6 +5,8 @@
 #include <QVector>
 #include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 #include "controls/ChartTrace.h"
 #include "controls/SkinText.h"
@@ -23,7 +25,8 @@ constexpr double kPointSize = 2;
 constexpr double kTraceWidth = 2;  ///< design pixels; seen at arm's length, unlike a hair line
 constexpr int kAreaOpacity = 110;  ///< of 255; the grid stays visible through the area
 
-enum Mode : std::int32_t { kLine = 0, kArea = 1, kPoints = 2 };
+constexpr std::int32_t kArea = 1;  ///< ChartLook::Mode
+constexpr std::int32_t kPoints = 2;
 
 struct ChartLayout {
     QRect Plot;  ///< grid and trace; the strips above and below it are for the labels
@@ -66,19 +69,24 @@ void PaintGrid(QPainter& painter, const QRect& plot, const ChartLook& look, doub
     painter.drawLines(lines);
 }
 
-/// The filled columns as points of the plot, oldest first.
-QPolygonF TracePoints(const QRect& plot, const ChartRecord& record) {
+/// The filled columns as points of the plot, oldest first: a line for each stretch between gaps.
+std::vector<QPolygonF> TraceLines(const QRect& plot, const ChartRecord& record) {
     const double upper = double{record.Samples[kChartUpper]};
     const double lower = double{record.Samples[kChartLower]};
     const double across = (plot.width() - 1) / double{kChartColumns - 1};
     const double up = (plot.height() - 1) / (upper - lower);
-    QPolygonF points;
-    points.reserve(record.Filled + 2);
+    std::vector<QPolygonF> lines;
+    bool gap = true;
     for (int i = kChartColumns - record.Filled; i < kChartColumns; ++i) {
         const double value = double{record.Samples[static_cast<std::size_t>(i)]};
-        points.append(QPointF(plot.left() + i * across, plot.bottom() - (value - lower) * up));
+        if (!std::isnan(value)) {
+            if (gap) lines.emplace_back().reserve(kChartColumns - i + 2);
+            lines.back().append(
+                QPointF(plot.left() + i * across, plot.bottom() - (value - lower) * up));
+        }
+        gap = std::isnan(value);
     }
-    return points;
+    return lines;
 }
 
 /// A wide line as hair lines side by side: a pen of more than one pixel takes thirty times as long.
@@ -93,9 +101,8 @@ void PaintLine(QPainter& painter, const QPolygonF& points, const QColor& color, 
     painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
-void PaintTrace(QPainter& painter, const QRect& plot, const ChartRecord& record,
-                const ChartLook& look, double scale) {
-    QPolygonF points = TracePoints(plot, record);
+void PaintStretch(QPainter& painter, const QRect& plot, QPolygonF points, const ChartLook& look,
+                  double scale) {
     const QColor color = SkinColor(look.Color);
     if (look.Mode == kPoints || points.size() == 1) {
         painter.setPen(QPen(color, kPointSize * scale));
@@ -112,6 +119,12 @@ void PaintTrace(QPainter& painter, const QRect& plot, const ChartRecord& record,
         painter.setBrush(area);
         painter.drawPolygon(points);
     }
+}
+
+void PaintTrace(QPainter& painter, const QRect& plot, const ChartRecord& record,
+                const ChartLook& look, double scale) {
+    for (QPolygonF& points : TraceLines(plot, record))
+        PaintStretch(painter, plot, std::move(points), look, scale);
 }
 
 }  // namespace

@@ -29,6 +29,10 @@ int ChartSeconds(std::int32_t timeKey);
 /// A paused record and a value that is not finite change nothing.
 void AddSample(ChartRecord& record, float value, double nowSeconds, std::int32_t timeSpanSeconds);
 
+/// Takes into the chart that no value is known now: the trace has a gap from the last value to the
+/// next one. A chart without any value stays empty. Otherwise as AddSample.
+void AddGap(ChartRecord& record, double nowSeconds, std::int32_t timeSpanSeconds);
+
 /// Empties the chart; it stays paused when it is.
 void ClearChart(ChartRecord& record);
 

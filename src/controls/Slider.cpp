@@ -52,9 +52,8 @@ void Slider::MoveTo(int x, int y) {
 
 void Slider::SetScale(double scale) {
     box_.Scale = scale;
-    for (SkinPicture* picture : {&back_, &progress_, &bar_, &barOver_, &barDown_, &drawnKnob_}) {
+    for (SkinPicture* picture : {&back_, &progress_, &bar_, &barOver_, &barDown_, &drawnKnob_})
         *picture = picture->AtScale(scale);
-    }
     Place();
     update();
 }
@@ -70,6 +69,12 @@ void Slider::Place() {
 void Slider::SetDisplayOnly(bool displayOnly) {
     setAttribute(Qt::WA_TransparentForMouseEvents, displayOnly);
     setFocusPolicy(displayOnly ? Qt::NoFocus : Qt::StrongFocus);
+}
+
+void Slider::SetDim(bool dim) {
+    if (dim == dim_) return;
+    dim_ = dim;
+    update();
 }
 
 // Properties --------------------------------------------------------------------------------------
@@ -221,6 +226,12 @@ void Slider::paintEvent(QPaintEvent* event) {
     // The progress picture replaces the track's pixels, also where it is transparent, so the track
     // is left out there.
     const QSizeF backSize = back_.DesignSize();
+    if (dim_) {
+        constexpr double kDimOpacity = 0.4;
+        painter.setOpacity(kDimOpacity);
+        PaintPicture(painter, box_.Part(0, 0, backSize.width(), backSize.height()), back_);
+        return;
+    }
     const QSizeF progressSize = progress_.DesignSize();
     const QRegion filled = ProgressRect(position_);
     painter.setClipRegion(event->region().subtracted(filled));

@@ -32,6 +32,9 @@ class Slider : public QWidget {
     /// Forgets a press that is still held: the knob stays where it is, and what the pointer does
     /// until its next press changes nothing.
     void DropPress();
+    /// A dim track is seen through half and shows neither progress nor knob.
+    void SetDim(bool dim);
+    bool Dim() const { return dim_; }
     /// 0: bottom to top. Anything else: left to right.
     void SetDirection(int direction);
     bool Horizontal() const { return horizontal_; }
@@ -119,6 +122,7 @@ class Slider : public QWidget {
     bool heldDown_ = false;
     bool horizontal_ = true;
     bool moved_ = false;
+    bool dim_ = false;
 
     std::int32_t lastSet_ = 0;  ///< by SetValue, never mirrored
     bool dragged_ = false;      ///< the knob was moved otherwise since lastSet_ was shown

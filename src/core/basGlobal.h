@@ -37,6 +37,7 @@ enum : std::int16_t {
 
 constexpr int kPidCount = 80;       ///< PIDs 00 to 4F
 constexpr int kSensorLimit = 91;    ///< sensors 0 to 90
+constexpr int kPanelTiles = 4;      ///< values that the user chooses for the page "panel"
 constexpr int kCodeLimit = 129;     ///< trouble codes 0 to 128
 constexpr int kChartLimit = 7;      ///< charts 0 to 6
 constexpr int kGaugeLimit = 17;     ///< gauges 0 to 16
@@ -64,14 +65,14 @@ struct SensorRecord {
 
 /// The samples and settings of one chart.
 struct ChartRecord {
-    std::array<float, kChartSamples> Samples{};
+    std::array<float, kChartSamples> Samples{};  ///< not a number where no value was known
     bool Paused = false;
     int Filled = 0;           ///< columns that hold a value, counted from the newest
     std::int64_t Column = 0;  ///< number of the newest column, counted from the clock's zero
     double LastTime = 0;      ///< seconds of the clock at the last value
-    float LastValue = 0;
-    int TimeSpan = 0;  ///< seconds across that the columns stand for
-    int Changes = 0;   ///< counted up whenever the samples change, for whoever draws them
+    float LastValue = 0;      ///< not a number while none is known
+    int TimeSpan = 0;         ///< seconds across that the columns stand for
+    int Changes = 0;          ///< counted up whenever the samples change, for whoever draws them
 };
 
 /// One entry of a skin list.
@@ -126,6 +127,8 @@ struct GlobalState {
     std::int16_t Misc = 0;
     float ImageScale = 0;  ///< ScaleImageWidth / 100
     bool HidePointer = false;
+    bool NightNow = false;   ///< the clock says that the skin for the night is to be shown
+    std::string ChosenSkin;  ///< by a command, until day or night begins; empty when none was
 
     // Life of the program.
     bool StartupFlag = false;
@@ -150,9 +153,17 @@ struct GlobalState {
     std::string RxBuffer;       ///< received by the event path since the last whole reply
     int ReconnectSeconds = 0;   ///< OBD/Reconnect; 0 = a lost link stays lost
     bool ConnectTried = false;  ///< a connect has run since start-up
-    double FailedSince = 0;   ///< HighResTimer when the link was first found failed, 0 = it is not
-    double RequestedAt = 0;   ///< HighResTimer of the last live request
-    bool ValuesCame = false;  ///< a live reply since the last connect brought a value
+    double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
+    double RequestedAt = 0;  ///< HighResTimer of the last live request
+    /// HighResTimer of each PID's last value, 0 = none since the connect or for this frame.
+    std::array<double, kPidCount> LiveAt{};
+    std::array<double, kPidCount> FreezeAt{};
+    /// The least and the greatest live number of each PID since the connect, where LiveAt is not 0.
+    std::array<std::int32_t, kPidCount> LiveLeast{};
+    std::array<std::int32_t, kPidCount> LiveGreatest{};
+    double RoundBegan = 0;      ///< HighResTimer when the requests began at the first PID again
+    double RoundSeconds = 0;    ///< how long the last whole round of requests took
+    bool ValuesCame = false;    ///< a live reply since the last connect brought a value
     double ValuelessSince = 0;  ///< HighResTimer when replies began to bring no value, 0 = they do
     SerialPort comOBD{9600};
     SerialPort comCAN{57600};  ///< never opened
@@ -171,6 +182,9 @@ struct GlobalState {
     // Sensors, charts and lists.
     std::array<SensorRecord, kSensorLimit> Sensors;
     std::int16_t SensorCount = 0;
+    std::string PickedSensor;                          ///< shown large on the page "value"
+    std::array<std::string, kPanelTiles> PanelSensors;  ///< of the page "panel", tiles 1 to 4
+    int PanelTile = 1;                                 ///< whose sensor is being chosen
     std::array<ChartRecord, kChartLimit> Charts;
     int ChartCount = 0;
     std::array<ListSlot, kListSlots> Lists;
@@ -187,6 +201,7 @@ struct GlobalState {
     FormTimer tiSkinReload{50};
     FormTimer tiDTCScroll{500};
     FormTimer tiKeyrepeat{0};
+    FormTimer tiNight{5000};
 };
 
 /// The one instance. A test puts all of it back with `basGlobal = GlobalState{}` and InitGlobals.

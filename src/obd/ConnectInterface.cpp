@@ -90,7 +90,7 @@ bool RunSequence() {
 
 std::string PortDevice(int number) {
     const std::string name = "COM" + std::to_string(number);
-    const std::string device = ReadIniString(basGlobal.IniFile, "Ports", name);
+    std::string device = ReadIniString(basGlobal.IniFile, "Ports", name);
     if (device != "0" && !device.empty()) return device;
     return DefaultPortDevice(number);
 }
@@ -100,6 +100,8 @@ void ConnectInterface() {
     g.CommTrace.clear();
     g.LiveRaw.fill(0);
     g.FreezeRaw.fill(0);
+    g.LiveAt.fill(0);
+    g.FreezeAt.fill(0);
     g.ValuesCame = false;
     g.ValuelessSince = 0;
 

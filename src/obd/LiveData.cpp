@@ -15,6 +15,14 @@ constexpr char kLiveMode = 1;
 constexpr char kFreezeMode = 2;
 constexpr std::uint8_t kReplyOffset = 0x40;  // a reply names the mode of its request plus this
 
+/// The requests begin at the first PID again.
+void BeginRound() {
+    GlobalState& g = basGlobal;
+    const double now = HighResTimer();
+    g.RoundSeconds = now - g.RoundBegan;
+    g.RoundBegan = now;
+}
+
 /// Moves the cursor to the next wanted PID; false when the search gives up. A PID that is found
 /// only by the last permitted step does not count.
 bool FindWantedPid() {
@@ -24,7 +32,10 @@ bool FindWantedPid() {
         ++counter;
         // From 79 the search goes on at 1: entry 0 is looked at only when the cursor already
         // stands there.
-        if (g.PidCursor == kLastPid) g.PidCursor = 0;
+        if (g.PidCursor == kLastPid) {
+            g.PidCursor = 0;
+            BeginRound();
+        }
         ++g.PidCursor;
     }
     return counter < kSearchLimit;
@@ -42,13 +53,17 @@ std::string BuildRequest() {
     const char pid = static_cast<char>(g.PidCursor);
     if (!FreezeFrameMode()) return TextToHex(std::string{kLiveMode, pid}) + "\r";
 
-    g.FreezeFrameNo = SelectedFrame();
+    if (const std::string frame = SelectedFrame(); frame != g.FreezeFrameNo) {
+        g.FreezeFrameNo = frame;
+        g.FreezeAt.fill(0);
+    }
     const char frame = static_cast<char>(std::stoi(g.FreezeFrameNo));
     return TextToHex(std::string{kFreezeMode, pid, frame}) + "\r";
 }
 
 void AdvanceCursor() {
     std::int16_t& cursor = basGlobal.PidCursor;
+    if (cursor == kLastPid) BeginRound();
     cursor = cursor < kLastPid ? static_cast<std::int16_t>(cursor + 1) : std::int16_t{0};
 }
 
@@ -57,12 +72,22 @@ bool StoreValue(const std::string& line) {
     // Text answers such as NO DATA are not hexadecimal and end here. The mode itself is not
     // compared with that of the request: whatever lies above 40 is stored under its second byte.
     GlobalState& g = basGlobal;
-    if (ReplyByte(line, 1) <= kReplyOffset) return false;
+    const std::uint8_t mode = ReplyByte(line, 1);
+    if (mode <= kReplyOffset) return false;
     const std::size_t pid = ReplyByte(line, 2);
     const std::optional<std::int32_t> value =
         HexNumber(std::string_view(line).substr(std::min<std::size_t>(4, line.size())));
     if (!value || pid >= g.LiveRaw.size()) return false;
-    (FreezeFrameMode() ? g.FreezeRaw : g.LiveRaw)[pid] = *value;
+    const bool freeze = FreezeFrameMode();
+    (freeze ? g.FreezeRaw : g.LiveRaw)[pid] = *value;
+    // A refusal is stored, too, but nobody may take it for a measurement.
+    if (mode != kReplyOffset + (freeze ? kFreezeMode : kLiveMode)) return true;
+    if (!freeze) {
+        const bool first = g.LiveAt[pid] == 0;
+        g.LiveLeast[pid] = first ? *value : std::min(g.LiveLeast[pid], *value);
+        g.LiveGreatest[pid] = first ? *value : std::max(g.LiveGreatest[pid], *value);
+    }
+    (freeze ? g.FreezeAt : g.LiveAt)[pid] = HighResTimer();
     return true;
 }
 
@@ -88,6 +113,16 @@ bool ValuesOverdue() {
 
 bool FreezeFrameMode() {
     return basGlobal.CurrentMenu.find("freeze") != std::string::npos;
+}
+
+bool PidKnown(int pid) {
+    const GlobalState& g = basGlobal;
+    constexpr double kSeconds = 5;
+    constexpr double kRounds = 3;
+    if (g.ConnState != kConnected && g.ConnState != kReceivingData) return false;
+    if (pid < 0 || pid >= kPidCount) return false;
+    const double at = (FreezeFrameMode() ? g.FreezeAt : g.LiveAt)[static_cast<std::size_t>(pid)];
+    return at != 0 && HighResTimer() - at <= std::max(kSeconds, kRounds * g.RoundSeconds);
 }
 
 void RequestNextPid() {

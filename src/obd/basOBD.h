@@ -79,6 +79,11 @@ void RequestNextPid();
 /// @param reply  everything received up to and including ">"
 void HandlePidReply(const std::string& reply);
 
+/// True while the value that is shown of a PID, live or of the frame, is known: the link is
+/// connected, and a reply has brought it since the connect and within the last 5 seconds, or 3
+/// rounds of requests where those take longer.
+bool PidKnown(int pid);
+
 /// Forgets which PIDs are wanted (entry 79 excepted), so that a new page polls only what it shows.
 void ClearPidWanted();
 

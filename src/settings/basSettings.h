@@ -3,6 +3,9 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "platform/Profile.h"
 
 /// The settings file Dravik.ini, the files named through it, the sensor table and the resume state.
 namespace dravik {
@@ -18,12 +21,45 @@ constexpr std::size_t kSkinValueBytes = 63;
 /// One key of the current skin file: at most kSkinValueBytes, empty when missing.
 std::string ReadSkinValue(const std::string& section, const std::string& key);
 
+/// Writes into the settings file. Nothing is written, which the user was told at the start, when no
+/// settings are kept: the settings file is then an installed one.
+/// @return false when it could not be written
+bool KeepSettings(const std::vector<ProfileEntry>& entries);
+
 /// Reads the settings file and the files named through it, loads the sensor table, sets the first
 /// `ConnState` and the intervals of tiHardware and tiMain. tiMain and tiAux are off meanwhile and
 /// then as they were before.
 void LoadSettings();
 
-/// Takes the skin file from the command line or the settings file, and its image folder.
+/// The key of the section Options that names the sensor in a tile of the page "panel", 1 to 4.
+std::string PanelKey(int tile);
+
+// Skins -------------------------------------------------------------------------------------------
+
+/// The names of the skins that there are, in alphabetical order.
+std::vector<std::string> SkinNames();
+
+/// The same of the languages.
+std::vector<std::string> LanguageNames();
+
+/// The name of the skin to show: that of the command line, else the one that a command chose, else
+/// the settings' one for the night while it is night, else the settings' one.
+std::string CurrentSkin();
+
+/// Makes a skin the one to show and keeps that in the settings; the page is the caller's business.
+/// @param name  in any case
+/// @return false when there is no such skin
+bool ChooseSkin(const std::string& name);
+
+/// The same with the skin behind the current one, the first behind the last.
+bool ChooseNextSkin();
+
+/// Looks whether the night has begun or ended by the settings NightFrom and NightTo; the skin that
+/// a command chose then gives way.
+/// @return whether another skin is to be shown
+bool FollowClock();
+
+/// Takes the skin file of the current skin, and its image folder.
 void FindSkinFiles();
 
 /// Looks anew where the file of the same skin and its image folder lie: the user may have got one

@@ -44,17 +44,18 @@ struct SkinElement {
     // The picture and the caption inside a button.
     std::string ImageFunction;
     int ImageX = 0, ImageY = 0;
-    std::string LabelFunction, LabelCaption, LabelFont;
+    std::string LabelFunction, LabelCaption, LabelFont, LabelFontStyle;
     int LabelX = 0, LabelY = 0, LabelWidth = 0, LabelHeight = 0;
     int LabelAlignment = 0, LabelFontSize = 0, LabelColor = 0;
 
     // Text of labels, lists and text boxes.
     std::string Caption, Font, FontStyle, Decimals;
-    int FontSize = 0, Alignment = 0;
+    int FontSize = 0, Alignment = 0, Lines = 0;
     int Color = 0, FontColor = 0, BackColor = 0;
 
     // Values.
     int Min = 0, Max = 0, Direction = 0;
+    int Known = 0;
     int Style = 0, AngleStart = 0, AngleEnd = 0, RadiusStart = 0, RadiusEnd = 0, StretchY = 0;
     int Time = 0, Mode = 0, GridColor = 0;
 };

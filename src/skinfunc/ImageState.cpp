@@ -46,6 +46,11 @@ bool SensorOff(std::string_view name) {
     return !SensorActive(name).value_or(true);
 }
 
+bool Known(std::string_view name) {
+    const std::optional<int> index = FindSensor(name);
+    return index && SensorKnown(*index);
+}
+
 /// Dark on purpose, so that the pause lamp of a skin never lights.
 bool Pause(std::string_view) {
     return false;
@@ -82,6 +87,9 @@ constexpr ImageWord kImageWords[] = {
     {{"sensoron", Sensor, "rpm.engine", "the sensor is switched on"}, SensorOn},
     {{"sensoractive", Sensor, "rpm.engine", "the same"}, SensorOn},
     {{"sensoroff", Sensor, "rpm.engine", "the sensor is switched off"}, SensorOff},
+    {{"known", Sensor, "rpm.engine",
+      "the value of the sensor came from the vehicle within the last seconds"},
+     Known},
     {{"pause", Nothing, "", "never"}, Pause},
     {{"startup", Nothing, "", "the first second after the start"}, Startup},
     {{"resume", Nothing, "", "never"}, Resume},

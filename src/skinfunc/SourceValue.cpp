@@ -63,10 +63,41 @@ std::int32_t SourceValue(std::string_view source) {
     return row == nullptr ? 0 : row->Value(source);
 }
 
+std::optional<int> SourcePid(std::string_view source) {
+    const SourceWord* row = FindSource(source);
+    if (row == nullptr || row->Value != LinkValue) return std::nullopt;
+    const std::optional<std::size_t> pid = ReadPid(SplitAtLast(source).Argument);
+    return pid ? std::optional(static_cast<int>(*pid)) : std::nullopt;
+}
+
+bool SensorShows(int index) {
+    return basGlobal.Sensors.at(static_cast<std::size_t>(index)).Active || FreezePage();
+}
+
+bool SensorKnown(int index) {
+    if (!SensorShows(index)) return false;
+    SensorValue(index);  // what is asked for is polled
+    const std::optional<int> pid =
+        SourcePid(basGlobal.Sensors[static_cast<std::size_t>(index)].Source);
+    return pid && PidKnown(*pid);
+}
+
 float SensorValue(int index) {
     const SensorRecord& sensor = basGlobal.Sensors.at(static_cast<std::size_t>(index));
-    if (!sensor.Active && !FreezePage()) return sensor.Offset;
+    if (!SensorShows(index)) return sensor.Offset;
     const double raw = SourceValue(sensor.Source);
+    return static_cast<float>(static_cast<double>(sensor.Factor) * raw +
+                              static_cast<double>(sensor.Offset));
+}
+
+std::optional<float> SensorExtreme(int index, bool greatest) {
+    const SensorRecord& sensor = basGlobal.Sensors.at(static_cast<std::size_t>(index));
+    SensorValue(index);  // what is asked for is polled
+    const std::optional<int> pid = SourcePid(sensor.Source);
+    if (!pid || basGlobal.LiveAt[static_cast<std::size_t>(*pid)] == 0) return std::nullopt;
+    const bool ofRaw = sensor.Factor < 0 ? !greatest : greatest;
+    const double raw =
+        (ofRaw ? basGlobal.LiveGreatest : basGlobal.LiveLeast)[static_cast<std::size_t>(*pid)];
     return static_cast<float>(static_cast<double>(sensor.Factor) * raw +
                               static_cast<double>(sensor.Offset));
 }
@@ -78,6 +109,20 @@ std::optional<float> ElementValue(const std::string& function) {
     const SourceWord* row = FindSource(function);
     if (row == nullptr) return std::nullopt;
     return static_cast<float>(row->Value(function));
+}
+
+bool ElementKnown(const std::string& function) {
+    const std::string lowered = LowerCased(function);
+    const FunctionText text = SplitAtLast(lowered);
+    if (text.Word == kSensorWord || text.Word == kLiveWord) {
+        const std::optional<int> sensor = FindSensor(text.Argument);
+        return sensor && SensorKnown(*sensor);
+    }
+    const SourceWord* row = FindSource(function);
+    if (row == nullptr) return true;
+    row->Value(function);  // polled, too
+    const std::optional<int> pid = SourcePid(function);
+    return pid && PidKnown(*pid);
 }
 
 std::vector<FunctionWord> SourceRows() {

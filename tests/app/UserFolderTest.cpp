@@ -40,11 +40,10 @@ class UserFolder : public ::testing::Test {
         for (const char* folder : {"bin", "share"}) fs::create_directories(machine_ / folder);
         fs::copy(DRAVIK_PROGRAM, machine_ / "bin/dravik");
         fs::copy(source.Folder.Path(), installed_, fs::copy_options::recursive);
-        for (const auto& [name, locales] : {std::pair("Deutsch", "de,nl"), {"Wiener", "de_AT"}}) {
+        for (const auto& [name, locales] : {std::pair("Deutsch", "de,nl"), {"Wiener", "de_AT"}})
             machine_.Write("share/dravik/languages/" + std::string(name) + ".ini",
                            "[General]\nLocales=" + std::string(locales) +
                                "\n[Sensors]\nFilename=test.sensors\n[DTC]\nFilename=codes\n");
-        }
         atFirst_ = ContentOf(installed_);
     }
 
@@ -200,11 +199,14 @@ TEST_F(UserFolder, WhoseFillingWasCutShortIsGivenTheSettingsThatItLacks) {
 }
 
 TEST_F(UserFolder, ThatCannotBeMadeLeavesTheInstalledDataToRunOn) {
+    machine_.Write("share/dravik/skins/second.ini", atFirst_["skins/test.ini"]);
+    atFirst_ = ContentOf(installed_);
     for (const std::string obstacle : {"config", "config/dravik"}) {
         machine_.Write(obstacle, "a file where a folder should be");
         const auto dravik = Start();
         EXPECT_EQ(dravik->State("SensorCount"), "3") << obstacle;
         EXPECT_EQ(dravik->Ask("text sensor_rpm"), "0");
+        EXPECT_EQ(dravik->Ask("do skin_second"), "ok");
         EXPECT_EQ(dravik->Ask("do config"), "ok");
         EXPECT_EQ(dravik->Ask("key Ctrl+S"), "ok");
         EXPECT_THAT(dravik->AskLines("elements"),

@@ -14,6 +14,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::FloatNear;
+using ::testing::IsNan;
 
 constexpr int kSpan = kChartColumns;  // seconds, so that a column is a second
 
@@ -44,13 +45,28 @@ TEST(ChartTrace, TheNewestColumnFollowsValuesThatComeFasterThanColumns) {
     EXPECT_THAT(Newest(record, 2), ElementsAre(3, 5));
 }
 
+TEST(ChartTrace, AnUnknownValueLeavesAGapThatNoLineCrosses) {
+    ChartRecord record;
+    AddGap(record, 999, kSpan);
+    EXPECT_EQ(record.Filled, 0) << "nothing yet that could end";
+    AddSample(record, 20, 1000, kSpan);
+    AddGap(record, 1000.5, kSpan);
+    AddGap(record, 1002, kSpan);
+    AddSample(record, 40, 1004, kSpan);
+    AddSample(record, 44, 1006, kSpan);
+    EXPECT_THAT(Newest(record, 7), ElementsAre(20, IsNan(), IsNan(), IsNan(), 40, 42, 44));
+    EXPECT_FLOAT_EQ(record.Samples[kChartLower], 20);
+    record.Paused = true;
+    AddGap(record, 1010, kSpan);
+    EXPECT_FLOAT_EQ(record.Samples[kChartColumns - 1], 44);
+}
+
 TEST(ChartTrace, TheGivenSecondsGoAcross) {
     // A value equal to its time: the oldest column is one time span older than the newest.
     for (const auto& [key, span] : {std::pair{60, 60}, {3, 3}, {0, 60}, {-7, 60}}) {
         ChartRecord record;
-        for (int tick = 0; tick <= 1000; ++tick) {
+        for (int tick = 0; tick <= 1000; ++tick)
             AddSample(record, static_cast<float>(tick * 0.1), tick * 0.1, key);
-        }
         EXPECT_EQ(record.Filled, kChartColumns);
         EXPECT_FLOAT_EQ(record.Samples[kChartColumns - 1], 100);
         EXPECT_THAT(record.Samples[0], FloatNear(static_cast<float>(100 - span), 0.2F)) << key;

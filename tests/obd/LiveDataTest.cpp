@@ -4,7 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "obd/basOBD.h"
 #include "support/LinkFixture.h"
+#include "support/TestClock.h"
 
 namespace dravik {
 namespace {
@@ -301,6 +303,50 @@ TEST_F(LiveData, ForgettingTheWantedPidsSparesTheLast) {
         EXPECT_EQ(basGlobal.PidWanted, expected);
         EXPECT_EQ(basGlobal.ConnState, state == 9 ? 3 : state);
     }
+}
+
+TEST_F(LiveData, OnlyAFreshAnswerOfThisConnectIsKnown) {
+    basGlobal.ConnState = kReceivingData;
+    HandlePidReply("41 0C 1A F8\r\r>");
+    HandlePidReply("7F 01 12\r\r>");  // a refusal, stored under 01
+    HandlePidReply("41 0C 10 00\r\r>");
+    EXPECT_TRUE(PidKnown(12));
+    EXPECT_FALSE(PidKnown(1));
+    EXPECT_FALSE(PidKnown(13));
+    EXPECT_FALSE(PidKnown(kPidCount));
+    EXPECT_EQ(basGlobal.LiveLeast[12], 0x1000);
+    EXPECT_EQ(basGlobal.LiveGreatest[12], 0x1AF8);
+    basGlobal.CurrentMenu = "freezeframe";
+    EXPECT_FALSE(PidKnown(12)) << "the frame has not been asked for";
+    HandlePidReply("42 0C 00 1A F8\r\r>");
+    EXPECT_TRUE(PidKnown(12));
+    basGlobal.CurrentMenu.clear();
+
+    AdvanceHighResTimer(5.1);
+    EXPECT_FALSE(PidKnown(12));
+    basGlobal.RoundSeconds = 2;  // a slow bus must not make values blink
+    EXPECT_TRUE(PidKnown(12));
+    AdvanceHighResTimer(1);
+    EXPECT_FALSE(PidKnown(12));
+
+    HandlePidReply("41 0C 1A F8\r\r>");
+    for (const int state : {1, 2, 4, 8, 16, 18}) {
+        basGlobal.ConnState = static_cast<std::uint8_t>(state);
+        EXPECT_FALSE(PidKnown(12)) << state;
+    }
+    Connect();
+    EXPECT_FALSE(PidKnown(12)) << "it came before the connect";
+}
+
+TEST_F(LiveData, ARoundLastsUntilTheRequestsBeginAgain) {
+    OpenIn(kConnected);
+    basGlobal.PidWanted[5] = basGlobal.PidWanted[12] = true;
+    for (int request = 0; request < 6; ++request) {
+        basGlobal.AwaitingReply = false;
+        RequestNextPid();
+        AdvanceHighResTimer(2);
+    }
+    EXPECT_NEAR(basGlobal.RoundSeconds, 4, 0.5);
 }
 
 }  // namespace

@@ -3,7 +3,9 @@
 
 #include "SkinFixture.h"
 #include "lists/basFunctions.h"
+#include "obd/basOBD.h"
 #include "support/PaintWatch.h"
+#include "support/TestClock.h"
 
 namespace dravik {
 namespace {
@@ -139,6 +141,46 @@ TEST_F(RefreshTest, ValuesReachTheirElementsAndMarkTheirPids) {
     Load("mainmenu");
     Refresh();
     for (const bool wanted : basGlobal.PidWanted) EXPECT_FALSE(wanted);
+}
+
+TEST_F(RefreshTest, AValueThatWasNeverReceivedIsShownAsUnknown) {
+    Picture("track.png", 100, 20, Qt::white);
+    Start(
+        "[mainmenu]\nLabel0Function=live_rpm\nLabel0Color=0\nLabel0Decimals=1\n"
+        "Gauge0Function=sensor_rpm\nGauge0Known=1\nGauge0Max=8000\nGauge0AngleStart=45\n"
+        "Gauge0AngleEnd=315\nGauge0RadiusEnd=100\nGauge0StretchY=100\nGauge0X=300\n"
+        "Gauge0Y=300\nGauge0Color=255\nBargraph0Function=obd_0C\nBargraph0Known=1\n"
+        "Bargraph0Background=track.png\nBargraph0Direction=1\nBargraph0Max=8000\n"
+        "Chart0Function=sensor_rpm\nChart0Known=1\nImage0Function=known_rpm\n"
+        "Image0Picture=b64.png\nGauge1Function=time_second\nGauge1Known=1\nGauge1Max=60\n"
+        "Gauge1Color=255\nGauge1RadiusEnd=50\nGauge1AngleEnd=90\nGauge1StretchY=100\n");
+    AddSensor("rpm", 12, 4000);
+    basGlobal.ConnState = kReceivingData;
+    Load("mainmenu");
+    const auto expect = [this](const std::string& text, bool known) {
+        Refresh();
+        EXPECT_EQ(LabelShown(0), text);
+        EXPECT_EQ(Element(KindOf("Gauge"), 0).Item->Covers().isEmpty(), !known) << text;
+        EXPECT_EQ(Bargraph(0).Dim(), !known) << text;
+        EXPECT_EQ(Element(KindOf("Image"), 0).Item->Visible(), known) << text;
+    };
+    expect("\u2013", false);
+    EXPECT_FALSE(Element(KindOf("Gauge"), 1).Item->Covers().isEmpty()) << "not the vehicle's";
+    EXPECT_EQ(basGlobal.Charts[0].Filled, 0);
+    EXPECT_TRUE(basGlobal.PidWanted[12]) << "or it would stay unknown";
+    HandlePidReply("41 0C 0F A0\r\r>");
+    expect("4000.0", true);
+    EXPECT_EQ(Bargraph(0).Position(), 50);
+    EXPECT_EQ(basGlobal.Charts[0].Filled, 1);
+    basGlobal.ConnState = kNotConnected;
+    expect("\u2013", false);
+    basGlobal.ConnState = kReceivingData;
+    AdvanceHighResTimer(5.1);
+    expect("\u2013", false);
+    EXPECT_TRUE(std::isnan(basGlobal.Charts[0].LastValue));
+    basGlobal.Sensors[0].Active = false;
+    Refresh();
+    EXPECT_EQ(LabelShown(0), "Off");
 }
 
 TEST_F(RefreshTest, ALoadedElementStartsAtItsMinimum) {

@@ -13,10 +13,10 @@ namespace {
 constexpr int kMaxWorkers = 4;
 
 struct Attempt {
-    std::mutex mutex;
-    bool finished = false;
-    bool abandoned = false;
-    NativeHandle handle = kNoHandle;
+    std::mutex Mutex;
+    bool Finished = false;
+    bool Abandoned = false;
+    NativeHandle Handle = kNoHandle;
 };
 
 std::mutex workerMutex;
@@ -37,13 +37,13 @@ void ReleaseWorker() {
 void RunAttempt(Attempt& attempt, const std::string& device, int baudrate) {
     const NativeHandle handle = OpenNative(device, baudrate);
     // The wake-up is posted under the lock: once abandoned, the event loop may be gone.
-    const std::lock_guard lock(attempt.mutex);
-    if (attempt.abandoned) {
+    const std::lock_guard lock(attempt.Mutex);
+    if (attempt.Abandoned) {
         if (handle != kNoHandle) CloseNative(handle);
         return;
     }
-    attempt.handle = handle;
-    attempt.finished = true;
+    attempt.Handle = handle;
+    attempt.Finished = true;
     PostToUserInterface([] {});
 }
 
@@ -55,19 +55,19 @@ class WorkerOpening : public SerialOpening {
     WorkerOpening& operator=(const WorkerOpening&) = delete;
 
     ~WorkerOpening() override {
-        const std::lock_guard lock(attempt_->mutex);
-        attempt_->abandoned = true;
-        if (attempt_->handle != kNoHandle) CloseNative(attempt_->handle);
+        const std::lock_guard lock(attempt_->Mutex);
+        attempt_->Abandoned = true;
+        if (attempt_->Handle != kNoHandle) CloseNative(attempt_->Handle);
     }
 
     bool Finished() const override {
-        const std::lock_guard lock(attempt_->mutex);
-        return attempt_->finished;
+        const std::lock_guard lock(attempt_->Mutex);
+        return attempt_->Finished;
     }
 
     std::unique_ptr<SerialChannel> Take(std::weak_ptr<SerialListener> listener) override {
-        const std::lock_guard lock(attempt_->mutex);
-        const NativeHandle handle = std::exchange(attempt_->handle, kNoHandle);
+        const std::lock_guard lock(attempt_->Mutex);
+        const NativeHandle handle = std::exchange(attempt_->Handle, kNoHandle);
         if (handle == kNoHandle) return nullptr;
         return MakeNativeChannel(handle, std::move(listener));
     }

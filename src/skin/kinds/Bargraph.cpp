@@ -18,6 +18,7 @@ constexpr SkinKey kKeys[] = {
     {"Background", Picture, &E::Background, "bar-empty.png",
      "picture of the empty bar; the bar takes its size"},
     {"Bar", Picture, &E::Bar, "bar-end.png", "picture of the bar's end marker"},
+    {"Known", Lenient, &E::Known, "1", "1: empty and dim while its value is not known"},
 };
 
 /// A bar is for the eye alone: it tells nobody anything.
@@ -35,13 +36,17 @@ std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int i
     bar.SetBar(pictures.Load("Bar", element.Bar));
     if (pictures.Error()) return pictures.Error();
     bar.StartAtMin(element.Min, element.Max);
+    bar.SetDim(false);
     bar.show();
     return std::nullopt;
 }
 
 void Refresh(SkinScreen&, ScreenElement& element, int) {
+    auto& bar = ControlOf<Slider>(element);
+    bar.SetDim(ValueUnknown(element));
+    if (bar.Dim()) return;
     if (const std::optional<float> value = ShowValue(element))
-        ControlOf<Slider>(element).SetNumber(static_cast<double>(*value));
+        bar.SetNumber(static_cast<double>(*value));
 }
 
 void Check(const SkinElement& element, const Complain& complain) {

@@ -18,6 +18,7 @@ constexpr SkinKey kKeys[] = {
     {"GridColor", Lenient, &E::GridColor, "&H808080", "colour of the grid lines"},
     {"Background", Picture, &E::Background, "chart.png",
      "picture behind the trace; the chart takes its size, 518 by 200 without one"},
+    {"Known", Lenient, &E::Known, "1", "1: a gap in the trace while its value is not known"},
 };
 
 class Trace : public PaintedItem {
@@ -60,12 +61,16 @@ std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int i
 }
 
 void Refresh(SkinScreen&, ScreenElement& element, int index) {
-    const std::optional<float> value = ShowValue(element);
+    const bool unknown = ValueUnknown(element);
+    const std::optional<float> value = unknown ? std::nullopt : ShowValue(element);
     ChartRecord& record = RecordOf(index);
-    if (!value || record.Paused) return;
+    if (record.Paused || (!value && !unknown)) return;
     const std::int64_t column = record.Column;
     const int filled = record.Filled;
-    AddSample(record, *value, HighResTimer(), element.Time);
+    if (unknown)
+        AddGap(record, HighResTimer(), element.Time);
+    else
+        AddSample(record, *value, HighResTimer(), element.Time);
     // A value within the newest column is seen when the column is complete.
     if (record.Column != column || record.Filled != filled) element.Item->Repaint();
 }

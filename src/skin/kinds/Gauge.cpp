@@ -23,6 +23,7 @@ constexpr SkinKey kKeys[] = {
     {"RadiusEnd", Integer, &E::RadiusEnd, "130", "where the needle ends, from the centre"},
     {"StretchY", Integer, &E::StretchY, "100", "percent; 100 is a round dial, less a flat one"},
     {"Color", Strict, &E::Color, "&H0000FF", "needle colour"},
+    {"Known", Lenient, &E::Known, "1", "1: no needle while its value is not known"},
 };
 
 class Needle : public PaintedItem {
@@ -41,6 +42,12 @@ class Needle : public PaintedItem {
         return line_ ? NeedleBounds(*line_, look_, Box.Scale) : QRect();
     }
     void Paint(QPainter& painter) const override { PaintNeedle(painter, *line_, look_, Box.Scale); }
+
+    void Hide() {
+        if (!line_) return;
+        Repaint();
+        line_.reset();
+    }
 
     void PointTo(float value) {
         const std::optional<NeedleLine> line = NeedleGeometry(dial_, value);
@@ -62,7 +69,9 @@ std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int) 
 }
 
 void Refresh(SkinScreen&, ScreenElement& element, int) {
-    if (const std::optional<float> value = ShowValue(element))
+    if (ValueUnknown(element))
+        ItemOf<Needle>(element).Hide();
+    else if (const std::optional<float> value = ShowValue(element))
         ItemOf<Needle>(element).PointTo(*value);
 }
 
