@@ -9,6 +9,7 @@
 #include <QWindow>
 
 #include "app/Snapshot.h"
+#include "core/DataFiles.h"
 #include "core/UpCalls.h"
 #include "dialog/frSettings.h"
 #include "lists/basFunctions.h"
@@ -133,7 +134,8 @@ void frMain::Start(const Options& options) {
 
 /// A missing picture is no error: the window then waits in black.
 void frMain::ShowStartupPicture() {
-    const std::string path = ResolvePath(JoinPath(basGlobal.DataFolder, kStartupPicture));
+    const std::string path =
+        ResolvePath(DataFile(JoinPath(basGlobal.ProgramFolder, kStartupPicture)));
     startupPicture_.load(QString::fromStdString(path));
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "controls/FontFiles.h"
+#include "core/DataFiles.h"
 #include "core/basGlobal.h"
 #include "platform/Number.h"
 #include "platform/Paths.h"
@@ -108,7 +109,9 @@ std::vector<std::string> PageSections(const std::string& page) {
 
 void LoadSkinFonts() {
     const GlobalState& g = basGlobal;
-    for (const std::string& folder : {g.ProgramFolder, g.Launch.InstalledFonts, g.ImageFolder}) {
+    std::vector<std::string> folders = {g.ProgramFolder, g.Launch.InstalledData};
+    for (std::string& place : PlacesOf(OwnFile(g.ImageFolder))) folders.push_back(std::move(place));
+    for (const std::string& folder : folders) {
         if (!folder.empty()) LoadFontFiles(JoinPath(folder, "fonts"));
     }
 }

@@ -6,7 +6,6 @@
 #include <set>
 #include <utility>
 
-#include "platform/Paths.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
 #include "skin/ProgramTitle.h"
@@ -100,12 +99,11 @@ std::optional<int> Places(const string& decimals) {
 
 const std::vector<LongestTexts::Language>& LongestTexts::Languages() {
     if (languages_) return *languages_;
-    constexpr string_view kExtension = ".ini";
     languages_.emplace();
-    for (const string& file : FilesMatching(basGlobal.LanguagePath, kExtension)) {
-        const string language = basGlobal.LanguagePath + file;
+    for (const string& name : LanguageNames()) {
+        const string language = LanguageFileOf(name);
         Language& entry = languages_->emplace_back();
-        entry.Name = file.substr(0, file.size() - kExtension.size());
+        entry.Name = name;
         entry.Words = WordList(language);
         for (const string& sensors : SensorFilesOf(language)) {
             for (SensorRecord& sensor : ReadSensors(sensors))
