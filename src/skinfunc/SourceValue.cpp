@@ -2,6 +2,7 @@
 
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
+#include "platform/At.h"
 #include "platform/Text.h"
 #include "skinfunc/basValueProc.h"
 
