@@ -149,6 +149,8 @@ struct GlobalState {
     std::string RxBuffer;       ///< received by the event path since the last whole reply
     int ReconnectSeconds = 0;   ///< OBD/Reconnect; 0 = a lost link stays lost
     bool ConnectTried = false;  ///< a connect has run since start-up
+    bool LetGo = false;         ///< the driver has disconnected: nothing connects but a new request
+    bool StepCancelled = false;  ///< meanwhile, so that the step that runs sets no state any more
     double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
     double RequestedAt = 0;  ///< HighResTimer of the last live request
     /// HighResTimer of each PID's last value, 0 = none since the connect or for this frame.

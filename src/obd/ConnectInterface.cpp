@@ -1,6 +1,7 @@
 #include <string_view>
 
 #include "core/basGlobal.h"
+#include "obd/LinkStep.h"
 #include "obd/basOBD.h"
 #include "platform/Events.h"
 #include "platform/Profile.h"
@@ -79,6 +80,7 @@ bool RunSequence() {
     g.InterfaceId = AskIdentity();
     g.tiTimeout.SetEnabled(true);
 
+    if (g.StepCancelled) return false;  // before anything shows another state
     g.ConnState = kInitializing;
     WaitForBus(ReadProfileInt(g.IniFile, "OBD", "BusInitDelay", 0));
     if (!ReadMonitorStatus(SendCommand("0101"))) return false;
@@ -106,11 +108,11 @@ void ConnectInterface() {
     g.ValuelessSince = 0;
 
     if (!OpenPort()) {
-        g.ConnState = kPortNotFound;
+        EndStep(kPortNotFound);
     } else if (!RunSequence()) {
-        g.ConnState = kNotConnected;
+        EndStep(kNotConnected);
     } else {
-        g.ConnState = kConnected;
+        EndStep(kConnected);
         g.AwaitingReply = false;
     }
 }

@@ -4,6 +4,7 @@
 #include "core/UpCalls.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
+#include "obd/LinkStep.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
 
@@ -96,17 +97,17 @@ bool ReadMonitorStatus(const std::string& reply) {
 
 void ReadTroubleCodes() {
     if (!ReadMonitorStatus(SendCommand("0101"))) {
-        basGlobal.ConnState = kNotConnected;
+        EndStep(kNotConnected);
         return;
     }
     const std::string reply = SendCommand("03");
     if (reply.find('>') == std::string::npos) {
-        basGlobal.ConnState = kNotConnected;
+        EndStep(kNotConnected);
         return;
     }
     DecodeCodes(reply);
     ShowTroubleCodes();
-    basGlobal.ConnState = StateIfOpen(kConnected);
+    EndStep(StateIfOpen(kConnected));
 }
 
 void ClearTroubleCodes() {
@@ -114,10 +115,10 @@ void ClearTroubleCodes() {
     const std::string reply = SendCommand("04\r");
     if (reply.find("44") != std::string::npos) {
         upCalls.ShowMessage("Troublecodes cleared", kMessageInformation, "Dravik");
-        basGlobal.ConnState = StateIfOpen(kReadingCodes);
+        EndStep(StateIfOpen(kReadingCodes));
     } else {
         upCalls.ShowMessage("Could not clear Troublecodes", kMessageCritical, "Dravik");
-        basGlobal.ConnState = StateIfOpen(kConnected);
+        EndStep(StateIfOpen(kConnected));
     }
 }
 

@@ -53,6 +53,10 @@ void HardwareStep();
 /// no answer; on success InterfaceId, ProtocolText, DtcCount and MilOn are set as well.
 void ConnectInterface();
 
+/// Lets go of the interface: ends the waits of a step that runs, closes the port and leaves state 1.
+/// Neither Auto Connect nor Reconnect connects again before a connect is asked for.
+void Disconnect();
+
 /// Writes the status text and the trace of the last connect attempt to log.txt in the program
 /// folder. The trace is brought to "\r\n" line ends in place.
 void WriteConnectLog();

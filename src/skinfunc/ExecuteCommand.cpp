@@ -153,6 +153,10 @@ void Connect(const Command&) {
     basGlobal.ConnState = kConnecting;
 }
 
+void LetGoOfLink(const Command&) {
+    Disconnect();
+}
+
 void ReadCodes(const Command&) {
     if (LinkIdle()) basGlobal.ConnState = kReadingCodes;
 }
@@ -291,6 +295,11 @@ constexpr CommandWord kCommandWords[] = {
     {{"closebox", Nothing, "", "closes the box"}, CloseOpenBox},
     {{"exit", Nothing, "", "closes the box; without one, opens `mainmenu`"}, LeavePage},
     {{"obd", Fixed, "connect", "connects to the interface, anew if need be"}, Connect},
+    {{"obd", Fixed, "disconnect",
+      "lets go of the interface, also while it is being connected; nothing but `obd_connect` or "
+      "new "
+      "settings connect again"},
+     LetGoOfLink},
     {{"obd", Fixed, "gettroublecodes", "reads the trouble codes, while connected"}, ReadCodes},
     {{"obd", Fixed, "cleartroublecodes", "asks, then clears the trouble codes, while connected"},
      AskToClearCodes},
