@@ -99,6 +99,40 @@ struct LaunchOptions {
     std::string InstalledData{};
 };
 
+/// What went wrong with the link last, or stands in its way; `ReasonText` says it in words.
+enum class LinkFault : std::uint8_t {
+    None,
+    NotYet,        ///< nobody has asked for a connection since the start
+    LetGo,         ///< the driver has disconnected
+    NoPortChosen,  ///< the settings name no port
+    NoSuchPort,    ///< nothing of that name is there
+    NoPermission,
+    PortInUse,
+    NoSuchSpeed,
+    Refused,
+    UnknownHost,
+    NoWayToHost,
+    NotOpened,        ///< for a reason that the system does not tell
+    InterfaceSilent,  ///< opened, but no answer to the first commands
+    InterfaceUnread,  ///< opened, but what it sends cannot be read
+    VehicleSilent,    ///< the interface is there and does not answer for the vehicle
+    VehicleUnread,
+    NotReached,  ///< the interface says why it does not reach the vehicle
+    NoData,      ///< the vehicle's bus is there, but nobody on it answers
+    LineLost,    ///< the device disappeared
+};
+
+/// What `ReasonText` is made from.
+struct LinkReport {
+    LinkFault Fault = LinkFault::NotYet;
+    std::array<std::string, 2> Values;  ///< what its text names: the device, seconds, words
+    std::string Awaited;                ///< command whose answer is waited for; empty = the bus
+    double AwaitedSince = 0;            ///< HighResTimer, 0 = nothing is waited for
+    int AwaitedSeconds = 0;             ///< how long the wait may take
+    double NoValueSince = 0;            ///< HighResTimer when replies began to bring no value
+    std::string NoValueWords;           ///< what the interface says instead
+};
+
 struct GlobalState {
     // Paths.
     std::string ProgramFolder;  ///< without a separator at its end
@@ -151,6 +185,7 @@ struct GlobalState {
     bool ConnectTried = false;  ///< a connect has run since start-up
     bool LetGo = false;         ///< the driver has disconnected: nothing connects but a new request
     bool StepCancelled = false;  ///< meanwhile, so that the step that runs sets no state any more
+    LinkReport Report;
     double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
     double RequestedAt = 0;  ///< HighResTimer of the last live request
     /// HighResTimer of each PID's last value, 0 = none since the connect or for this frame.

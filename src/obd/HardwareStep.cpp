@@ -1,6 +1,7 @@
 #include <string>
 
 #include "core/basGlobal.h"
+#include "obd/LinkFaults.h"
 #include "obd/LinkStep.h"
 #include "obd/basOBD.h"
 #include "platform/Events.h"
@@ -101,6 +102,7 @@ void Act(std::uint8_t state) {
 /// A device that vanished has closed its port; the state follows unless a connect is asked for or
 /// running, which finds out by itself.
 void HandleLostDevice() {
+    NoteFault(LinkFault::LineLost, basGlobal.comOBD.Device());
     const std::uint8_t state = basGlobal.ConnState;
     if (state != kPortNotFound && state != kConnecting) basGlobal.ConnState = kNotConnected;
 }
@@ -129,6 +131,7 @@ void EndStep(std::uint8_t state) {
 
 void Disconnect() {
     GlobalState& g = basGlobal;
+    NoteFault(LinkFault::LetGo);
     g.comOBD.Close();  // which ends every wait for an answer
     g.LetGo = g.StepCancelled = true;
     g.AwaitingReply = g.StepOwed = false;

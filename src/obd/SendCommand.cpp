@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/basGlobal.h"
+#include "obd/LinkFaults.h"
 #include "obd/basOBD.h"
 #include "platform/Events.h"
 
@@ -96,6 +97,7 @@ std::string SendCommand(const std::string& command) {
     SerialPort& port = basGlobal.comOBD;
     if (!port.IsOpen()) return {};
 
+    const AwaitedAnswer wait(command, QuietLimit(command, {}, kAttempts));
     double heard = HighResTimer();
     const double deadline = heard + kReplySeconds;
     Answer answer;

@@ -4,6 +4,7 @@
 #include "core/UpCalls.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
+#include "obd/LinkFaults.h"
 #include "obd/LinkStep.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
@@ -82,6 +83,11 @@ std::uint8_t StateIfOpen(std::uint8_t state) {
     return basGlobal.comOBD.IsOpen() ? state : static_cast<std::uint8_t>(kNotConnected);
 }
 
+void EndWithoutAnswer(const std::string& reply) {
+    NoteVehicleFault(reply);
+    EndStep(kNotConnected);
+}
+
 }  // namespace
 
 bool ReadMonitorStatus(const std::string& reply) {
@@ -96,15 +102,10 @@ bool ReadMonitorStatus(const std::string& reply) {
 }
 
 void ReadTroubleCodes() {
-    if (!ReadMonitorStatus(SendCommand("0101"))) {
-        EndStep(kNotConnected);
-        return;
-    }
+    const std::string status = SendCommand("0101");
+    if (!ReadMonitorStatus(status)) return EndWithoutAnswer(status);
     const std::string reply = SendCommand("03");
-    if (reply.find('>') == std::string::npos) {
-        EndStep(kNotConnected);
-        return;
-    }
+    if (reply.find('>') == std::string::npos) return EndWithoutAnswer(reply);
     DecodeCodes(reply);
     ShowTroubleCodes();
     EndStep(StateIfOpen(kConnected));

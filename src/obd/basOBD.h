@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The link with the diagnostic interface: a serial device that takes text commands, each ended by
 /// a carriage return, and answers with text lines closed by the prompt ">".
@@ -53,8 +54,8 @@ void HardwareStep();
 /// no answer; on success InterfaceId, ProtocolText, DtcCount and MilOn are set as well.
 void ConnectInterface();
 
-/// Lets go of the interface: ends the waits of a step that runs, closes the port and leaves state 1.
-/// Neither Auto Connect nor Reconnect connects again before a connect is asked for.
+/// Lets go of the interface: ends the waits of a step that runs, closes the port and leaves
+/// state 1. Neither Auto Connect nor Reconnect connects again before a connect is asked for.
 void Disconnect();
 
 /// Writes the status text and the trace of the last connect attempt to log.txt in the program
@@ -67,6 +68,16 @@ std::string PortDevice(int number);
 
 /// The status text of the current state; empty for a state outside the table.
 const std::string& CurrentStatusText();
+
+// Reasons -----------------------------------------------------------------------------------------
+
+/// One line on what keeps values away, for the driver: what the last attempt to connect met, how
+/// long an answer has been waited for, or why the values stay out. Empty while values come, and
+/// while a wait is no longer than usual.
+std::string ReasonText();
+
+/// The patterns that ReasonText fills in, for whoever puts them into other languages.
+std::vector<std::string_view> ReasonTexts();
 
 // Live and freeze-frame data ----------------------------------------------------------------------
 

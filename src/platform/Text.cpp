@@ -161,6 +161,21 @@ std::string ReplaceAll(std::string text, std::string_view what, std::string_view
     return result.append(text, from);
 }
 
+std::string FilledIn(std::string_view pattern, std::span<const std::string> values) {
+    std::string text;
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        const bool place = pattern[i] == '%' && i + 1 < pattern.size() && pattern[i + 1] >= '1' &&
+                           pattern[i + 1] <= '9';
+        if (!place) {
+            text += pattern[i];
+            continue;
+        }
+        const auto index = static_cast<std::size_t>(pattern[++i] - '1');
+        if (index < values.size()) text += values[index];
+    }
+    return text;
+}
+
 std::string_view WithoutPlus(std::string_view number) {
     if (number.starts_with('+') && !number.starts_with("+-")) number.remove_prefix(1);
     return number;
