@@ -3,11 +3,14 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/FormTimer.h"
+#include "platform/serial/PortPresence.h"
 #include "platform/serial/SerialPort.h"
 
 /// The state that all modules share. It is created at start-up and lives until the program ends;
@@ -122,6 +125,14 @@ enum class LinkFault : std::uint8_t {
     LineLost,    ///< the device disappeared
 };
 
+/// A port that may be offered or searched, and the device that it stands for.
+struct PortCandidate {
+    int Number = 0;
+    std::string Device;
+    bool Ours = false;  ///< the interface is connected through it, so it is there
+    PortState State = PortState::Present;
+};
+
 /// What `ReasonText` is made from.
 struct LinkReport {
     LinkFault Fault = LinkFault::NotYet;
@@ -131,6 +142,25 @@ struct LinkReport {
     int AwaitedSeconds = 0;             ///< how long the wait may take
     double NoValueSince = 0;            ///< HighResTimer when replies began to bring no value
     std::string NoValueWords;           ///< what the interface says instead
+};
+
+/// An interface that a search has found.
+struct FoundInterface {
+    int Port = 0;  ///< its COM number; 0 for the vehicle of the demo
+    std::string Device;
+    int Baudrate = 0;  ///< 0 where the device has no speed
+    std::string Name;  ///< what it calls itself
+};
+
+/// The search for an interface, see `FindInterface`.
+struct InterfaceSearch {
+    bool Wanted = false;  ///< the next step of the link begins it
+    bool Running = false;
+    bool Cancelled = false;
+    bool Reconnects = false;  ///< the link was up or on its way before
+    std::vector<PortCandidate> Ports;
+    std::function<void(const std::optional<FoundInterface>& found)> Finished;
+    std::string Text;  ///< where it is, or what came of it
 };
 
 struct GlobalState {
@@ -186,6 +216,7 @@ struct GlobalState {
     bool LetGo = false;         ///< the driver has disconnected: nothing connects but a new request
     bool StepCancelled = false;  ///< meanwhile, so that the step that runs sets no state any more
     LinkReport Report;
+    InterfaceSearch Search;
     double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
     double RequestedAt = 0;  ///< HighResTimer of the last live request
     /// HighResTimer of each PID's last value, 0 = none since the connect or for this frame.

@@ -102,6 +102,7 @@ void Act(std::uint8_t state) {
 /// A device that vanished has closed its port; the state follows unless a connect is asked for or
 /// running, which finds out by itself.
 void HandleLostDevice() {
+    if (basGlobal.Search.Running) return;
     NoteFault(LinkFault::LineLost, basGlobal.comOBD.Device());
     const std::uint8_t state = basGlobal.ConnState;
     if (state != kPortNotFound && state != kConnecting) basGlobal.ConnState = kNotConnected;
@@ -121,7 +122,10 @@ void HardwareStep() {
     // and must not be entered twice.
     basGlobal.tiHardware.SetEnabled(false);
     basGlobal.StepCancelled = false;
-    Act(basGlobal.ConnState);
+    if (basGlobal.Search.Wanted)
+        RunSearch();
+    else
+        Act(basGlobal.ConnState);
     if (!basGlobal.Closing) basGlobal.tiHardware.SetEnabled(true);
 }
 
@@ -129,14 +133,21 @@ void EndStep(std::uint8_t state) {
     if (!basGlobal.StepCancelled) basGlobal.ConnState = state;
 }
 
-void Disconnect() {
+void CloseLink() {
     GlobalState& g = basGlobal;
-    NoteFault(LinkFault::LetGo);
     g.comOBD.Close();  // which ends every wait for an answer
-    g.LetGo = g.StepCancelled = true;
+    g.StepCancelled = true;
     g.AwaitingReply = g.StepOwed = false;
     g.RxBuffer.clear();
     g.ConnState = kNotConnected;
+}
+
+void Disconnect() {
+    basGlobal.Search.Reconnects = false;
+    CancelSearch();
+    NoteFault(LinkFault::LetGo);
+    CloseLink();
+    basGlobal.LetGo = true;
 }
 
 const std::string& CurrentStatusText() {

@@ -234,6 +234,7 @@ AwaitedAnswer::~AwaitedAnswer() {
 std::string ReasonText() {
     const GlobalState& g = basGlobal;
     if (g.ConnState == kConnected || g.ConnState == kReceivingData) return QuietReason();
+    if (g.Search.Running) return g.Search.Text;
     std::string waiting = WaitReason();
     return waiting.empty() ? FaultReason() : waiting;
 }

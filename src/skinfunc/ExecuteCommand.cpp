@@ -157,6 +157,10 @@ void LetGoOfLink(const Command&) {
     Disconnect();
 }
 
+void FindLink(const Command&) {
+    FindAndConnect();
+}
+
 void ReadCodes(const Command&) {
     if (LinkIdle()) basGlobal.ConnState = kReadingCodes;
 }
@@ -300,6 +304,11 @@ constexpr CommandWord kCommandWords[] = {
       "new "
       "settings connect again"},
      LetGoOfLink},
+    {{"obd", Fixed, "find",
+      "looks for the interface on every port at every speed, saves what it finds and connects; "
+      "ends "
+      "the search that runs"},
+     FindLink},
     {{"obd", Fixed, "gettroublecodes", "reads the trouble codes, while connected"}, ReadCodes},
     {{"obd", Fixed, "cleartroublecodes", "asks, then clears the trouble codes, while connected"},
      AskToClearCodes},

@@ -1,4 +1,5 @@
 #include "core/basGlobal.h"
+#include "obd/basOBD.h"
 #include "platform/Text.h"
 #include "skinfunc/basValueProc.h"
 
@@ -26,6 +27,14 @@ bool NothingSelected(std::string_view) {
 
 bool Connected(std::string_view) {
     return basGlobal.ConnState == kConnected || basGlobal.ConnState == kReceivingData;
+}
+
+bool Connecting(std::string_view) {
+    return basGlobal.ConnState == kConnecting || basGlobal.ConnState == kInitializing;
+}
+
+bool Finding(std::string_view) {
+    return Searching();
 }
 
 bool Malfunction(std::string_view) {
@@ -83,6 +92,8 @@ constexpr ImageWord kImageWords[] = {
       "slider 0 is selected; those of shared sections count first"},
      SliderSelected},
     {{"obd", Fixed, "connected", "connected to the interface"}, Connected},
+    {{"obd", Fixed, "connecting", "on the way to being connected"}, Connecting},
+    {{"obd", Fixed, "finding", "the interface is being looked for"}, Finding},
     {{"obd", Fixed, "malfunction", "the vehicle's malfunction lamp is on"}, Malfunction},
     {{"sensoron", Sensor, "rpm.engine", "the sensor is switched on"}, SensorOn},
     {{"sensoractive", Sensor, "rpm.engine", "the same"}, SensorOn},
