@@ -88,9 +88,8 @@ void PaintSevenCharts(benchmark::State& state) {
     const ChartLook look{Filled(255, 150, Qt::black), 0x60FF60, 0x405040,
                          static_cast<std::int32_t>(state.range(0)), 60};
     for (auto _ : state) {
-        for (int i = 0; i < kChartLimit; ++i) {
+        for (int i = 0; i < kChartLimit; ++i)
             PaintChart(painter, QRect(i % 4 * 256, i / 4 * 160, 255, 150), record, look, 1);
-        }
     }
 }
 BENCHMARK(PaintSevenCharts)->DenseRange(0, 2)->Unit(benchmark::kMicrosecond);

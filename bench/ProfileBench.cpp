@@ -13,7 +13,7 @@ constexpr std::size_t kLimit = 63;
 
 /// A profile of the size of a skin: 20 pages of 200 keys.
 std::string WriteSkin(const QTemporaryDir& folder) {
-    const std::string file = folder.filePath(QStringLiteral("skin.ini")).toStdString();
+    std::string file = folder.filePath(QStringLiteral("skin.ini")).toStdString();
     std::ofstream text(file);
     for (int page = 0; page < 20; ++page) {
         text << "[page" << page << "]\n";
@@ -25,9 +25,8 @@ std::string WriteSkin(const QTemporaryDir& folder) {
 void ReadWarm(benchmark::State& state) {
     const QTemporaryDir folder;
     const std::string file = WriteSkin(folder);
-    for (auto _ : state) {
+    for (auto _ : state)
         benchmark::DoNotOptimize(ReadProfileString(file, "Page19", "Button199Up", "", kLimit));
-    }
 }
 BENCHMARK(ReadWarm);
 

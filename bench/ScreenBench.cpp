@@ -110,7 +110,7 @@ class FullPage {
     std::string Page(int shift) {
         std::string text = Element("Image", 0, "ground", 1, {0, 0}, {0, 0}) +
                            Keys("Image", 0, {"Picture=ground.png"});
-        for (int n = 0; n < 100; ++n) {
+        for (int n = 0; n < 100; ++n)
             text +=
                 Element("Button", n, "openmenu_x", 20, {2 + shift, 2}, {51, 42}) +
                 Keys("Button", n,
@@ -118,23 +118,19 @@ class FullPage {
                       "ImageFunction=obd_malfunction", "LabelX=14", "LabelY=10", "LabelWidth=44",
                       "LabelHeight=20", "LabelFontSize=9", "LabelColor=&HFFFFFF"}) +
                 "Button" + std::to_string(n) + "LabelFunction=" + Sensor() + "\n";
-        }
-        for (int n = 0; n < 41; ++n) {
+        for (int n = 0; n < 41; ++n)
             text += Element("Label", n, Sensor(), 14, {2 + shift, 215}, {73, 20}) +
                     Keys("Label", n, {"Width=72", "Height=20", "FontSize=10", "Color=&HFFFFFF"});
-        }
-        for (int n = 0; n < 17; ++n) {
+        for (int n = 0; n < 17; ++n)
             text += Element("Gauge", n, Sensor(), 17, {30 + shift, 305}, {60, 0}) +
                     Keys("Gauge", n,
                          {"Width=3", "Max=51", "AngleStart=45", "AngleEnd=315", "RadiusEnd=26",
                           "StretchY=100", "Color=255"});
-        }
-        for (int n = 0; n < 7; ++n) {
+        for (int n = 0; n < 7; ++n)
             text +=
                 Element("Chart", n, Sensor(), 7, {5 + shift, 340}, {145, 0}) +
                 Keys("Chart", n,
                      {"Background=chart.png", "Time=1", "Color=&H60FF60", "GridColor=&H405040"});
-        }
         for (int n = 0; n < 20; ++n) {
             text += Element("Bargraph", n, Sensor(), 20, {10 + shift, 425}, {50, 0}) +
                     Keys("Bargraph", n,

@@ -84,7 +84,7 @@ std::string LanguageFor(const std::string& locale, const std::string& languages)
         std::stringstream locales(
             ReadProfileString(JoinPath(languages, file), "General", "Locales", "", 255));
         for (std::string named; std::getline(locales, named, ',');) {
-            const std::string name = file.substr(0, file.size() - 4);
+            std::string name = file.substr(0, file.size() - 4);
             if (named == locale) return name;
             if (named == language) best = name;
         }
@@ -95,7 +95,7 @@ std::string LanguageFor(const std::string& locale, const std::string& languages)
 /// What a new user starts with: the texts of the system's language, where there is a file for it.
 std::string FirstLanguage(const std::string& data) {
     for (const std::string& locale : WantedLocales()) {
-        const std::string language = LanguageFor(locale, JoinPath(data, kLanguages));
+        std::string language = LanguageFor(locale, JoinPath(data, kLanguages));
         if (!language.empty()) return language;
     }
     return ReadProfileString(JoinPath(data, kSettings), "Options", "Language", "", kLongestSetting);
@@ -210,7 +210,7 @@ void UseInstalledData(const std::string& data, LaunchOptions& launch) {
 }
 
 std::string FilledUserFolder(LaunchOptions& launch) {
-    const std::string folder = UserFolder();
+    std::string folder = UserFolder();
     const std::string data = InstalledData();
     if (data.empty() || IsFilled(folder)) return folder;
     if (const auto failed = FillFolder(folder, data)) {

@@ -48,11 +48,10 @@ SkinWatch::Stamps SkinWatch::StampsOfSkin() {
     QFileInfoList files = Pictures();
     files.append(QFileInfo(Resolved(basGlobal.SkinFile)));
     Stamps stamps;
-    for (const QFileInfo& file : files) {
+    for (const QFileInfo& file : files)
         stamps[file.filePath().toStdString()] =
             std::to_string(file.size()) + ' ' +
             file.lastModified().toString(Qt::ISODateWithMs).toStdString();
-    }
     return stamps;
 }
 

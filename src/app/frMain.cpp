@@ -73,6 +73,11 @@ void frMain::ConnectTimers() {
     g.tiMain.OnTick([this] { RefreshScreen(*screen_); });
     g.tiAux.OnTick([] { basGlobal.StartupFlag = basGlobal.ResumeFlag = false; });
     g.tiDTCScroll.OnTick(ScrollTroubleCode);
+    g.tiNight.OnTick([] {
+        // Nothing that waits for the user is taken away.
+        if (BoxOpen() || MessageDialog()->IsOpen()) return;
+        if (FollowClock()) ShowInNewSkin();
+    });
 }
 
 void frMain::ConnectScreen() {
@@ -119,6 +124,7 @@ void frMain::Start(const Options& options) {
     g.tiMain.SetEnabled(true);
     g.tiAux.SetEnabled(true);
     g.tiHardware.SetEnabled(true);
+    g.tiNight.SetEnabled(true);
     show();
     started_ = true;
 }
@@ -190,7 +196,7 @@ void frMain::Unload() {
     g.Closing = true;  // every wait for the interface or the user ends
     SerialPort::AbortWaits();
     for (FormTimer* timer : {&g.tiMain, &g.tiAux, &g.tiHardware, &g.tiTimeout, &g.tiSkinReload,
-                             &g.tiDTCScroll, &g.tiKeyrepeat})
+                             &g.tiDTCScroll, &g.tiKeyrepeat, &g.tiNight})
         timer->SetEnabled(false);
 
     SaveResumeState();

@@ -2,7 +2,6 @@
 #include <QDir>
 #include <QTemporaryDir>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,6 +12,7 @@
 #include "app/SkinWatch.h"
 #include "app/frMain.h"
 #include "console/Console.h"
+#include "platform/Display.h"
 #include "platform/EndRequest.h"
 #include "platform/Paths.h"
 #include "platform/Terminal.h"
@@ -24,25 +24,6 @@ using namespace dravik;
 
 constexpr int kBadArguments = 2;
 
-/// Lets the program start where there is no desktop: on a plain framebuffer, and under a console
-/// also without any screen.
-bool ChooseDisplay(bool console) {
-#ifdef _WIN32
-    static_cast<void>(console);
-#else
-    for (const char* variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
-        if (const char* value = std::getenv(variable); value != nullptr && *value != 0) return true;
-    }
-    if (console)
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    else if (FileExists("/dev/fb0"))
-        qputenv("QT_QPA_PLATFORM", "linuxfb");
-    else
-        return false;
-#endif
-    return true;
-}
-
 /// The built-in vehicle. Its terminal stands behind a link in a folder that only this user enters:
 /// after an unplug it comes back under another number, and the old one may be another program's.
 struct DemoVehicle {
@@ -53,14 +34,10 @@ struct DemoVehicle {
 /// An empty text, or the reason why the vehicle does not start.
 std::string Start(DemoVehicle& vehicle, const std::string& scenario) {
     if (std::string error = vehicle.Server.LoadScenario(scenario); !error.empty()) return error;
-#ifdef _WIN32
-    return vehicle.Server.ServeTcp(0);
-#else
     if (!vehicle.Folder.isValid())
         return "no temporary folder: " + vehicle.Folder.errorString().toStdString();
-    return vehicle.Server.ServePseudoTerminal(
+    return vehicle.Server.ServeSerialLine(
         vehicle.Folder.filePath(QStringLiteral("interface")).toStdString());
-#endif
 }
 
 int Fail(const std::string& message) {

@@ -152,10 +152,9 @@ std::string ReportList() {
     const std::string name =
         slot < basGlobal.FolderName.size() ? basGlobal.FolderName[slot] : std::to_string(slot);
     std::string report = name + "\t" + std::to_string(list->Selected) + "\n";
-    for (const ListEntry& entry : list->Entries) {
+    for (const ListEntry& entry : list->Entries)
         report += OneLine(ToUtf8(entry.Text)) + "\t" + OneLine(ToUtf8(entry.Picture)) + "\t" +
                   OneLine(ToUtf8(entry.Tag)) + "\n";
-    }
     return report + ".";
 }
 

@@ -16,8 +16,9 @@ namespace dravik {
 
 namespace {
 
-constexpr std::size_t kMostLines = 1000;         ///< that wait; then the reader waits
-constexpr std::size_t kMostOutput = 256 * 1024;  ///< bytes that wait; then no request is taken
+constexpr std::size_t kMostLines = 1000;  ///< that wait; then the reader waits
+constexpr std::size_t kMostOutput =
+    std::size_t{256} * 1024;  ///< bytes that wait; then no request is taken
 constexpr std::chrono::milliseconds kPatience{500};
 
 }  // namespace

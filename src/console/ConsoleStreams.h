@@ -14,7 +14,7 @@ class ConsoleStreams {
  public:
     /// Longest line that is read whole; of a longer one only a beginning that is longer than this
     /// is kept.
-    static constexpr std::size_t kLongestLine = 16 * 1024;
+    static constexpr std::size_t kLongestLine = std::size_t{16} * 1024;
 
     /// Starts reading.
     /// @param changed  called on the user-interface thread when a line has come in where none

@@ -42,9 +42,8 @@ void ButtonEx::MoveTo(int x, int y) {
 
 void ButtonEx::SetScale(double scale) {
     box_.Scale = scale;
-    for (SkinPicture* picture : {&up_, &over_, &down_, &shown_, &image_}) {
+    for (SkinPicture* picture : {&up_, &over_, &down_, &shown_, &image_})
         *picture = picture->AtScale(scale);
-    }
     Place();
     update();
 }
@@ -60,7 +59,7 @@ void ButtonEx::SetSkinUp(const SkinPicture& picture) {
     Timer1_.stop();
     hoverOff_ = true;
     up_ = picture.AtScale(box_.Scale);
-    ShowState(ButtonState::kUp);
+    ShowState(ButtonState::Up);
     box_.Width = ButtonExtent(up_.DesignSize().width());
     box_.Height = ButtonExtent(up_.DesignSize().height());
     Place();
@@ -70,19 +69,19 @@ void ButtonEx::SetSkinUp(const SkinPicture& picture) {
 void ButtonEx::SetSkinOver(const SkinPicture& picture) {
     hoverOff_ = false;
     over_ = picture.AtScale(box_.Scale);
-    if (state_ == ButtonState::kOver) ShowState(state_);
+    if (state_ == ButtonState::Over) ShowState(state_);
 }
 
 void ButtonEx::SetSkinDown(const SkinPicture& picture) {
     down_ = picture.AtScale(box_.Scale);
-    if (state_ == ButtonState::kDown) ShowState(state_);
+    if (state_ == ButtonState::Down) ShowState(state_);
 }
 
 void ButtonEx::ShowState(ButtonState state) {
     state_ = state;
-    const SkinPicture& wanted = state == ButtonState::kDown ? down_
-                                : state == ButtonState::kUp ? up_
-                                                            : over_;
+    const SkinPicture& wanted = state == ButtonState::Down ? down_
+                                : state == ButtonState::Up ? up_
+                                                           : over_;
     if (wanted.IsNull() || wanted == shown_) return;
     shown_ = wanted;
     update();
@@ -152,6 +151,10 @@ void ButtonEx::SetLabelFontSize(double points) {
 void ButtonEx::SetLabelFont(const std::string& face) {
     SetLabelPart(labelLook_.Font, face);
 }
+void ButtonEx::SetLabelStyle(bool bold, bool italic) {
+    SetLabelPart(labelLook_.Bold, bold);
+    SetLabelPart(labelLook_.Italic, italic);
+}
 void ButtonEx::SetLabelForecolor(const std::string& number) {
     SetLabelPart(labelLook_.Color, ColorValue(number));
 }
@@ -170,12 +173,10 @@ void ButtonEx::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     const QSizeF size = shown_.DesignSize();
     PaintPicture(painter, box_.Part(0, 0, size.width(), size.height()), shown_);
-    if (imageVisible_ && event->region().intersects(ImageRect())) {
+    if (imageVisible_ && event->region().intersects(ImageRect()))
         PaintPicture(painter, ImageRect(), image_);
-    }
-    if (event->region().intersects(LabelRect())) {
+    if (event->region().intersects(LabelRect()))
         PaintText(painter, LabelRect(), shownCaption_, labelLook_, box_.Scale);
-    }
 }
 
 // Pointer -----------------------------------------------------------------------------------------
@@ -193,43 +194,40 @@ int Twips(double pixels, double scale) {
 
 void ButtonEx::mousePressEvent(QMouseEvent* event) {
     const QPointer<ButtonEx> alive(this);
-    if (event->button() == Qt::LeftButton) press_ = Press::kHeld;
-    if (MouseDown) {
+    if (event->button() == Qt::LeftButton) press_ = Press::Held;
+    if (MouseDown)
         MouseDown(ButtonNumber(*event), ShiftNumber(*event),
                   Twips(event->position().x(), box_.Scale),
                   Twips(event->position().y(), box_.Scale));
-    }
-    if (alive && press_ != Press::kDropped) ShowState(ButtonState::kDown);
+    if (alive && press_ != Press::Dropped) ShowState(ButtonState::Down);
 }
 
 void ButtonEx::mouseMoveEvent(QMouseEvent* event) {
-    if (press_ == Press::kDropped) {
+    if (press_ == Press::Dropped) {
         if (event->buttons().testFlag(Qt::LeftButton)) return;
-        press_ = Press::kNone;  // its release went elsewhere
+        press_ = Press::None;  // its release went elsewhere
     }
     if (hoverOff_) return;
-    if (!Timer1_.isActive()) {
+    if (!Timer1_.isActive())
         Timer1_.start();  // the pointer has just arrived
-    } else if (event->buttons() == Qt::NoButton) {
-        ShowStateOnce(ButtonState::kOver);
-    } else if (event->buttons().testFlag(Qt::LeftButton)) {
-        ShowStateOnce(ButtonState::kDown);
-    }
+    else if (event->buttons() == Qt::NoButton)
+        ShowStateOnce(ButtonState::Over);
+    else if (event->buttons().testFlag(Qt::LeftButton))
+        ShowStateOnce(ButtonState::Down);
     if (MouseEnter) MouseEnter();
 }
 
 void ButtonEx::mouseReleaseEvent(QMouseEvent* event) {
     const QPointer<ButtonEx> alive(this);
     const bool left = event->button() == Qt::LeftButton;
-    const Press press = left ? std::exchange(press_, Press::kNone) : press_;
-    if (press == Press::kDropped) return;
+    const Press press = left ? std::exchange(press_, Press::None) : press_;
+    if (press == Press::Dropped) return;
     const bool clicked =
-        left && press == Press::kHeld && rect().contains(event->position().toPoint());
-    if (MouseUp) {
+        left && press == Press::Held && rect().contains(event->position().toPoint());
+    if (MouseUp)
         MouseUp(ButtonNumber(*event), ShiftNumber(*event), Twips(event->position().x(), box_.Scale),
                 Twips(event->position().y(), box_.Scale));
-    }
-    if (alive) ShowState(PointerInside() ? ButtonState::kOver : ButtonState::kUp);
+    if (alive) ShowState(PointerInside() ? ButtonState::Over : ButtonState::Up);
     if (alive && clicked && Click) Click();
 }
 
@@ -239,14 +237,14 @@ void ButtonEx::mouseDoubleClickEvent(QMouseEvent* event) {
         return;
     }
     const QPointer<ButtonEx> alive(this);
-    press_ = Press::kClicked;
+    press_ = Press::Clicked;
     if (Click) Click();  // here, and not by the release that follows
-    if (alive && press_ == Press::kClicked && MouseDown) MouseDown(1, 0, 0, 0);
+    if (alive && press_ == Press::Clicked && MouseDown) MouseDown(1, 0, 0, 0);
 }
 
 void ButtonEx::DropPress() {
-    if (press_ != Press::kNone) press_ = Press::kDropped;
-    if (state_ == ButtonState::kDown) ShowState(ButtonState::kUp);
+    if (press_ != Press::None) press_ = Press::Dropped;
+    if (state_ == ButtonState::Down) ShowState(ButtonState::Up);
 }
 
 void ButtonEx::hideEvent(QHideEvent*) {
@@ -260,7 +258,7 @@ bool ButtonEx::PointerInside() const {
 void ButtonEx::CheckForLeave() {
     if (PointerInside()) return;
     Timer1_.stop();
-    ShowStateOnce(ButtonState::kUp);
+    ShowStateOnce(ButtonState::Up);
     if (MouseExit) MouseExit();
 }
 
@@ -270,15 +268,14 @@ void ButtonEx::CheckForLeave() {
 void ButtonEx::focusInEvent(QFocusEvent* event) {
     const Qt::FocusReason reason = event->reason();
     if (hoverOff_ || (reason != Qt::TabFocusReason && reason != Qt::BacktabFocusReason &&
-                      reason != Qt::OtherFocusReason)) {
+                      reason != Qt::OtherFocusReason))
         return;
-    }
-    ShowStateOnce(ButtonState::kOver);
+    ShowStateOnce(ButtonState::Over);
     if (MouseEnter) MouseEnter();
 }
 
 void ButtonEx::focusOutEvent(QFocusEvent*) {
-    if (Timer1_.isActive() || state_ != ButtonState::kUp) CheckForLeave();
+    if (Timer1_.isActive() || state_ != ButtonState::Up) CheckForLeave();
 }
 
 }  // namespace dravik

@@ -13,7 +13,7 @@
 namespace dravik {
 
 /// Which picture a button shows.
-enum class ButtonState : std::int16_t { kDown = 0, kUp = 1, kOver = 2 };
+enum class ButtonState : std::int16_t { Down = 0, Up = 1, Over = 2 };
 
 constexpr int kTwipsPerPixel = 15;  ///< at 96 dots per inch
 
@@ -78,6 +78,7 @@ class ButtonEx : public QWidget {
     void SetLabelHeight(int height);
     void SetLabelFontSize(double points);
     void SetLabelFont(const std::string& face);
+    void SetLabelStyle(bool bold, bool italic);
     void SetLabelForecolor(const std::string& number);  ///< see ColorValue
     void SetLabelAlignment(int alignment);              ///< 0 left, 1 right, 2 centre
     void SetLabelCaption(const std::string& text);
@@ -111,10 +112,10 @@ class ButtonEx : public QWidget {
  private:
     /// What became of the left button's press.
     enum class Press {
-        kNone,
-        kHeld,     ///< its release inside is a click
-        kClicked,  ///< the second one of a double click, which has clicked already
-        kDropped,  ///< still held, but no longer meant for what the button is now
+        None,
+        Held,     ///< its release inside is a click
+        Clicked,  ///< the second one of a double click, which has clicked already
+        Dropped,  ///< still held, but no longer meant for what the button is now
     };
 
     void ShowState(ButtonState state);
@@ -134,9 +135,9 @@ class ButtonEx : public QWidget {
     SkinPicture over_;
     SkinPicture down_;
     SkinPicture shown_;
-    ButtonState state_ = ButtonState::kUp;
+    ButtonState state_ = ButtonState::Up;
     bool hoverOff_ = true;
-    Press press_ = Press::kNone;
+    Press press_ = Press::None;
 
     SkinPicture image_;
     bool imageVisible_ = true;

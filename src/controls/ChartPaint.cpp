@@ -25,7 +25,8 @@ constexpr double kPointSize = 2;
 constexpr double kTraceWidth = 2;  ///< design pixels; seen at arm's length, unlike a hair line
 constexpr int kAreaOpacity = 110;  ///< of 255; the grid stays visible through the area
 
-enum Mode : std::int32_t { kLine = 0, kArea = 1, kPoints = 2 };
+constexpr std::int32_t kArea = 1;  ///< ChartLook::Mode
+constexpr std::int32_t kPoints = 2;
 
 struct ChartLayout {
     QRect Plot;  ///< grid and trace; the strips above and below it are for the labels

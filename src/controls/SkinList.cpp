@@ -179,11 +179,10 @@ void SkinList::ScrollIntoView(int index) {
     if (index < 1 || index > Count()) return;
     const int top = (index - 1) * RowPixels();
     const int bottom = top + RowPixels();
-    if (top < offset_) {
+    if (top < offset_)
         ScrollTo(top);
-    } else if (bottom > offset_ + height()) {
+    else if (bottom > offset_ + height())
         ScrollTo(bottom - height());
-    }
 }
 
 // Pointer -----------------------------------------------------------------------------------------

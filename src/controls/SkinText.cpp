@@ -1,8 +1,10 @@
 #include "controls/SkinText.h"
 
 #include <QApplication>
+#include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
+#include <QTextLayout>
 #include <QTextOption>
 #include <algorithm>
 #include <charconv>
@@ -81,6 +83,28 @@ void PaintText(QPainter& painter, const QRect& rectangle, const QString& text, c
     painter.setFont(SkinFont(look, scale));
     painter.setPen(SkinColor(look.Color));
     painter.drawText(rectangle, int(SkinAlignment(look.Alignment) | Qt::AlignTop), text);
+}
+
+QString WrapText(const QString& text, double width, int lines, const QFont& font) {
+    QTextOption option;
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    QStringList wrapped;
+    for (const QString& paragraph : text.split(QLatin1Char('\n'))) {
+        QTextLayout layout(paragraph, font);
+        layout.setTextOption(option);
+        layout.beginLayout();
+        for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+            line.setLineWidth(width);
+            if (wrapped.size() == lines - 1) {
+                wrapped += QFontMetricsF(font).elidedText(paragraph.mid(line.textStart()),
+                                                          Qt::ElideRight, width);
+                return wrapped.join(QLatin1Char('\n'));
+            }
+            wrapped += paragraph.mid(line.textStart(), line.textLength()).trimmed();
+        }
+        layout.endLayout();
+    }
+    return wrapped.join(QLatin1Char('\n'));
 }
 
 // Fitted texts

@@ -50,6 +50,10 @@ QString ShownText(std::string_view bytes);
 void PaintText(QPainter& painter, const QRect& rectangle, const QString& text, const TextLook& look,
                double scale);
 
+/// A text broken at words into lines of at most that width in window pixels; of what is left when
+/// the lines are full the beginning is kept, with "..." behind it.
+QString WrapText(const QString& text, double width, int lines, const QFont& font);
+
 /// A text in the form in which it fits somewhere.
 struct FittedText {
     QString Text;

@@ -52,9 +52,8 @@ void Slider::MoveTo(int x, int y) {
 
 void Slider::SetScale(double scale) {
     box_.Scale = scale;
-    for (SkinPicture* picture : {&back_, &progress_, &bar_, &barOver_, &barDown_, &drawnKnob_}) {
+    for (SkinPicture* picture : {&back_, &progress_, &bar_, &barOver_, &barDown_, &drawnKnob_})
         *picture = picture->AtScale(scale);
-    }
     Place();
     update();
 }

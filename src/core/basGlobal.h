@@ -40,6 +40,7 @@ enum : std::int16_t {
 
 constexpr int kPidCount = 80;       ///< PIDs 00 to 4F
 constexpr int kSensorLimit = 91;    ///< sensors 0 to 90
+constexpr int kPanelTiles = 4;      ///< values that the user chooses for the page "panel"
 constexpr int kCodeLimit = 129;     ///< trouble codes 0 to 128
 constexpr int kChartLimit = 7;      ///< charts 0 to 6
 constexpr int kGaugeLimit = 17;     ///< gauges 0 to 16
@@ -189,6 +190,8 @@ struct GlobalState {
     std::int16_t Misc = 0;
     float ImageScale = 0;  ///< ScaleImageWidth / 100
     bool HidePointer = false;
+    bool NightNow = false;   ///< the clock says that the skin for the night is to be shown
+    std::string ChosenSkin;  ///< by a command, until day or night begins; empty when none was
 
     // Life of the program.
     bool StartupFlag = false;
@@ -222,6 +225,9 @@ struct GlobalState {
     /// HighResTimer of each PID's last value, 0 = none since the connect or for this frame.
     std::array<double, kPidCount> LiveAt{};
     std::array<double, kPidCount> FreezeAt{};
+    /// The least and the greatest live number of each PID since the connect, where LiveAt is not 0.
+    std::array<std::int32_t, kPidCount> LiveLeast{};
+    std::array<std::int32_t, kPidCount> LiveGreatest{};
     double RoundBegan = 0;      ///< HighResTimer when the requests began at the first PID again
     double RoundSeconds = 0;    ///< how long the last whole round of requests took
     bool ValuesCame = false;    ///< a live reply since the last connect brought a value
@@ -243,6 +249,9 @@ struct GlobalState {
     // Sensors, charts and lists.
     std::array<SensorRecord, kSensorLimit> Sensors;
     std::int16_t SensorCount = 0;
+    std::string PickedSensor;                          ///< shown large on the page "value"
+    std::array<std::string, kPanelTiles> PanelSensors;  ///< of the page "panel", tiles 1 to 4
+    int PanelTile = 1;                                 ///< whose sensor is being chosen
     std::array<ChartRecord, kChartLimit> Charts;
     int ChartCount = 0;
     std::array<ListSlot, kListSlots> Lists;
@@ -259,6 +268,7 @@ struct GlobalState {
     FormTimer tiSkinReload{50};
     FormTimer tiDTCScroll{500};
     FormTimer tiKeyrepeat{0};
+    FormTimer tiNight{5000};
 };
 
 /// The one instance. A test puts all of it back with `basGlobal = GlobalState{}` and InitGlobals.

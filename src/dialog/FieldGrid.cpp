@@ -107,8 +107,9 @@ void CellGrid::AlignCaptions(int columns) {
 }
 
 void ArrangeCells(QWidget* page, int columns, bool stacked) {
-    if (auto* grid = dynamic_cast<CellGrid*>(page)) grid->Arrange(columns, stacked);
-    for (QWidget* widget : page->findChildren<QWidget*>()) {
+    QList<QWidget*> widgets = page->findChildren<QWidget*>();
+    widgets.prepend(page);
+    for (QWidget* widget : widgets) {
         if (auto* grid = dynamic_cast<CellGrid*>(widget)) grid->Arrange(columns, stacked);
     }
 }

@@ -35,7 +35,6 @@ constexpr const char* kBaudrates[] = {"9600",  "10400",  "19200",  "38400",
                                       "57600", "115200", "230400", "500000"};
 /// Where an interface in a network of its own usually answers.
 constexpr const char* kNetworkDevice = "tcp://192.168.0.10:35000";
-constexpr std::string_view kIniExtension = ".ini";
 
 /// The check boxes by their bit; the first three say what happens at start-up.
 constexpr std::array<const char*, GeneralTab::kMiscOptions> kMiscCaptions = {
@@ -43,22 +42,17 @@ constexpr std::array<const char*, GeneralTab::kMiscOptions> kMiscCaptions = {
     "Mouse Wheel Support", "aux",         "aux",          "aux"};
 constexpr std::size_t kStartupOptions = 3;
 
+void Offer(QComboBox* box, const std::vector<std::string>& names) {
+    box->clear();
+    for (const std::string& name : names) box->addItem(Shown(name));
+}
+
 QString PortPrefix() {
     return QString::fromLatin1(RowOf(Setting::ComPort).Prefix);
 }
 
 QString PortName(int number) {
     return PortPrefix() + QString::number(number);
-}
-
-/// Names of the ini files of a folder, without the extension. A file that is nothing but the
-/// extension has no name to choose it by.
-void OfferIniFiles(QComboBox* box, const std::string& folder) {
-    box->clear();
-    for (const std::string& file : FilesMatching(folder, kIniExtension)) {
-        const std::string name = file.substr(0, file.size() - kIniExtension.size());
-        if (!name.empty()) box->addItem(Shown(name));
-    }
 }
 
 /// A dialog that puts the chosen path into the field.
@@ -78,8 +72,8 @@ GeneralTab::GeneralTab(std::function<void(const QString& message)> tell) : tell_
     page->setContentsMargins(Px(6), Px(6), Px(6), Px(6));
     page->Add(InterfaceGroup(), true);
     page->Add(OptionsGroup(), true);
-    page->Add(SettingsGroup(QStringLiteral("Skin"), SettingFrame::Skin));
-    page->Add(SettingsGroup(QStringLiteral("Language"), SettingFrame::Language));
+    page->Add(SettingsGroup(QStringLiteral("Skin"), SettingFrame::Skin), true);
+    page->Add(SettingsGroup(QStringLiteral("Language"), SettingFrame::Language), true);
     page->Add(KeyboardGroup(), true);
     page->Add(AdditionsGroup(), true);
     page->Add(MakeCanGroup(), true);
@@ -108,6 +102,7 @@ QWidget* GeneralTab::MakeControl(std::size_t setting) {
         return steps;
     }
     fields_[setting] = MakeField(row.Field);
+    fields_[setting]->setPlaceholderText(QString::fromLatin1(row.WhenEmpty));
     return fields_[setting];
 }
 
@@ -226,8 +221,10 @@ void GeneralTab::FillAdditions() {
 
 void GeneralTab::Fill(const SettingsValues& values) {
     values_ = values;
-    OfferIniFiles(BoxOf(Setting::Skin), basGlobal.SkinPath);
-    OfferIniFiles(BoxOf(Setting::Language), basGlobal.LanguagePath);
+    for (std::size_t i = 0; i < kSettingCount; ++i) {
+        if (kSettingRows[i].Choice == SettingChoice::Skins) Offer(boxes_[i], SkinNames());
+    }
+    Offer(BoxOf(Setting::Language), LanguageNames());
     for (std::size_t i = 0; i < kMiscOptions; ++i)
         chMiscOptions_[i]->setChecked((values.Misc & (1 << i)) != 0);
     for (std::size_t i = 0; i < kSettingCount; ++i) {

@@ -38,13 +38,45 @@ constexpr int kArrowWidth = 12;
 constexpr int kTextPixels = 16;
 constexpr double kPressDelay = 0.15;  // seconds until a press counts as none that pushes the page
 
-constexpr QColor kBack(24, 28, 34);
-constexpr QColor kField(35, 42, 52);
-constexpr QColor kButton(44, 52, 64);
-constexpr QColor kEdge(120, 138, 160);
-constexpr QColor kText(230, 234, 240);
-constexpr QColor kFaint(138, 150, 166);
-constexpr QColor kAccent(86, 156, 214);
+/// A colour of the dialog over a dark skin, and what takes its place over a light one.
+struct LookColor {
+    const char* Night;
+    const char* Day;
+};
+constexpr LookColor kBack{"#181c22", "#e9edf1"};
+constexpr LookColor kField{"#232a34", "#fbfcfd"};
+constexpr LookColor kButton{"#2c3440", "#f3f6f8"};
+constexpr LookColor kEdge{"#788aa0", "#8d9ba9"};
+constexpr LookColor kText{"#e6eaf0", "#0b1016"};
+constexpr LookColor kFaint{"#8a96a6", "#55616e"};
+constexpr LookColor kDisabled{"#5d6878", "#93a0ad"};
+constexpr LookColor kAccent{"#569cd6", "#005290"};
+
+/// The colours of the sheet; a row replaces the first by the second.
+constexpr LookColor kSheetColors[] = {
+    kBack,
+    kField,
+    kButton,
+    kText,
+    kFaint,
+    kDisabled,
+    kAccent,
+    {"#ff9d76", "#a63c00"},  // the message
+    {"#333d4b", "#b4bfca"},  // edges: frames and tables
+    {"#3f4b5c", "#8d9ba9"},  // fields
+    {"#4a5769", "#8d9ba9"},  // buttons
+    {"#2c3541", "#cbd3db"},  // what is disabled
+    {"#1d222a", "#f1f4f7"},  // groups and tables
+    {"#20262f", "#e7ecf1"},  // every other row
+    {"#2a323d", "#cbd3db"},  // lines between rows
+    {"#364152", "#e2f0fa"},  // under the pointer
+    {"#1e242c", "#b5d9f0"},  // pressed
+    {"#3d7fb5", "#003d6b"},  // pressed, accented
+    {"#7db8e8", "#005290"},  // links
+    {"#b4bfcd", "#3c4854"},  // tabs and headers
+    {"#9fd0a4", "#1d6b2a"},  // results
+    {"#10141a", "#ffffff"},  // text on the accent
+};
 
 /// Every number of pixels is a measure.
 constexpr const char* kStyleSheet = R"(
@@ -115,11 +147,20 @@ QScrollBar::add-page, QScrollBar::sub-page { background: none; }
 )";
 
 double touchScale = 1;
+bool daylight = false;
+
+QColor ColorOf(const LookColor& color) {
+    return QColor(QLatin1String(daylight ? color.Day : color.Night));
+}
 
 /// The sheet with its measures in pixels.
 QString ScaledSheet() {
     QString scaled;
-    const QString sheet = QString::fromLatin1(kStyleSheet);
+    QString sheet = QString::fromLatin1(kStyleSheet);
+    if (daylight) {
+        for (const LookColor& color : kSheetColors)
+            sheet.replace(QLatin1String(color.Night), QLatin1String(color.Day));
+    }
     static const QRegularExpression kMeasure(QStringLiteral("(\\d+)px"));
     qsizetype done = 0;
     for (auto found = kMeasure.globalMatch(sheet); found.hasNext();) {
@@ -148,7 +189,7 @@ class ChoiceDelegate : public QStyledItemDelegate {
                const QModelIndex& index) const override {
         QStyledItemDelegate::paint(painter, option, index);
         const bool selected = (option.state & QStyle::State_Selected) != 0;
-        painter->setPen(selected ? kBack : kFaint);
+        painter->setPen(ColorOf(selected ? kBack : kFaint));
         painter->setFont(option.font);
         painter->drawText(option.rect.adjusted(0, 0, -Px(kNoteMargin), 0),
                           Qt::AlignRight | Qt::AlignVCenter, index.data(kNoteRole).toString());
@@ -222,26 +263,27 @@ void OfferKeyboard(QLineEdit* field) {
 }
 
 /// For what the style draws by itself: boxes, arrows and ticks.
-QPalette DarkPalette() {
+QPalette LookPalette() {
     QPalette palette;
-    palette.setColor(QPalette::Window, kEdge);  // the style draws edges in a darker shade of it
-    palette.setColor(QPalette::Base, kField);
-    palette.setColor(QPalette::AlternateBase, kButton);
-    palette.setColor(QPalette::Button, kButton);
+    palette.setColor(QPalette::Window,
+                     ColorOf(kEdge));  // the style draws edges in a darker shade of it
+    palette.setColor(QPalette::Base, ColorOf(kField));
+    palette.setColor(QPalette::AlternateBase, ColorOf(kButton));
+    palette.setColor(QPalette::Button, ColorOf(kButton));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(role, kText);
-    palette.setColor(QPalette::PlaceholderText, kFaint);
-    palette.setColor(QPalette::Highlight, kAccent);
-    palette.setColor(QPalette::HighlightedText, kBack);
+        palette.setColor(role, ColorOf(kText));
+    palette.setColor(QPalette::PlaceholderText, ColorOf(kFaint));
+    palette.setColor(QPalette::Highlight, ColorOf(kAccent));
+    palette.setColor(QPalette::HighlightedText, ColorOf(kBack));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, kFaint.darker());
+        palette.setColor(QPalette::Disabled, role, ColorOf(kDisabled));
     return palette;
 }
 
 QComboBox* MakeCombo(const char* name) {
     auto* box = new QComboBox;
     box->setObjectName(QString::fromLatin1(name));
-    box->setPalette(DarkPalette());
+    box->setPalette(LookPalette());
     box->setMinimumHeight(Px(kTouchHeight));
     box->setMaxVisibleItems(kVisibleChoices);
     box->setItemDelegate(new ChoiceDelegate(box));
@@ -267,13 +309,14 @@ int Px(int measure) {
 
 void ApplySettingsLook(QWidget* window, double scale) {
     touchScale = scale;
+    daylight = EqualsNoCase(ReadSkinValue("General", "Look"), "day");
     auto* style = new TouchStyle;
     // Not the window's child: the controls, an open drop-down list among them, need it to their
     // end.
     QObject::connect(window, &QObject::destroyed, [style] { DeleteLater(style); });
     window->setStyle(style);
-    QPalette palette = DarkPalette();
-    palette.setColor(QPalette::Window, kBack);
+    QPalette palette = LookPalette();
+    palette.setColor(QPalette::Window, ColorOf(kBack));
     window->setPalette(palette);
     QFont font = window->font();
     font.setPixelSize(Px(kTextPixels));
@@ -284,7 +327,7 @@ void ApplySettingsLook(QWidget* window, double scale) {
 void FitForTouch(QDialog* dialog) {
     for (QWidget* widget : dialog->findChildren<QWidget*>()) {
         const bool box = qobject_cast<QComboBox*>(widget) != nullptr;
-        if (box) widget->setPalette(DarkPalette());
+        if (box) widget->setPalette(LookPalette());
         if (box || qobject_cast<QLineEdit*>(widget) != nullptr ||
             qobject_cast<QAbstractButton*>(widget) != nullptr)
             widget->setMinimumHeight(Px(kTouchHeight));
@@ -321,7 +364,7 @@ QLineEdit* MakeField(const char* name) {
 QCheckBox* MakeCheck(const char* name, const QString& text) {
     auto* check = new QCheckBox(text);
     check->setObjectName(QString::fromLatin1(name));
-    check->setPalette(DarkPalette());
+    check->setPalette(LookPalette());
     check->setMinimumHeight(Px(kTouchHeight));
     return check;
 }

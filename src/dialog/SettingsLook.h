@@ -33,7 +33,8 @@ double TouchScale(QSize dialog);
 /// A measure in pixels of the dialog that was given its look last.
 int Px(int measure);
 
-/// Gives a window the look of the program: dark slate, one accent colour. To be called before the
+/// Gives a window the look of the program: one accent colour on dark slate, or on light grey where
+/// the skin's key Look says so. To be called before the
 /// controls are made, since they take their size from the scale.
 void ApplySettingsLook(QWidget* window, double scale);
 

@@ -210,7 +210,10 @@ void frSettings::Save() {
         return;
     }
     // A skin or language chosen here takes the place of one from the command line.
-    if (values[Setting::Skin] != before[Setting::Skin]) basGlobal.Launch.Skin.clear();
+    if (values[Setting::Skin] != before[Setting::Skin]) {
+        basGlobal.Launch.Skin.clear();
+        basGlobal.ChosenSkin.clear();
+    }
     if (values[Setting::Language] != before[Setting::Language]) basGlobal.Launch.Language.clear();
     Apply();
 }

@@ -109,7 +109,7 @@ bool RunSequence() {
 
 std::string PortDevice(int number) {
     const std::string name = "COM" + std::to_string(number);
-    const std::string device = ReadIniString(basGlobal.IniFile, "Ports", name);
+    std::string device = ReadIniString(basGlobal.IniFile, "Ports", name);
     if (device != "0" && !device.empty()) return device;
     return DefaultPortDevice(number);
 }

@@ -82,8 +82,13 @@ bool StoreValue(const std::string& line) {
     const bool freeze = FreezeFrameMode();
     (freeze ? g.FreezeRaw : g.LiveRaw)[pid] = *value;
     // A refusal is stored, too, but nobody may take it for a measurement.
-    if (mode == kReplyOffset + (freeze ? kFreezeMode : kLiveMode))
-        (freeze ? g.FreezeAt : g.LiveAt)[pid] = HighResTimer();
+    if (mode != kReplyOffset + (freeze ? kFreezeMode : kLiveMode)) return true;
+    if (!freeze) {
+        const bool first = g.LiveAt[pid] == 0;
+        g.LiveLeast[pid] = first ? *value : std::min(g.LiveLeast[pid], *value);
+        g.LiveGreatest[pid] = first ? *value : std::max(g.LiveGreatest[pid], *value);
+    }
+    (freeze ? g.FreezeAt : g.LiveAt)[pid] = HighResTimer();
     return true;
 }
 

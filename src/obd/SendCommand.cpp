@@ -23,7 +23,7 @@ constexpr double kQuietBus = 10;
 constexpr double kQuietBeforeResend = 2;
 
 // A line that talks without a prompt must not eat the memory or the disk.
-constexpr std::size_t kTextLimit = 64 * 1024;
+constexpr std::size_t kTextLimit = std::size_t{64} * 1024;
 
 bool HasPrompt(std::string_view text) {
     return text.find('>') != std::string_view::npos;

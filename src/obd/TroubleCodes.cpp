@@ -72,10 +72,9 @@ void DecodeCodes(const std::string& reply) {
 
     const std::size_t count =
         std::min<std::size_t>(static_cast<std::size_t>(basGlobal.DtcCount), kCodeLimit);
-    for (std::size_t k = 0; k < count; ++k) {
+    for (std::size_t k = 0; k < count; ++k)
         basGlobal.DtcList[k] =
             DecodeCode(Middle(line, base + 3 + 6 * k, 2) + Middle(line, base + 6 + 6 * k, 2));
-    }
 }
 
 /// The state after an exchange that the interface may have ended by disappearing.

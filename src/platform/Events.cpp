@@ -32,9 +32,8 @@ void WaitForEvents(double seconds) {
 }
 
 void PostToUserInterface(std::function<void()> work) {
-    if (QCoreApplication* application = QCoreApplication::instance()) {
+    if (QCoreApplication* application = QCoreApplication::instance())
         QMetaObject::invokeMethod(application, std::move(work), Qt::QueuedConnection);
-    }
 }
 
 }  // namespace dravik

@@ -77,11 +77,10 @@ FormTimer& FormTimer::operator=(FormTimer&&) noexcept = default;
 void FormTimer::SetEnabled(bool enabled) {
     if (enabled == impl_->Enabled) return;
     impl_->Enabled = enabled;
-    if (enabled) {
+    if (enabled)
         impl_->Start();
-    } else {
+    else
         impl_->Stop();
-    }
 }
 
 bool FormTimer::Enabled() const {

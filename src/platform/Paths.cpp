@@ -12,9 +12,8 @@ namespace dravik {
 std::string JoinPath(std::string_view folder, std::string_view name) {
     constexpr std::string_view kSeparators = "/\\";
     if (folder.empty()) return std::string(name);
-    while (!name.empty() && kSeparators.find(name.front()) != std::string_view::npos) {
+    while (!name.empty() && kSeparators.find(name.front()) != std::string_view::npos)
         name.remove_prefix(1);
-    }
     std::string path(folder);
     if (kSeparators.find(path.back()) == std::string_view::npos) path += kPathSeparator;
     return path.append(name);

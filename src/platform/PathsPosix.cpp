@@ -118,9 +118,8 @@ std::optional<std::int64_t> FileSize(std::string_view path) {
 std::optional<std::string> ReadWholeFile(std::string_view path, std::int64_t maxBytes) {
     const ResolvedFile file = Resolve(path);
     // Pipes and devices would block or never end.
-    if (!file.Info || !S_ISREG(file.Info->st_mode) || file.Info->st_size > maxBytes) {
+    if (!file.Info || !S_ISREG(file.Info->st_mode) || file.Info->st_size > maxBytes)
         return std::nullopt;
-    }
     const int descriptor = ::open(file.Path.c_str(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0) return std::nullopt;
 

@@ -53,9 +53,8 @@ bool LiesBeneath(std::string_view path, std::string_view folder) {
 std::optional<std::int64_t> FileSize(std::string_view path) {
     WIN32_FILE_ATTRIBUTE_DATA data{};
     if (!FileExists(path) ||
-        !::GetFileAttributesExW(ToWide(ResolvePath(path)).c_str(), GetFileExInfoStandard, &data)) {
+        !::GetFileAttributesExW(ToWide(ResolvePath(path)).c_str(), GetFileExInfoStandard, &data))
         return std::nullopt;
-    }
     return static_cast<std::int64_t>(data.nFileSizeHigh) << 32 | data.nFileSizeLow;
 }
 
@@ -70,12 +69,10 @@ std::optional<std::string> ReadWholeFile(std::string_view path, std::int64_t max
     if (::GetFileSizeEx(file, &size) && size.QuadPart <= maxBytes) {
         content.emplace(static_cast<std::size_t>(size.QuadPart), '\0');
         DWORD count = 0;
-        if (::ReadFile(file, content->data(), static_cast<DWORD>(content->size()), &count,
-                       nullptr)) {
+        if (::ReadFile(file, content->data(), static_cast<DWORD>(content->size()), &count, nullptr))
             content->resize(count);
-        } else {
+        else
             content.reset();
-        }
     }
     ::CloseHandle(file);
     return content;
@@ -100,9 +97,8 @@ std::vector<std::string> FileNamesIn(const std::string& resolvedFolder) {
     const HANDLE search = ::FindFirstFileW(ToWide(JoinPath(resolvedFolder, "*")).c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE) return names;
     do {
-        if (!(entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) {
+        if (!(entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
             names.push_back(FromWide(entry.cFileName));
-        }
     } while (::FindNextFileW(search, &entry));
     ::FindClose(search);
     return names;

@@ -62,9 +62,8 @@ bool StartWithBytes(const std::string& program, const std::string& argument) {
 
 bool Start(const std::string& program, qint64* id) {
     // A path may hold blanks; only what is no file is taken apart as a command line.
-    if (FileExists(program)) {
+    if (FileExists(program))
         return StartDetached(QDir().absoluteFilePath(FileName(ResolvePath(program))), {}, id);
-    }
     QStringList words = QProcess::splitCommand(FileName(program));
     if (words.isEmpty()) return false;
     const QString first = words.takeFirst();

@@ -29,9 +29,8 @@ bool StartCommandLine(const std::string& commandLine, HANDLE* started) {
     startup.wShowWindow = SW_SHOWMINIMIZED;
     PROCESS_INFORMATION process{};
     if (!::CreateProcessW(nullptr, words.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                          &startup, &process)) {
+                          &startup, &process))
         return false;
-    }
     ::CloseHandle(process.hThread);
     *started = process.hProcess;
     return true;

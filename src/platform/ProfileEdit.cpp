@@ -72,11 +72,10 @@ class ProfileEditor {
     void Delete(std::string_view section, std::string_view key) {
         const std::size_t first = FirstLineOf(section);
         for (std::size_t i = first + 1; i < lines_.size() && !IsSection(i);) {
-            if (IsKey(i, key)) {
+            if (IsKey(i, key))
                 lines_.erase(lines_.begin() + static_cast<std::ptrdiff_t>(i));
-            } else {
+            else
                 ++i;
-            }
         }
     }
 
@@ -146,11 +145,10 @@ std::optional<std::string> Edited(std::string_view text, const std::vector<Profi
         const std::string_view section = Trimmed(entry.Section);
         const std::string_view key = Trimmed(entry.Key);
         if (!IsSectionName(section) || !IsKeyName(key)) return std::nullopt;
-        if (entry.Value) {
+        if (entry.Value)
             editor.Write(section, key, *entry.Value);
-        } else {
+        else
             editor.Delete(section, key);
-        }
     }
     return editor.Text();
 }

@@ -72,9 +72,8 @@ std::size_t ProfileIndex::SlotOf(std::uint32_t hash, std::string_view section,
     for (; slots_[slot] != 0; slot = (slot + 1) & mask) {
         const Entry& entry = entries_[slots_[slot] - 1];
         if (entry.Hash == hash && EqualsNoCase(entry.Key, key) &&
-            EqualsNoCase(entry.Section, section)) {
+            EqualsNoCase(entry.Section, section))
             break;
-        }
     }
     return slot;
 }
@@ -99,9 +98,8 @@ std::vector<std::string> ProfileIndex::Keys(std::string_view section) const {
     std::vector<std::string> names;
     const std::uint32_t number = slots_[SlotOf(HashOf(HashOf(section), {}), section, {})];
     if (number == 0) return names;
-    for (std::size_t i = number; i < entries_.size() && !entries_[i].Key.empty(); ++i) {
+    for (std::size_t i = number; i < entries_.size() && !entries_[i].Key.empty(); ++i)
         names.emplace_back(entries_[i].Key);
-    }
     return names;
 }
 

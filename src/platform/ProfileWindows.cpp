@@ -19,9 +19,8 @@ std::string ProfilePath(const std::string& file) {
     char bytes[65536];
     BOOL lossy = FALSE;
     ::WideCharToMultiByte(CP_ACP, 0, path, -1, bytes, sizeof bytes, nullptr, &lossy);
-    if (lossy && ::GetShortPathNameW(path, path, 32768) > 0) {
+    if (lossy && ::GetShortPathNameW(path, path, 32768) > 0)
         ::WideCharToMultiByte(CP_ACP, 0, path, -1, bytes, sizeof bytes, nullptr, nullptr);
-    }
     return bytes;
 }
 
@@ -38,9 +37,8 @@ std::vector<std::string> Names(const std::string& file, const char* section) {
         buffer.resize(buffer.size() * 2);
     }
     std::vector<std::string> names;
-    for (std::size_t i = 0; i < length; i += names.back().size() + 1) {
+    for (std::size_t i = 0; i < length; i += names.back().size() + 1)
         names.emplace_back(buffer.c_str() + i);
-    }
     return names;
 }
 

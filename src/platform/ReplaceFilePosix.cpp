@@ -168,9 +168,8 @@ bool FileReplacement::Ready() const {
 
 bool FileReplacement::Commit() {
     if (!Ready() || !Names(temporary_, Number(file_)) ||
-        ::rename(temporary_.c_str(), target_.c_str()) != 0) {
+        ::rename(temporary_.c_str(), target_.c_str()) != 0)
         return false;
-    }
     ::close(Number(std::exchange(file_, kNoFile)));
     // The new content is in place; this makes the new name outlast a power cut.
     const int folder = ::open(FolderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);

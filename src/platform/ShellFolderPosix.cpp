@@ -67,17 +67,17 @@ ShellListing ReadTop() {
 
 // Folders of the file system ----------------------------------------------------------------------
 
-enum class EntryKind { kFolder, kFile, kOther };
+enum class EntryKind { Folder, File, Other };
 
 /// The directory itself tells the kind of most entries; only a link has to be followed.
 EntryKind KindOfEntry(int directory, const dirent& entry) {
-    if (entry.d_type == DT_DIR) return EntryKind::kFolder;
-    if (entry.d_type == DT_REG) return EntryKind::kFile;
-    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return EntryKind::kOther;
+    if (entry.d_type == DT_DIR) return EntryKind::Folder;
+    if (entry.d_type == DT_REG) return EntryKind::File;
+    if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return EntryKind::Other;
     FileInfo info;
-    if (::fstatat(directory, entry.d_name, &info, 0) != 0) return EntryKind::kOther;
-    if (S_ISDIR(info.st_mode)) return EntryKind::kFolder;
-    return S_ISREG(info.st_mode) ? EntryKind::kFile : EntryKind::kOther;
+    if (::fstatat(directory, entry.d_name, &info, 0) != 0) return EntryKind::Other;
+    if (S_ISDIR(info.st_mode)) return EntryKind::Folder;
+    return S_ISREG(info.st_mode) ? EntryKind::File : EntryKind::Other;
 }
 
 struct SortedItem {
@@ -104,10 +104,10 @@ ShellListing ReadShellFolder(const std::string& folder) {
     while (const dirent* entry = ::readdir(directory.get())) {
         const std::string_view name = entry->d_name;
         const EntryKind kind = name.starts_with('.')
-                                   ? EntryKind::kOther
+                                   ? EntryKind::Other
                                    : KindOfEntry(::dirfd(directory.get()), *entry);
-        if (kind != EntryKind::kOther) {
-            const bool isFolder = kind == EntryKind::kFolder;
+        if (kind != EntryKind::Other) {
+            const bool isFolder = kind == EntryKind::Folder;
             items.push_back({!isFolder, LowerCased(ToUtf8(name)),
                              ShellItem{std::string(name), ItemPath(folder, name),
                                        isFolder ? kFolderType : "", isFolder}});
@@ -144,7 +144,7 @@ std::string BrowsedPath(const std::string& folder) {
     const std::optional<FileInfo> target = InfoOf(path);
     if (!target) return path;
     for (std::size_t slash = 0; slash != std::string::npos; slash = path.find('/', slash + 1)) {
-        const std::string above = path.substr(0, std::max<std::size_t>(slash, 1));
+        std::string above = path.substr(0, std::max<std::size_t>(slash, 1));
         const std::optional<FileInfo> info = InfoOf(above);
         if (info && info->st_dev == target->st_dev && info->st_ino == target->st_ino) return above;
     }

@@ -65,9 +65,8 @@ std::string NameOf(IShellFolder* folder, PCUITEMID_CHILD item, SHGDNF form) {
     STRRET name{};
     wchar_t* text = nullptr;
     if (FAILED(folder->GetDisplayNameOf(item, form, &name)) ||
-        FAILED(::StrRetToStrW(&name, item, &text))) {
+        FAILED(::StrRetToStrW(&name, item, &text)))
         return {};
-    }
     return FromWide(ShellText(text).get());
 }
 

@@ -35,7 +35,8 @@ std::size_t ReadStandardInput(char* buffer, std::size_t size) {
 }
 
 bool WriteStandardOutput(std::string_view text) {
-    constexpr std::size_t kPiece = 32 * 1024;  // a terminal takes no more than 64 KiB at a time
+    constexpr std::size_t kPiece =
+        std::size_t{32} * 1024;  // a terminal takes no more than 64 KiB at a time
     while (!text.empty()) {
         const std::size_t size = std::min(text.size(), kPiece);
         const int count = ::_write(::_fileno(stdout), text.data(), static_cast<unsigned>(size));

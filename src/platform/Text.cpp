@@ -120,15 +120,14 @@ std::string_view CutBytes(std::string_view bytes, std::size_t maxBytes) {
 }
 
 void LowerCase(std::string& text) {
-    if (AsciiPrefix(text) == text.size()) {
+    if (AsciiPrefix(text) == text.size())
         std::transform(text.begin(), text.end(), text.begin(), LowerAscii);
-    } else if (IsUtf8(text)) {
+    else if (IsUtf8(text))
         text = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
                    .toLower()
                    .toStdString();
-    } else {
+    else
         std::transform(text.begin(), text.end(), text.begin(), LowerWindows1252);
-    }
 }
 
 std::string LowerCased(std::string text) {

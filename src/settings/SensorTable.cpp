@@ -46,11 +46,10 @@ bool LoadSensorConfig() {
         ReadSensor(count, function);
     }
     basGlobal.SensorCount = static_cast<std::int16_t>(count);
-    if (!fits) {
+    if (!fits)
         std::fprintf(stderr,
                      "%s: [%s] Sensor%dFunction: more than %d sensors; the rest is not loaded\n",
                      basGlobal.SensorFile.c_str(), kSection, count, kSensorLimit);
-    }
     return fits;
 }
 

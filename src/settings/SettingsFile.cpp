@@ -1,6 +1,7 @@
 #include "core/basGlobal.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
+#include "platform/Text.h"
 #include "settings/basSettings.h"
 
 namespace dravik {
@@ -35,6 +36,15 @@ void FindLanguageFiles() {
     g.DescriptionFile = g.LanguagePath + ReadIniString(g.LanguageFile, "DTC", "Filename");
 }
 
+void ReadPanel() {
+    constexpr std::array<const char*, kPanelTiles> kUsual = {
+        "rpm.engine", "speed", "temp.enginecoolant", "value.loadcalculated"};
+    for (std::size_t i = 0; i < kUsual.size(); ++i) {
+        const std::string sensor = ReadOption(PanelKey(static_cast<int>(i) + 1));
+        basGlobal.PanelSensors[i] = sensor == "0" ? kUsual[i] : LowerCased(ToUtf8(sensor));
+    }
+}
+
 /// The virtual vehicle of the demo is always connected to.
 bool ConnectAtStart() {
     return (basGlobal.Misc & kMiscAutoConnect) != 0 || !basGlobal.Launch.DemoDevice.empty();
@@ -50,10 +60,13 @@ std::string ReadSkinValue(const std::string& section, const std::string& key) {
     return ReadProfileString(basGlobal.SkinFile, section, key, "", kSkinValueBytes);
 }
 
+std::string PanelKey(int tile) {
+    return "Panel" + std::to_string(tile);
+}
+
 void FindSkinFiles() {
     GlobalState& g = basGlobal;
-    const std::string skin = g.Launch.Skin.empty() ? ReadOption("Skin") : g.Launch.Skin;
-    g.SkinFile = g.SkinPath + skin + ".ini";
+    g.SkinFile = g.SkinPath + CurrentSkin() + ".ini";
     FindImageFolder();
 }
 
@@ -76,7 +89,9 @@ void LoadSettings() {
     FindLanguageFiles();
     g.OSKPath = ReadOption("OSKPath");
     g.SaveFolder = JoinPath(g.ProgramFolder, "save");
+    FollowClock();
     FindSkinFiles();
+    ReadPanel();
     LoadSensorConfig();
     g.ConnState = ConnectAtStart() ? kConnecting : kNotConnected;
     g.ReconnectSeconds = ReadProfileInt(g.IniFile, "OBD", "Reconnect", 0);

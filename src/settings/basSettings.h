@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The settings file Dravik.ini, the files named through it, the sensor table and the resume state.
 namespace dravik {
@@ -23,7 +24,35 @@ std::string ReadSkinValue(const std::string& section, const std::string& key);
 /// then as they were before.
 void LoadSettings();
 
-/// Takes the skin file from the command line or the settings file, and its image folder.
+/// The key of the section Options that names the sensor in a tile of the page "panel", 1 to 4.
+std::string PanelKey(int tile);
+
+// Skins -------------------------------------------------------------------------------------------
+
+/// The names of the skins that there are, in alphabetical order.
+std::vector<std::string> SkinNames();
+
+/// The same of the languages.
+std::vector<std::string> LanguageNames();
+
+/// The name of the skin to show: that of the command line, else the one that a command chose, else
+/// the settings' one for the night while it is night, else the settings' one.
+std::string CurrentSkin();
+
+/// Makes a skin the one to show and keeps that in the settings; the page is the caller's business.
+/// @param name  in any case
+/// @return false when there is no such skin
+bool ChooseSkin(const std::string& name);
+
+/// The same with the skin behind the current one, the first behind the last.
+bool ChooseNextSkin();
+
+/// Looks whether the night has begun or ended by the settings NightFrom and NightTo; the skin that
+/// a command chose then gives way.
+/// @return whether another skin is to be shown
+bool FollowClock();
+
+/// Takes the skin file of the current skin, and its image folder.
 void FindSkinFiles();
 
 /// Takes the image folder from the skin file.

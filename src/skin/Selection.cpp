@@ -40,7 +40,7 @@ constexpr KeyCommand kKeyCommands[] = {
 };
 
 /// Keys that work within a list. They repeat like those that step from element to element.
-enum class ListStep { kUp, kDown, kPageUp, kPageDown, kFirst, kLast };
+enum class ListStep { Up, Down, PageUp, PageDown, First, Last };
 
 struct ListKey {
     int Key;
@@ -48,10 +48,10 @@ struct ListKey {
 };
 
 constexpr ListKey kListKeys[] = {
-    {Qt::Key_PageUp, ListStep::kPageUp},
-    {Qt::Key_PageDown, ListStep::kPageDown},
-    {Qt::Key_Home, ListStep::kFirst},
-    {Qt::Key_End, ListStep::kLast},
+    {Qt::Key_PageUp, ListStep::PageUp},
+    {Qt::Key_PageDown, ListStep::PageDown},
+    {Qt::Key_Home, ListStep::First},
+    {Qt::Key_End, ListStep::Last},
 };
 
 /// Steps repeat while they are held; a selection does not, since it may open a question.
@@ -96,17 +96,17 @@ int EntryAfter(const SkinList& list, ListStep step) {
     const int selected = list.Slot()->Selected;
     const int page = std::max(1, list.PageSize());
     switch (step) {
-        case ListStep::kUp:
+        case ListStep::Up:
             return selected - 1;
-        case ListStep::kDown:
+        case ListStep::Down:
             return selected + 1;
-        case ListStep::kPageUp:
+        case ListStep::PageUp:
             return selected - page;
-        case ListStep::kPageDown:
+        case ListStep::PageDown:
             return selected + page;
-        case ListStep::kFirst:
+        case ListStep::First:
             return 1;
-        case ListStep::kLast:
+        case ListStep::Last:
             break;
     }
     return static_cast<int>(list.Slot()->Entries.size());
@@ -124,8 +124,8 @@ bool StepFocusedList(QWidget* focused, ListStep step) {
 
 /// A list takes "up" and "down" for itself as long as it has entries to go to.
 bool StepFocusedList(QWidget* focused, const std::string& direction) {
-    if (direction == "up") return StepFocusedList(focused, ListStep::kUp);
-    return direction == "down" && StepFocusedList(focused, ListStep::kDown);
+    if (direction == "up") return StepFocusedList(focused, ListStep::Up);
+    return direction == "down" && StepFocusedList(focused, ListStep::Down);
 }
 
 }  // namespace

@@ -91,12 +91,11 @@ void SkinScreen::ReadDesignSize() {
 void SkinScreen::Layout(QSize window) {
     windowSize_ = window;
     double scale = 1;
-    if (basGlobal.ImageScale > 0) {
+    if (basGlobal.ImageScale > 0)
         scale = static_cast<double>(basGlobal.ImageScale);
-    } else if (!designSize_.isEmpty() && !window.isEmpty()) {
+    else if (!designSize_.isEmpty() && !window.isEmpty())
         scale = std::min(window.width() / static_cast<double>(designSize_.width()),
                          window.height() / static_cast<double>(designSize_.height()));
-    }
     const double density = window_->devicePixelRatioF();
     if (scale != scale_ || density != density_) {
         scale_ = scale;
@@ -170,11 +169,10 @@ void SkinScreen::BeginBox(int x, int y) {
 std::optional<SkinError> SkinScreen::Build(SkinElement element) {
     Room& room = RoomOf(*element.Kind);
     const int index = static_cast<int>(room.Elements.size());
-    if (index >= room.Kind->Limit) {
+    if (index >= room.Kind->Limit)
         return ElementError(
             element, "Function",
             "more than " + std::to_string(room.Kind->Limit) + " elements of this kind");
-    }
     ScreenElement built;
     static_cast<SkinElement&>(built) = std::move(element);
     built.Evaluated = LowerCased(built.Function);

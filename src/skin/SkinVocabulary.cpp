@@ -10,6 +10,7 @@ constexpr SectionKey kGeneralKeys[] = {
     {"Imagefolder", Text, "night", "folder of the pictures, in the skins folder"},
     {"Width", Integer, "800", "width of the design; the page is scaled to the screen"},
     {"Height", Integer, "480", "height of the design"},
+    {"Look", Text, "day", "`day`: the settings dialog is light, as the skin is; else dark"},
     {"Menu#", Text, "dashboard", "a page of the menu list, for `openmenu_+` and `openmenu_-`",
      kLastCommonObject},
 };
@@ -27,6 +28,7 @@ constexpr int kLastAnswer = 2;
 
 constexpr SectionKey kMessageKeys[] = {
     {"Background", Picture, "box.png", "picture of the box; the box takes its size"},
+    {"Dim", Integer, "50", "percent by which the page beneath is darkened"},
     {"Label0X", Integer, "30", "left edge of the message"},
     {"Label0Y", Integer, "30", "top edge of the message"},
     {"Label0Width", Integer, "500", "width of the message"},

@@ -44,13 +44,13 @@ struct SkinElement {
     // The picture and the caption inside a button.
     std::string ImageFunction;
     int ImageX = 0, ImageY = 0;
-    std::string LabelFunction, LabelCaption, LabelFont;
+    std::string LabelFunction, LabelCaption, LabelFont, LabelFontStyle;
     int LabelX = 0, LabelY = 0, LabelWidth = 0, LabelHeight = 0;
     int LabelAlignment = 0, LabelFontSize = 0, LabelColor = 0;
 
     // Text of labels, lists and text boxes.
     std::string Caption, Font, FontStyle, Decimals;
-    int FontSize = 0, Alignment = 0;
+    int FontSize = 0, Alignment = 0, Lines = 0;
     int Color = 0, FontColor = 0, BackColor = 0;
 
     // Values.

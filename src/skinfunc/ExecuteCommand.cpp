@@ -5,6 +5,7 @@
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
+#include "platform/Profile.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
 #include "skinfunc/MenuList.h"
@@ -172,6 +173,16 @@ void AskToClearCodes(const Command&) {
     if (answer == kAnswerYes && basGlobal.comOBD.IsOpen()) basGlobal.ConnState = kClearingCodes;
 }
 
+// Skins -------------------------------------------------------------------------------------------
+
+void UseSkin(const Command& command) {
+    if (ChooseSkin(command.Argument)) ShowInNewSkin();
+}
+
+void UseNextSkin(const Command&) {
+    if (ChooseNextSkin()) ShowInNewSkin();
+}
+
 // Sensors -----------------------------------------------------------------------------------------
 
 SensorRecord& SensorAt(int index) {
@@ -208,6 +219,18 @@ void SensorsOn(const Command& command) {
 
 void SensorsOff(const Command& command) {
     SwitchSensors(command.Argument, false);
+}
+
+void OpenValue(const Command& command) {
+    ShowSensorLarge(command.Argument);
+}
+
+void OpenChoice(const Command& command) {
+    ChooseForTile(command.Argument);
+}
+
+void Choose(const Command& command) {
+    PutIntoTile(command.Argument);
 }
 
 // Messages ----------------------------------------------------------------------------------------
@@ -328,6 +351,21 @@ constexpr CommandWord kCommandWords[] = {
     {{"sensoron", Sensor, "rpm.engine", "switches a sensor on"}, SensorsOn},
     {{"sensoroff", Fixed, "all", "switches every sensor off"}, SensorsOff},
     {{"sensoroff", Sensor, "rpm.engine", "switches a sensor off"}, SensorsOff},
+    {{"skin", Fixed, "next", "shows the next skin, on the same page, and keeps it in the settings"},
+     UseNextSkin},
+    {{"skin", Skin, "night", "shows another skin, on the same page, and keeps it in the settings"},
+     UseSkin},
+    {{"openvalue", Sensor, "rpm.engine",
+      "shows a sensor large: opens the page `value`, on which `picked` is the name of that sensor"},
+     OpenValue},
+    {{"panel", Number, "1",
+      "opens the page `choose` for tile 1 to 4 of the page `panel`; the sensors in the tiles have "
+      "the "
+      "names `panel1` to `panel4` there"},
+     OpenChoice},
+    {{"choose", Sensor, "rpm.engine",
+      "puts a sensor into that tile, keeps it in the settings and opens the page `panel`"},
+     Choose},
     {{"showinfo", Message, "Engine warm", "shows a text in the message box `info`"}, ShowInfo},
     {{"showwarning", Message, "Oil low", "shows a text in the message box `warning`"}, ShowWarning},
     {{"showquery", Question, "End the program?:quit",
@@ -371,16 +409,27 @@ class Round {
 void ExecuteCommand(const std::string& command) {
     if (!Round::Allowed()) return;
     const Round round;
-    const std::string received = command;  // the caller's text may belong to an element that goes
-    const std::string lowered = LowerCased(received);
+    const std::string lowered = LowerCased(command);
+    // A copy, since the caller's text may belong to an element that goes.
+    const Command received{command, std::string(SplitAtLast(lowered).Argument)};
     basGlobal.LastCommand = lowered;
-    if (const CommandWord* row = FindCommand(lowered))
-        row->Run({received, std::string(SplitAtLast(lowered).Argument)});
+    if (const CommandWord* row = FindCommand(lowered)) row->Run(received);
+}
+
+void ShowInNewSkin() {
+    const std::string page = basGlobal.CurrentMenu;
+    const auto sections = ProfileSections(basGlobal.SkinFile);
+    const bool there =
+        std::any_of(sections.begin(), sections.end(),
+                    [&page](const std::string& section) { return EqualsNoCase(section, page); });
+    upCalls.LoadSkinPage(there ? page : "mainmenu", false);
 }
 
 bool LeavesBox(const std::string& command) {
     constexpr decltype(CommandWord::Run) kWaysOut[] = {
-        OpenLastMenu, OpenNextMenu, OpenMenuBefore, OpenMenu, OpenBox, CloseOpenBox, LeavePage};
+        OpenLastMenu, OpenNextMenu, OpenMenuBefore, OpenMenu,   OpenBox,
+        CloseOpenBox, LeavePage,    OpenValue,      OpenChoice, Choose,
+        UseSkin,      UseNextSkin};
     const CommandWord* row = FindCommand(LowerCased(command));
     if (row == nullptr) return false;
     if (row->Run == ShowQuery) {

@@ -9,7 +9,10 @@ std::optional<int> FindSensor(std::string_view name) {
     for (int i = 0; i < basGlobal.SensorCount; ++i) {
         if (basGlobal.Sensors[static_cast<std::size_t>(i)].Function == name) return i;
     }
-    return std::nullopt;
+    const std::string* stoodFor = SensorStoodFor(name);
+    // What it stands for is a sensor of its own name, so this looks no further than once.
+    return stoodFor == nullptr || SensorStoodFor(*stoodFor) != nullptr ? std::nullopt
+                                                                       : FindSensor(*stoodFor);
 }
 
 }  // namespace dravik

@@ -16,6 +16,7 @@ enum class Takes {
     Sensor,    ///< the name of a sensor
     Page,      ///< the name of a page
     Box,       ///< the name of a page that is shown as a box
+    Skin,      ///< the name of a skin
     Chart,     ///< "chart" and the number of one
     Control,   ///< "button" or "slider" and the index of one
     Number,    ///< a number

@@ -46,6 +46,12 @@ float LiveNumber(std::string_view name) {
     return index && SensorKnown(*index) ? SensorValue(*index) : kNoNumber;
 }
 
+template <bool Greatest>
+float ExtremeNumber(std::string_view name) {
+    const std::optional<int> index = FindSensor(name);
+    return index ? SensorExtreme(*index, Greatest).value_or(kNoNumber) : kNoNumber;
+}
+
 float CodeCount(std::string_view) {
     return static_cast<float>(basGlobal.DtcCount);
 }
@@ -73,6 +79,10 @@ constexpr NumberWord kNumberWords[] = {
     {{"listview", Nothing, "", "place of the selection in the list, in percent"}, ListPosition},
     {{"sensor", Sensor, "rpm.engine", "the value of a sensor, in its unit"}, SensorNumber},
     {{"live", Sensor, "rpm.engine", "the same, while it is known"}, LiveNumber},
+    {{"lowest", Sensor, "rpm.engine", "the least value of a sensor since the connect"},
+     ExtremeNumber<false>},
+    {{"highest", Sensor, "rpm.engine", "its greatest value since the connect"},
+     ExtremeNumber<true>},
     {{"obd", Fixed, "troublecodescount", "number of trouble codes that were read"}, CodeCount},
 };
 

@@ -102,13 +102,21 @@ Text SensorUnit(std::string_view name) {
     return SensorText(name, &SensorRecord::Unit);
 }
 
+constexpr const char* kUnknown = "\u2013";
+
 /// Only a value that was received is a number.
 Text LiveText(std::string_view name) {
-    constexpr const char* kUnknown = "\u2013";
     const std::optional<int> index = FindSensor(name);
     if (!index) return std::nullopt;
     if (!SensorShows(*index)) return "Off";
     if (!SensorKnown(*index)) return kUnknown;
+    return std::nullopt;
+}
+
+template <bool Greatest>
+Text ExtremeText(std::string_view name) {
+    const std::optional<int> index = FindSensor(name);
+    if (index && !SensorExtreme(*index, Greatest)) return kUnknown;
     return std::nullopt;
 }
 
@@ -150,6 +158,10 @@ constexpr TextWord kTextWords[] = {
     {{"live", Sensor, "rpm.engine",
       "the value of a sensor, in its unit; a dash while it is not known, `Off` while it is off"},
      LiveText},
+    {{"lowest", Sensor, "rpm.engine",
+      "the least value of a sensor since the connect; a dash while there is none"},
+     ExtremeText<false>},
+    {{"highest", Sensor, "rpm.engine", "its greatest value since the connect"}, ExtremeText<true>},
     {{"function", Nothing, "", "the command that ran last, shown once"}, LastCommandOnce},
 };
 

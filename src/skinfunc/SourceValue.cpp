@@ -90,6 +90,18 @@ float SensorValue(int index) {
                               static_cast<double>(sensor.Offset));
 }
 
+std::optional<float> SensorExtreme(int index, bool greatest) {
+    const SensorRecord& sensor = basGlobal.Sensors.at(static_cast<std::size_t>(index));
+    SensorValue(index);  // what is asked for is polled
+    const std::optional<int> pid = SourcePid(sensor.Source);
+    if (!pid || basGlobal.LiveAt[static_cast<std::size_t>(*pid)] == 0) return std::nullopt;
+    const bool ofRaw = sensor.Factor < 0 ? !greatest : greatest;
+    const double raw =
+        (ofRaw ? basGlobal.LiveGreatest : basGlobal.LiveLeast)[static_cast<std::size_t>(*pid)];
+    return static_cast<float>(static_cast<double>(sensor.Factor) * raw +
+                              static_cast<double>(sensor.Offset));
+}
+
 std::optional<float> ElementValue(const std::string& function) {
     std::string text = function;
     const float number = LabelNumber(text);

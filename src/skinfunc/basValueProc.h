@@ -65,18 +65,47 @@ float LabelNumber(std::string& function);
 /// raw value of its source; nothing when its function names neither.
 std::optional<float> ElementValue(const std::string& function);
 
+/// The least or the greatest value of a sensor since the connect; nothing while none came.
+/// @param index  0 to 90
+std::optional<float> SensorExtreme(int index, bool greatest);
+
 /// False while the value that ElementValue gives was not received. What does not come from the
 /// vehicle is always known.
 bool ElementKnown(const std::string& function);
 
-/// Index of the first sensor in use whose name is the text `name`, whatever its encoding.
+/// Index of the first sensor in use whose name is the text `name`, whatever its encoding, or that
+/// this name stands for.
 std::optional<int> FindSensor(std::string_view name);
+
+// Sensors that the user picks ---------------------------------------------------------------------
+
+/// Names that stand for a sensor that the user has picked: "picked", and "panel1" to "panel4".
+std::vector<std::string_view> SensorStandIns();
+
+/// The name of the sensor that such a name stands for, empty while none is picked; null for any
+/// other name.
+const std::string* SensorStoodFor(std::string_view name);
+
+/// Shows one sensor large: it becomes "picked", and the page "value" opens. Unknown ones: nothing.
+void ShowSensorLarge(const std::string& name);
+
+/// Opens the page "choose" for a tile of the page "panel".
+/// @param tile  a number from 1 to 4; any other text does nothing
+void ChooseForTile(const std::string& tile);
+
+/// Puts a sensor into the tile that was asked for last, keeps that in the settings and opens the
+/// page "panel".
+void PutIntoTile(const std::string& name);
 
 // Commands ----------------------------------------------------------------------------------------
 
 /// Carries out a command text such as "openmenu_mainmenu". Unknown commands do nothing; a step that
 /// fails is passed over. A command that leads to itself ends after a bounded number of rounds.
 void ExecuteCommand(const std::string& command);
+
+/// Shows the current page in a skin that was just chosen; its first page where the skin has none of
+/// that name.
+void ShowInNewSkin();
 
 /// True when the command closes an open box or opens a page in its place, if need be after a
 /// question.

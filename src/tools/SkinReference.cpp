@@ -50,6 +50,8 @@ std::string Placeholder(const FunctionWord& row) {
         case Takes::Page:
         case Takes::Box:
             return "PAGE";
+        case Takes::Skin:
+            return "NAME";
         case Takes::Chart:
         case Takes::Control:
         case Takes::Number:

@@ -1,20 +1,12 @@
 // The virtual vehicle as a program of its own: see docs/vehicle.md.
 
-#include <atomic>
 #include <charconv>
-#include <csignal>
 #include <cstdio>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#ifdef _WIN32
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
-#endif
-
+#include "tools/EndOfProgram.h"
 #include "vehicle/VehicleServer.h"
 
 namespace {
@@ -45,9 +37,8 @@ std::string ReadArguments(int count, char** arguments, Options& options) {
             (option == "--help" ? options.Help : options.Version) = true;
             continue;
         }
-        if (option != "--link" && option != "--tcp" && option != "--scenario") {
+        if (option != "--link" && option != "--tcp" && option != "--scenario")
             return "unknown argument \"" + std::string(option) + "\"";
-        }
         if (++i == count || *arguments[i] == '\0') return std::string(option) + " needs a value";
         const std::string_view value = arguments[i];
         if (option == "--link") options.Link = value;
@@ -56,16 +47,12 @@ std::string ReadArguments(int count, char** arguments, Options& options) {
             int port = 0;
             const char* end = value.data() + value.size();
             const auto [stopped, error] = std::from_chars(value.data(), end, port);
-            if (error != std::errc() || stopped != end || port < 0 || port > 65535) {
+            if (error != std::errc() || stopped != end || port < 0 || port > 65535)
                 return "\"" + std::string(value) + "\" is no port number from 0 to 65535";
-            }
             options.Port = port;
         }
     }
     if (options.Port && !options.Link.empty()) return "--link and --tcp exclude each other";
-#ifdef _WIN32
-    if (!options.Port) options.Port = 0;
-#endif
     return {};
 }
 
@@ -73,48 +60,6 @@ int Complain(const std::string& problem, int status) {
     std::fprintf(stderr, "dravik-vehicle: %s\n", problem.c_str());
     return status;
 }
-
-#ifdef _WIN32
-
-std::atomic<HANDLE> ended = nullptr;
-
-BOOL WINAPI OnConsoleEvent(DWORD) {
-    SetEvent(ended);
-    return TRUE;
-}
-
-void BlockEndSignals() {
-    ended = CreateEvent(nullptr, TRUE, FALSE, nullptr);
-    SetConsoleCtrlHandler(OnConsoleEvent, TRUE);
-}
-
-void WaitForEnd() {
-    WaitForSingleObject(ended, INFINITE);
-}
-
-#else
-
-sigset_t EndSignals() {
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (int signal : {SIGTERM, SIGINT, SIGHUP}) sigaddset(&signals, signal);
-    return signals;
-}
-
-/// Before any thread starts, so that all of them leave the signals to WaitForEnd.
-void BlockEndSignals() {
-    const sigset_t signals = EndSignals();
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    std::signal(SIGPIPE, SIG_IGN);
-}
-
-void WaitForEnd() {
-    const sigset_t signals = EndSignals();
-    int signal = 0;
-    sigwait(&signals, &signal);
-}
-
-#endif
 
 }  // namespace
 
@@ -126,16 +71,15 @@ int main(int count, char** arguments) {
         std::fputs(options.Help ? kUsage : "dravik-vehicle " DRAVIK_VERSION "\n", stdout);
         return 0;
     }
-    BlockEndSignals();
+    dravik::HoldBackEnd();
     dravik::vehicle::VehicleServer server;
     problem = server.LoadScenario(options.Scenario);
     if (!problem.empty()) return Complain(problem, 2);
-    problem =
-        options.Port ? server.ServeTcp(*options.Port) : server.ServePseudoTerminal(options.Link);
+    problem = options.Port ? server.ServeTcp(*options.Port) : server.ServeSerialLine(options.Link);
     if (!problem.empty()) return Complain(problem, 1);
     std::printf("%s\n", server.Device().c_str());
     std::fflush(stdout);
-    WaitForEnd();
+    dravik::WaitForEnd();
     server.Stop();
     return 0;
 }

@@ -54,22 +54,20 @@ std::uint8_t Crc8(const Bytes& bytes) {
     std::uint8_t crc = 0xFF;
     for (std::uint8_t byte : bytes) {
         crc = static_cast<std::uint8_t>(crc ^ byte);
-        for (int i = 0; i < 8; ++i) {
+        for (int i = 0; i < 8; ++i)
             crc = static_cast<std::uint8_t>((crc & 0x80) != 0 ? (crc << 1) ^ 0x1D : crc << 1);
-        }
     }
     return static_cast<std::uint8_t>(~crc);
 }
 
 std::string ShortMessage(const ProtocolRow& protocol, int unit, const Bytes& message) {
     Bytes frame;
-    if (protocol.Header == HeaderStyle::Keyword) {
+    if (protocol.Header == HeaderStyle::Keyword)
         frame = {static_cast<std::uint8_t>(0x80 | message.size()), kTester, Address(unit)};
-    } else if (protocol.Number == '1') {
+    else if (protocol.Number == '1')
         frame = {0x41, 0x6B, Address(unit)};
-    } else {
+    else
         frame = {0x48, 0x6B, Address(unit)};
-    }
     frame = Joined(frame, message);
     const bool crc = protocol.Number <= '2';
     frame.push_back(
@@ -79,9 +77,8 @@ std::string ShortMessage(const ProtocolRow& protocol, int unit, const Bytes& mes
 }
 
 std::string CanHeader(const ProtocolRow& protocol, int unit) {
-    if (protocol.Header == HeaderStyle::Can11) {
+    if (protocol.Header == HeaderStyle::Can11)
         return "7E" + std::string(1, static_cast<char>('7' + unit)) + " ";
-    }
     return Hex({0x18, 0xDA, kTester, Address(unit)});
 }
 

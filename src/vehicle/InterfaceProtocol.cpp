@@ -42,9 +42,8 @@ bool Fits(const std::string& argument, std::string_view pattern) {
 Bytes FromHex(const std::string& digits) {
     const auto value = [](char c) { return c <= '9' ? c - '0' : c - 'A' + 10; };
     Bytes bytes;
-    for (std::size_t i = 0; i + 1 < digits.size(); i += 2) {
+    for (std::size_t i = 0; i + 1 < digits.size(); i += 2)
         bytes.push_back(static_cast<std::uint8_t>(value(digits[i]) * 16 + value(digits[i + 1])));
-    }
     return bytes;
 }
 
@@ -125,13 +124,10 @@ void InterfaceProtocol::Receive(double now, std::string_view bytes) {
 std::string InterfaceProtocol::TakeOutput(double now) {
     std::string sent;
     for (;;) {
-        while (!input_.empty() && input_.front().Time < std::min(deafUntil_, now)) {
+        while (!input_.empty() && input_.front().Time < std::min(deafUntil_, now))
             input_.pop_front();
-        }
         double inputDue = kForever;
-        if (!input_.empty()) {
-            inputDue = std::max(input_.front().Time, Waits() ? busyUntil_ : 0.0);
-        }
+        if (!input_.empty()) inputDue = std::max(input_.front().Time, Waits() ? busyUntil_ : 0.0);
         const double outputDue = output_.empty() ? kForever : output_.front().Time;
         if (std::min(inputDue, outputDue) > now) return sent;
         if (outputDue <= inputDue) {
@@ -287,9 +283,8 @@ bool InterfaceProtocol::ConnectBus(std::vector<Segment>& reply) {
     }
     connected_ = true;
     protocol_ = scenario_.Protocol;
-    if (!connecting.empty()) {
+    if (!connecting.empty())
         reply.push_back({scenario_.SearchTime, (showInit ? shown->Connected : "") + LineEnd()});
-    }
     return true;
 }
 

@@ -215,9 +215,8 @@ const PidRow* FindPid(int pid) {
 std::vector<std::uint8_t> EncodePid(const PidRow& row, const Readings& readings) {
     const std::uint32_t value = row.Encode(readings);
     std::vector<std::uint8_t> bytes;
-    for (int shift = (row.Bytes - 1) * 8; shift >= 0; shift -= 8) {
+    for (int shift = (row.Bytes - 1) * 8; shift >= 0; shift -= 8)
         bytes.push_back(static_cast<std::uint8_t>(value >> shift));
-    }
     return bytes;
 }
 
@@ -227,9 +226,8 @@ std::vector<std::uint8_t> SupportMask(int base, const std::function<bool(int pid
         if (supported(base + i)) mask |= 0x80000000u >> (i - 1);
     }
     std::vector<std::uint8_t> bytes;
-    for (int shift = 24; shift >= 0; shift -= 8) {
+    for (int shift = 24; shift >= 0; shift -= 8)
         bytes.push_back(static_cast<std::uint8_t>(mask >> shift));
-    }
     return bytes;
 }
 

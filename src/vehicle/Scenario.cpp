@@ -166,22 +166,19 @@ class Reader {
 
     /// What can be judged only when the whole text is known.
     Problem Finish() {
-        if (scenario_.RepeatFrom > scenario_.Phases.size()) {
+        if (scenario_.RepeatFrom > scenario_.Phases.size())
             return "[drive] repeat-from: there is no phase " + std::to_string(scenario_.RepeatFrom);
-        }
         for (std::size_t i = 0; i < scenario_.Codes.size(); ++i) {
             const std::string section = "[code " + std::to_string(i + 1) + "] ";
             if (scenario_.Codes[i].Code == 0) return section + "code: missing";
-            if (scenario_.Codes[i].Unit > scenario_.Units) {
+            if (scenario_.Codes[i].Unit > scenario_.Units)
                 return section + "unit: the vehicle has only " + std::to_string(scenario_.Units);
-            }
         }
         for (std::size_t i = 0; i < scenario_.Faults.size(); ++i) {
             if (!kindsGiven_[i]) return "[fault " + std::to_string(i + 1) + "] kind: missing";
             const FaultRule& fault = scenario_.Faults[i];
-            if (fault.Every < kForever && fault.For >= fault.Every) {
+            if (fault.Every < kForever && fault.For >= fault.Every)
                 return "[fault " + std::to_string(i + 1) + "] for: must be shorter than every";
-            }
         }
         return {};
     }
@@ -235,9 +232,8 @@ class Reader {
     template <typename Element>
     Problem Append(std::vector<Element>& list, std::size_t numberAt) {
         const std::string expected = std::to_string(list.size() + 1);
-        if (section_.substr(numberAt) != expected) {
+        if (section_.substr(numberAt) != expected)
             return Where("") + "expected number " + expected + " here";
-        }
         list.emplace_back();
         return {};
     }
@@ -280,9 +276,8 @@ std::string LoadScenario(const std::string& fileOrName, Scenario& scenario) {
         if (!file.is_open() || file.bad()) {
             problem = wanted + ": cannot be read, and there is no built-in scenario of that name (";
             std::string names;
-            for (const auto& name : BuiltInScenarioNames()) {
+            for (const auto& name : BuiltInScenarioNames())
                 names += (names.empty() ? "" : ", ") + name;
-            }
             return problem + names + ")";
         }
         problem = ParseScenario(text, wanted, fresh);

@@ -17,9 +17,8 @@ char Upper(char c) {
 std::optional<double> ToNumber(std::string_view text) {
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) {
+    if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value))
         return std::nullopt;
-    }
     return value;
 }
 
@@ -48,9 +47,8 @@ std::string_view Trimmed(std::string_view text) {
 Problem ReadNumber(std::string_view text, double low, double high, double& value) {
     const auto number = ToNumber(text);
     if (!number) return "\"" + std::string(text) + "\" is not a number";
-    if (*number < low || *number > high) {
+    if (*number < low || *number > high)
         return std::string(text) + " is not between " + Plain(low) + " and " + Plain(high);
-    }
     value = *number;
     return {};
 }
@@ -60,9 +58,8 @@ Problem ReadSwitch(std::string_view text, bool& value) {
 }
 
 Problem ReadText(std::string_view text, std::size_t longest, std::string& value) {
-    if (std::any_of(text.begin(), text.end(), [](char c) { return c >= 0 && c < ' '; })) {
+    if (std::any_of(text.begin(), text.end(), [](char c) { return c >= 0 && c < ' '; }))
         return "contains a control character";
-    }
     if (text.size() > longest) return "longer than " + std::to_string(longest) + " characters";
     value = text;
     return {};
@@ -91,15 +88,14 @@ Problem ReadPids(std::string_view text, std::set<int>& value) {
 
 Problem ReadCode(std::string_view text, std::uint16_t& value) {
     constexpr std::string_view kLetters = "PCBU";
-    const Problem wrong = "\"" + std::string(text) + "\" is no trouble code like P0133";
+    Problem wrong = "\"" + std::string(text) + "\" is no trouble code like P0133";
     if (text.size() != 5) return wrong;
     const auto letter = kLetters.find(Upper(text[0]));
     std::uint16_t number = 0;
     const char* end = text.data() + 5;
     if (letter == std::string_view::npos || text[1] > '3' ||
-        std::from_chars(text.data() + 1, end, number, 16).ptr != end || number == 0) {
+        std::from_chars(text.data() + 1, end, number, 16).ptr != end || number == 0)
         return wrong;
-    }
     value = static_cast<std::uint16_t>(letter << 14 | number);
     return {};
 }

@@ -35,9 +35,9 @@ class Transport {
     virtual void Wake() = 0;
 };
 
-/// @param link  path of the symbolic link to make; none when empty
-/// Null where the system has no pseudo-terminals.
-std::unique_ptr<Transport> MakePseudoTerminal(const std::string& link);
+/// A pseudo-terminal; a free TCP port on Windows, which has no pseudo-terminals.
+/// @param link  path of the symbolic link to make to the pseudo-terminal; none when empty
+std::unique_ptr<Transport> MakeSerialLine(const std::string& link);
 
 /// @param port  0 takes a free one, and keeps it from then on
 std::unique_ptr<Transport> MakeTcp(int port);

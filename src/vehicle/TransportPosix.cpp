@@ -1,5 +1,3 @@
-#ifndef _WIN32
-
 #include <arpa/inet.h>
 #include <fcntl.h>
 #include <netinet/in.h>
@@ -79,9 +77,8 @@ class DescriptorTransport : public Transport {
         const double whole = std::floor(std::clamp(seconds, 0.0, 1e9));
         const timespec limit = {static_cast<time_t>(whole),
                                 static_cast<long>(std::min(seconds - whole, 0.999999999) * 1e9)};
-        if (ppoll(waiting, descriptor < 0 ? 1 : 2, seconds < 0 ? nullptr : &limit, nullptr) <= 0) {
+        if (ppoll(waiting, descriptor < 0 ? 1 : 2, seconds < 0 ? nullptr : &limit, nullptr) <= 0)
             return false;
-        }
         if (waiting[0].revents != 0) {
             char buffer[64];
             while (read(wake_[0], buffer, sizeof buffer) > 0) {
@@ -102,7 +99,7 @@ class PseudoTerminal : public DescriptorTransport {
     ~PseudoTerminal() override { PseudoTerminal::Close(); }
 
     std::string Open() override {
-        const std::string problem = OpenPair();
+        std::string problem = OpenPair();
         if (!problem.empty()) Close();
         return problem;
     }
@@ -130,9 +127,8 @@ class PseudoTerminal : public DescriptorTransport {
  private:
     std::string OpenPair() {
         master_ = posix_openpt(O_RDWR | O_NOCTTY);
-        if (master_ < 0 || grantpt(master_) != 0 || unlockpt(master_) != 0) {
+        if (master_ < 0 || grantpt(master_) != 0 || unlockpt(master_) != 0)
             return SystemError("no pseudo-terminal");
-        }
         if (!MakeNonBlocking(master_)) return SystemError("pseudo-terminal");
         const char* name = ptsname(master_);
         if (name == nullptr) return SystemError("pseudo-terminal");
@@ -153,14 +149,13 @@ class PseudoTerminal : public DescriptorTransport {
     /// The link appears in one step: whoever looks sees the old state or the new one.
     std::string MakeLink() {
         struct stat existing {};
-        if (lstat(link_.c_str(), &existing) == 0 && !S_ISLNK(existing.st_mode)) {
+        if (lstat(link_.c_str(), &existing) == 0 && !S_ISLNK(existing.st_mode))
             return link_ + ": exists and is no symbolic link";
-        }
         const std::string temporary = link_ + "." + std::to_string(getpid());
         unlink(temporary.c_str());
         if (symlink(path_.c_str(), temporary.c_str()) != 0) return SystemError(temporary);
         if (rename(temporary.c_str(), link_.c_str()) != 0) {
-            const std::string problem = SystemError(link_);
+            std::string problem = SystemError(link_);
             unlink(temporary.c_str());
             return problem;
         }
@@ -174,9 +169,8 @@ class PseudoTerminal : public DescriptorTransport {
         linked_ = false;
         char target[256];
         const ssize_t length = readlink(link_.c_str(), target, sizeof target);
-        if (length > 0 && path_ == std::string_view(target, static_cast<std::size_t>(length))) {
+        if (length > 0 && path_ == std::string_view(target, static_cast<std::size_t>(length)))
             unlink(link_.c_str());
-        }
     }
 
     std::string link_, path_;
@@ -202,7 +196,7 @@ class Tcp : public DescriptorTransport {
         auto* plain = reinterpret_cast<sockaddr*>(&address);
         if (bind(listener_, plain, size) != 0 || listen(listener_, 4) != 0 ||
             getsockname(listener_, plain, &size) != 0) {
-            const std::string problem = SystemError("port " + std::to_string(port_));
+            std::string problem = SystemError("port " + std::to_string(port_));
             Close();
             return problem;
         }
@@ -231,9 +225,8 @@ class Tcp : public DescriptorTransport {
         char buffer[1024];
         const ssize_t count = recv(client_, buffer, sizeof buffer, 0);
         if (count > 0) return std::string(buffer, static_cast<std::size_t>(count));
-        if (count == 0 || (errno != EAGAIN && errno != EWOULDBLOCK && errno != EINTR)) {
+        if (count == 0 || (errno != EAGAIN && errno != EWOULDBLOCK && errno != EINTR))
             CloseDescriptor(client_);
-        }
         return {};
     }
 
@@ -250,7 +243,7 @@ class Tcp : public DescriptorTransport {
 
 }  // namespace
 
-std::unique_ptr<Transport> MakePseudoTerminal(const std::string& link) {
+std::unique_ptr<Transport> MakeSerialLine(const std::string& link) {
     return std::make_unique<PseudoTerminal>(link);
 }
 
@@ -259,5 +252,3 @@ std::unique_ptr<Transport> MakeTcp(int port) {
 }
 
 }  // namespace dravik::vehicle
-
-#endif

@@ -1,5 +1,3 @@
-#ifdef _WIN32
-
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
@@ -54,7 +52,7 @@ class Tcp : public Transport {
         auto* plain = reinterpret_cast<sockaddr*>(&address);
         if (bind(listener_, plain, size) != 0 || listen(listener_, 4) != 0 ||
             getsockname(listener_, plain, &size) != 0) {
-            const std::string problem = SocketError("port " + std::to_string(port_));
+            std::string problem = SocketError("port " + std::to_string(port_));
             Close();
             return problem;
         }
@@ -79,9 +77,8 @@ class Tcp : public Transport {
     /// One client at a time, as on a serial line: a second one waits until the first has gone.
     std::string Wait(double seconds) override {
         const SOCKET waiting = client_ != INVALID_SOCKET ? client_ : listener_;
-        if (waiting != INVALID_SOCKET) {
+        if (waiting != INVALID_SOCKET)
             WSAEventSelect(waiting, ready_, FD_ACCEPT | FD_READ | FD_CLOSE);
-        }
         const WSAEVENT events[2] = {wake_, ready_};
         const DWORD timeout = seconds < 0
                                   ? WSA_INFINITE
@@ -123,8 +120,8 @@ class Tcp : public Transport {
 
 }  // namespace
 
-std::unique_ptr<Transport> MakePseudoTerminal(const std::string&) {
-    return nullptr;
+std::unique_ptr<Transport> MakeSerialLine(const std::string&) {
+    return MakeTcp(0);
 }
 
 std::unique_ptr<Transport> MakeTcp(int port) {
@@ -132,5 +129,3 @@ std::unique_ptr<Transport> MakeTcp(int port) {
 }
 
 }  // namespace dravik::vehicle
-
-#endif

@@ -26,9 +26,8 @@ constexpr std::uint8_t kOpenAfterLongDrive = 0x04;
 std::uint8_t IncompleteAfter(double warmSeconds) {
     std::uint8_t incomplete = 0;
     for (const auto& monitor : kMonitorTimes) {
-        if (warmSeconds < monitor.WarmSeconds) {
+        if (warmSeconds < monitor.WarmSeconds)
             incomplete = static_cast<std::uint8_t>(incomplete | monitor.Bit);
-        }
     }
     return incomplete;
 }
@@ -92,9 +91,8 @@ void TroubleMemory::Update(double seconds, const CarState& car) {
 std::vector<std::uint16_t> TroubleMemory::Codes(int unit, bool pending) const {
     std::vector<std::uint16_t> codes;
     for (const Entry& entry : entries_) {
-        if (entry.Rule.Unit == unit && entry.Rule.Pending == pending) {
+        if (entry.Rule.Unit == unit && entry.Rule.Pending == pending)
             codes.push_back(entry.Rule.Code);
-        }
     }
     return codes;
 }

@@ -113,7 +113,7 @@ std::vector<Bytes> Vehicle::FrozenData(int unit, const Bytes& request) const {
     if (request.size() != 3) return Refusal(unit, 0x02, kWrongFormat);
     const FrameValues* frame = trouble_.Frame(unit, request[2]);
     if (frame == nullptr) return {};
-    const auto kept = [this, unit, frame](int pid) {
+    const auto kept = [unit, frame](int pid) {
         const PidRow* row = FindPid(pid);
         const bool ofUnit = unit == kEngineUnit || pid == 0x02 || (row != nullptr && row->Gearbox);
         return ofUnit && frame->count(pid) != 0;
@@ -144,18 +144,16 @@ std::vector<Bytes> Vehicle::CodeList(int unit, std::uint8_t mode) const {
     std::vector<Bytes> messages;
     for (std::size_t first = 0; first == 0 || first < codes.size(); first += 3) {
         Bytes message = {answer};
-        for (std::size_t i = first; i < first + 3; ++i) {
+        for (std::size_t i = first; i < first + 3; ++i)
             AppendCode(message, i < codes.size() ? codes[i] : std::uint16_t{0});
-        }
         messages.push_back(message);
     }
     return messages;
 }
 
 std::vector<Bytes> Vehicle::ClearAll() {
-    if (scenario_.ClearNeedsEngineOff && car_.State().EngineRunning) {
+    if (scenario_.ClearNeedsEngineOff && car_.State().EngineRunning)
         return {{0x7F, 0x04, kConditionsNotCorrect}};
-    }
     if (!cleared_) trouble_.Clear(car_.State());
     cleared_ = true;
     return {{0x44}};

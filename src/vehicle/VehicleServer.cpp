@@ -27,7 +27,6 @@ struct VehicleServer::Impl {
 
 std::string VehicleServer::Impl::Serve(std::unique_ptr<Transport> wire) {
     if (Thread.joinable()) return "the vehicle is being served already";
-    if (wire == nullptr) return "this system has no pseudo-terminals";
     std::string problem = wire->Open();
     if (!problem.empty()) return problem;
     Wire = std::move(wire);
@@ -77,8 +76,8 @@ std::string VehicleServer::LoadScenario(const std::string& fileOrName) {
     return vehicle::LoadScenario(fileOrName, impl_->Wanted);
 }
 
-std::string VehicleServer::ServePseudoTerminal(const std::string& link) {
-    return impl_->Serve(MakePseudoTerminal(link));
+std::string VehicleServer::ServeSerialLine(const std::string& link) {
+    return impl_->Serve(MakeSerialLine(link));
 }
 
 std::string VehicleServer::ServeTcp(int port) {

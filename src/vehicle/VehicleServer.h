@@ -17,8 +17,9 @@ class VehicleServer {
     std::string LoadScenario(const std::string& fileOrName);
 
     /// Starts serving. Both give an empty text, or the reason why that is not possible.
+    /// On a pseudo-terminal; on Windows, which has none, on a free TCP port.
     /// @param link  path of a symbolic link to make to the pseudo-terminal; none when empty
-    std::string ServePseudoTerminal(const std::string& link = {});
+    std::string ServeSerialLine(const std::string& link = {});
     /// @param port  0 takes a free one; only connections from this machine are accepted
     std::string ServeTcp(int port);
 

@@ -21,7 +21,7 @@ class LiveProgram : public ::testing::Test {
  protected:
     void Serve(const std::string& scenario) {
         ASSERT_EQ(vehicle_.LoadScenario(scenario), "");
-        ASSERT_EQ(vehicle_.ServePseudoTerminal(program_.Folder / "interface"), "");
+        ASSERT_EQ(vehicle_.ServeSerialLine(program_.Folder / "interface"), "");
     }
     void WriteSettings(const std::string& more) {
         program_.Folder.Write("Dravik.ini", program_.Folder.Read("Dravik.ini") + more +
@@ -44,7 +44,7 @@ TEST_F(LiveProgram, ConnectsOverAPseudoTerminalAndItsValuesMove) {
     std::vector<std::string> seen;
     dravik.Until(
         [&] {
-            const std::string status = dravik.Ask("text obd_status");
+            std::string status = dravik.Ask("text obd_status");
             if (seen.empty() || seen.back() != status) seen.push_back(status);
             return status;
         },

@@ -39,11 +39,10 @@ class UserFolder : public ::testing::Test {
         for (const char* folder : {"bin", "share"}) fs::create_directories(machine_ / folder);
         fs::copy(DRAVIK_PROGRAM, machine_ / "bin/dravik");
         fs::copy(source.Folder.Path(), installed_, fs::copy_options::recursive);
-        for (const auto& [name, locales] : {std::pair("Deutsch", "de,nl"), {"Wiener", "de_AT"}}) {
+        for (const auto& [name, locales] : {std::pair("Deutsch", "de,nl"), {"Wiener", "de_AT"}})
             machine_.Write("share/dravik/languages/" + std::string(name) + ".ini",
                            "[General]\nLocales=" + std::string(locales) +
                                "\n[Sensors]\nFilename=test.sensors\n[DTC]\nFilename=codes\n");
-        }
         atFirst_ = ContentOf(installed_);
     }
 

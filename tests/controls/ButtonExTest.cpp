@@ -55,7 +55,7 @@ TEST_F(ButtonExTest, OnlyTheLeftButtonReleasedInsideClicks) {
     EXPECT_EQ(button.ShownPicture(), over);
     EXPECT_THAT(TakePresses(), ElementsAre("Down 1 0 30 60", "Up 1 0 150 150", "Click"));
     window.Press(12, 12, Qt::RightButton, Qt::ShiftModifier | Qt::AltModifier);
-    EXPECT_EQ(button.State(), ButtonState::kDown);
+    EXPECT_EQ(button.State(), ButtonState::Down);
     window.Release(12, 12, Qt::RightButton);
     EXPECT_THAT(TakePresses(), ElementsAre("Down 2 5 30 30", "Up 2 0 30 30"));
     window.Press(50, 12);
@@ -72,9 +72,9 @@ TEST_F(ButtonExTest, DoubleClickRaisesClickThenABarePress) {
 
 TEST_F(ButtonExTest, FirstMovementOnlyStartsTheWatchTheSecondShowsOver) {
     window.Move(20, 20);
-    EXPECT_EQ(button.State(), ButtonState::kUp);
+    EXPECT_EQ(button.State(), ButtonState::Up);
     window.Move(21, 20);
-    EXPECT_EQ(button.State(), ButtonState::kOver);
+    EXPECT_EQ(button.State(), ButtonState::Over);
     EXPECT_THAT(TakeLog(), ElementsAre("Enter", "Enter"));
 }
 
@@ -83,9 +83,9 @@ TEST_F(ButtonExTest, LeavingIsNoticedWithoutAnEvent) {
     window.Move(21, 20);
     TakeLog();
     QTest::qWait(150);  // the watch leaves the button alone while the pointer is inside
-    EXPECT_EQ(button.State(), ButtonState::kOver);
+    EXPECT_EQ(button.State(), ButtonState::Over);
     window.Vanish();
-    EXPECT_TRUE(Until([this] { return button.State() == ButtonState::kUp; }));
+    EXPECT_TRUE(Until([this] { return button.State() == ButtonState::Up; }));
     EXPECT_THAT(TakeLog(), ElementsAre("Exit"));
 }
 
@@ -94,11 +94,11 @@ TEST_F(ButtonExTest, DragWithTheLeftButtonShowsDown) {
     window.Move(21, 20);
     window.Press(21, 20);
     window.Vanish();
-    ASSERT_TRUE(Until([this] { return button.State() == ButtonState::kUp; }));
+    ASSERT_TRUE(Until([this] { return button.State() == ButtonState::Up; }));
     window.Move(22, 20);  // arrives again
-    EXPECT_EQ(button.State(), ButtonState::kUp);
+    EXPECT_EQ(button.State(), ButtonState::Up);
     window.Move(23, 20);
-    EXPECT_EQ(button.State(), ButtonState::kDown);
+    EXPECT_EQ(button.State(), ButtonState::Down);
 }
 
 TEST_F(ButtonExTest, NewUpPictureResetsAndSwitchesHoveringOff) {
@@ -112,7 +112,7 @@ TEST_F(ButtonExTest, NewUpPictureResetsAndSwitchesHoveringOff) {
     TakeLog();
     window.Move(22, 20);
     window.Move(23, 20);
-    EXPECT_EQ(button.State(), ButtonState::kUp);
+    EXPECT_EQ(button.State(), ButtonState::Up);
     EXPECT_THAT(TakeLog(), IsEmpty());
     window.Press(23, 20);
     EXPECT_EQ(button.ShownPicture(), down);
@@ -130,28 +130,27 @@ TEST_F(ButtonExTest, WithOnlyAnUpPictureThePictureInPlaceStays) {
     window.Move(21, 20);
     EXPECT_EQ(button.ShownPicture(), up);
     window.Press(21, 20);
-    EXPECT_EQ(button.State(), ButtonState::kDown);
+    EXPECT_EQ(button.State(), ButtonState::Down);
     EXPECT_EQ(button.ShownPicture(), up);
 }
 
 TEST_F(ButtonExTest, KeyboardFocusCountsAsArrivalAndKeysPassOn) {
     button.setFocus(Qt::TabFocusReason);
-    EXPECT_EQ(button.State(), ButtonState::kOver);
+    EXPECT_EQ(button.State(), ButtonState::Over);
     QTest::keyClick(window.windowHandle(), Qt::Key_Return);
     QTest::keyClick(window.windowHandle(), Qt::Key_Space);
     EXPECT_EQ(window.keys, 2);
     window.Vanish();
     button.clearFocus();
-    EXPECT_EQ(button.State(), ButtonState::kUp);
+    EXPECT_EQ(button.State(), ButtonState::Up);
     EXPECT_THAT(TakeLog(), ElementsAre("Enter", "Exit"));
 }
 
 TEST_F(ButtonExTest, SizeFollowsThePictureByTheSkinsOwnFactor) {
     EXPECT_DOUBLE_EQ(ButtonTwips(1760), 1000);
     EXPECT_DOUBLE_EQ(ButtonTwips(880), 500);
-    for (const auto& [pixels, extent] : {std::pair{100, 100}, {226, 226}, {228, 229}, {800, 802}}) {
+    for (const auto& [pixels, extent] : {std::pair{100, 100}, {226, 226}, {228, 229}, {800, 802}})
         EXPECT_EQ(ButtonExtent(pixels), extent) << pixels;
-    }
     button.SetSkinUp(Plain(800, 228, Qt::red));
     EXPECT_EQ(button.geometry(), QRect(10, 10, 802, 229));
     button.SetScale(1.5);

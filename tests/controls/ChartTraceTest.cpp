@@ -65,9 +65,8 @@ TEST(ChartTrace, TheGivenSecondsGoAcross) {
     // A value equal to its time: the oldest column is one time span older than the newest.
     for (const auto& [key, span] : {std::pair{60, 60}, {3, 3}, {0, 60}, {-7, 60}}) {
         ChartRecord record;
-        for (int tick = 0; tick <= 1000; ++tick) {
+        for (int tick = 0; tick <= 1000; ++tick)
             AddSample(record, static_cast<float>(tick * 0.1), tick * 0.1, key);
-        }
         EXPECT_EQ(record.Filled, kChartColumns);
         EXPECT_FLOAT_EQ(record.Samples[kChartColumns - 1], 100);
         EXPECT_THAT(record.Samples[0], FloatNear(static_cast<float>(100 - span), 0.2F)) << key;

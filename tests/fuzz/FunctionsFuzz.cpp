@@ -65,10 +65,9 @@ void Run(std::string_view input) {
         basGlobal.FocusedSlider = count % 4 == 1 ? std::uint16_t{0} : kNoFocus;
         ExecuteCommand(line);
         StepList(line);
-        for (const ListSlot& list : basGlobal.Lists) {
+        for (const ListSlot& list : basGlobal.Lists)
             Require(list.Selected >= 0 && list.Selected <= static_cast<int>(list.Entries.size()),
                     "the selection is an entry", line);
-        }
         fakeScreen.Calls.clear();
     }
 }

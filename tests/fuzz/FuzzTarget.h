@@ -61,7 +61,7 @@ inline void Settle(const std::string& path) {
 
 /// Writes a file of the folder and gives its path.
 inline std::string WriteFile(std::string_view name, std::string_view text) {
-    const std::string path = Folder().Write(name, text);
+    std::string path = Folder().Write(name, text);
     Settle(path);
     return path;
 }

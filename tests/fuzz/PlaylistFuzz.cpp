@@ -11,10 +11,9 @@ constexpr int kMostEntries = 20;
 
 void RequireMedium(const std::string& file) {
     Require(!file.empty(), "what is played has a name");
-    for (const char* program : {"exe", "sh", "desktop", "bat", ""}) {
+    for (const char* program : {"exe", "sh", "desktop", "bat", ""})
         Require(FileExtension(file) != program || file.find("://") != std::string::npos,
                 "a playlist leads to media only", file);
-    }
 }
 
 }  // namespace

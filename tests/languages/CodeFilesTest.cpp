@@ -57,18 +57,16 @@ TEST(CodeFiles, AreNamedByTheFiveLanguagesOfTheFolderAndNothingElseLiesThere) {
 TEST(CodeFiles, EveryLanguageKnowsTheSameCodes) {
     const auto english = ProfileKeys(kLanguageFolder + kCodeFiles[0], kSection);
     EXPECT_EQ(std::set<std::string>(english.begin(), english.end()).size(), english.size());
-    for (const std::string file : kCodeFiles) {
+    for (const std::string file : kCodeFiles)
         EXPECT_EQ(ProfileKeys(kLanguageFolder + file, kSection), english) << file;
-    }
 }
 
 TEST(CodeFiles, KnowEveryDefinedCodeFromP0000ToP0999) {
     const std::set<int> reserved = {364, 395, 396, 397, 398, 399};
     for (const std::string file : kCodeFiles) {
-        for (int number = 0; number <= 999; ++number) {
+        for (int number = 0; number <= 999; ++number)
             EXPECT_EQ(Description(file, Code('P', number)) == "0", reserved.contains(number))
                 << file << ' ' << Code('P', number);
-        }
     }
 }
 
@@ -108,9 +106,7 @@ TEST(CodeFiles, DescribeEachCodeInTheirOwnLanguageAndBriefly) {
             EXPECT_EQ(text.find_first_of("{}@#|"), std::string::npos) << text;
             EXPECT_EQ(text.find("  "), std::string::npos) << text;
             EXPECT_NE(text.back(), '.') << "the list closes the line itself";
-            if (!english) {
-                EXPECT_NE(text, Description(kCodeFiles[0], code));
-            }
+            if (!english) EXPECT_NE(text, Description(kCodeFiles[0], code));
         }
     }
 }
@@ -152,10 +148,9 @@ constexpr Meaning kMeanings[] = {
 
 TEST(CodeFiles, SayWhatTheCodeMeans) {
     for (const Meaning& row : kMeanings) {
-        for (std::size_t language = 0; language < std::size(kCodeFiles); ++language) {
+        for (std::size_t language = 0; language < std::size(kCodeFiles); ++language)
             EXPECT_THAT(Description(kCodeFiles[language], row.Code), HasSubstr(row.Words[language]))
                 << row.Code;
-        }
     }
 }
 

@@ -236,7 +236,7 @@ TEST_F(ConnectSequence, WithReconnectAQuietLinkIsGivenUpAndTriedAgain) {
 }
 
 TEST_F(ConnectSequence, OfATalkWithoutEndTheTraceKeepsTheBeginningAndTheReplyItsEnd) {
-    constexpr std::size_t kLimit = 64 * 1024;
+    constexpr std::size_t kLimit = std::size_t{64} * 1024;
     OpenIn(kConnecting);
     std::string talk = "first";
     for (int piece = 0; piece < 40; ++piece) talk += "|" + std::string(4000, 'x');
@@ -354,9 +354,8 @@ TEST_F(ConnectSequence, AVanishedDeviceNeverLeavesAConnectedState) {
         WriteSettings("");
         OpenIn(static_cast<std::uint8_t>(row.StartState));
         HardwareStep();
-        if (!basGlobal.comOBD.IsOpen() && row.StartState != 3 && row.StartState != 9) {
+        if (!basGlobal.comOBD.IsOpen() && row.StartState != 3 && row.StartState != 9)
             EXPECT_EQ(basGlobal.ConnState, 1);
-        }
         EXPECT_TRUE(Until([] { return !basGlobal.comOBD.IsOpen(); }));
         Settle();
         for (int step = 0; step < 3; ++step) HardwareStep();

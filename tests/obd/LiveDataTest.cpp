@@ -309,10 +309,13 @@ TEST_F(LiveData, OnlyAFreshAnswerOfThisConnectIsKnown) {
     basGlobal.ConnState = kReceivingData;
     HandlePidReply("41 0C 1A F8\r\r>");
     HandlePidReply("7F 01 12\r\r>");  // a refusal, stored under 01
+    HandlePidReply("41 0C 10 00\r\r>");
     EXPECT_TRUE(PidKnown(12));
     EXPECT_FALSE(PidKnown(1));
     EXPECT_FALSE(PidKnown(13));
     EXPECT_FALSE(PidKnown(kPidCount));
+    EXPECT_EQ(basGlobal.LiveLeast[12], 0x1000);
+    EXPECT_EQ(basGlobal.LiveGreatest[12], 0x1AF8);
     basGlobal.CurrentMenu = "freezeframe";
     EXPECT_FALSE(PidKnown(12)) << "the frame has not been asked for";
     HandlePidReply("42 0C 00 1A F8\r\r>");

@@ -37,9 +37,8 @@ TEST(Paths, FilesAndFoldersAreToldApart) {
 TEST(Paths, FilesOfAnExtensionAreSortedWithoutRegardToCase) {
     const TemporaryFolder folder;
     for (const char* name : {"beta.INI", "Alpha.ini", "gamma.ini.bak", "delta.Ini", "ini", "x.txt",
-                             "sub.ini/inside.ini"}) {
+                             "sub.ini/inside.ini"})
         folder.Write(name, "");
-    }
     EXPECT_THAT(FilesMatching(folder.Path(), ".ini"),
                 ElementsAre("Alpha.ini", "beta.INI", "delta.Ini"));
     EXPECT_THAT(FilesMatching(folder / "missing", ".ini"), IsEmpty());

@@ -13,7 +13,7 @@ namespace {
 
 /// A program that writes down its arguments and where its output goes.
 std::string WriteProgram(const TemporaryFolder& folder, const std::string& name) {
-    const std::string program =
+    std::string program =
         folder.Write(name, "#!/bin/sh\nfolder='" + folder.Path() +
                                "'\necho \"$#:$*:$(readlink /proc/$$/fd/1)\" > \"$folder/part\"\n"
                                "mv \"$folder/part\" \"$folder/told\"\n");

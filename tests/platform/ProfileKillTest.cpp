@@ -26,17 +26,15 @@ std::string ValueOf(int generation, int key) {
 
 std::vector<ProfileEntry> EntriesOf(int generation) {
     std::vector<ProfileEntry> entries;
-    for (int key = 0; key < kKeys; ++key) {
+    for (int key = 0; key < kKeys; ++key)
         entries.push_back({"Sensors", "Key" + std::to_string(key), ValueOf(generation, key)});
-    }
     return entries;
 }
 
 std::string ContentOf(int generation) {
     std::string text = "; written by hand\n[Sensors]\n";
-    for (const ProfileEntry& entry : EntriesOf(generation)) {
+    for (const ProfileEntry& entry : EntriesOf(generation))
         text += entry.Key + "=" + *entry.Value + "\n";
-    }
     return text + "; the last word\n[Unknown]\nKept=yes";
 }
 

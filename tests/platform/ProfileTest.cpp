@@ -190,9 +190,8 @@ TEST(Profile, NamesThatCouldNotBeReadBackAreRefused) {
                                        {"s", ";a"},
                                        {"s", "a\nb"},
                                        {"a]b", "k"},
-                                       {"a\nb", "k"}}) {
+                                       {"a\nb", "k"}})
         EXPECT_FALSE(WriteProfileEntries(file, {{"s", "k", "2"}, {section, key, "1"}})) << key;
-    }
     EXPECT_EQ(folder.Read("a.ini"), "[s]\nk=1\n");
     EXPECT_FALSE(WriteProfileString(folder / "no such folder/a.ini", "s", "k", "1"));
 }
@@ -202,11 +201,10 @@ TEST(Profile, EveryChangeIsSeenAtOnce) {
     const TemporaryFolder folder;
     const std::string file = folder / "a.ini";
     for (int i = 100; i < 400; ++i) {
-        if (i % 10 == 0) {
+        if (i % 10 == 0)
             ASSERT_TRUE(WriteProfileString(file, "s", "k", std::to_string(i)));
-        } else {
+        else
             folder.Write("a.ini", "[s]\nk=" + std::to_string(i) + "\n");
-        }
         ASSERT_EQ(ReadProfileInt(file, "s", "k", 0), i);
     }
     std::filesystem::remove(file);
@@ -252,9 +250,8 @@ TEST(Profile, NamesShareAHashOnlyWhenTheyDifferInCaseAlone) {
     std::set<std::uint32_t> hashes = {hashOf("ab", "c"), hashOf("a", "bc"), hashOf("", "abc")};
     for (unsigned name = 0; name < 1024; ++name) {
         std::string key;
-        for (unsigned bit = 0; bit < 10; ++bit) {
+        for (unsigned bit = 0; bit < 10; ++bit)
             key += "@`[{]}^~\\|"[2 * (bit % 5) + (name >> bit & 1U)];
-        }
         hashes.insert(hashOf("page", key));
     }
     EXPECT_GE(hashes.size(), 1020U);

@@ -51,9 +51,8 @@ TEST(ReplaceFile, LinksStayLinks) {
     EXPECT_TRUE(ReplaceFile(folder / "dangling", "made"));
     EXPECT_EQ(folder.Read("real/file"), "new");
     EXPECT_EQ(folder.Read("real/not yet"), "made");
-    for (const char* link : {"near", "far", "dangling"}) {
+    for (const char* link : {"near", "far", "dangling"})
         EXPECT_TRUE(fs::is_symlink(folder / link)) << link;
-    }
 }
 
 TEST(ReplaceFile, WhatIsNoPlainFileIsRefused) {
@@ -61,9 +60,8 @@ TEST(ReplaceFile, WhatIsNoPlainFileIsRefused) {
     fs::create_directory(folder / "sub");
     fs::create_symlink("loop", folder / "loop");
     ASSERT_EQ(::mkfifo((folder / "pipe").c_str(), 0600), 0);
-    for (const char* name : {"sub", "pipe", "missing/file", "loop"}) {
+    for (const char* name : {"sub", "pipe", "missing/file", "loop"})
         EXPECT_FALSE(ReplaceFile(folder / name, "x")) << name;
-    }
     EXPECT_FALSE(ReplaceFile("", "x"));
     EXPECT_EQ(ReadWholeFile(folder / "pipe"), std::nullopt);
 }

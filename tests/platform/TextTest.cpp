@@ -11,9 +11,8 @@ namespace {
 TEST(Text, OnlyWellFormedUtf8IsUtf8) {
     for (const char* good :
          {"", "plain text, long enough", "\xC3\xA4", "\xE2\x82\xAC", "\xED\x9F\xBF",
-          "\xF0\x9F\x9A\x97", "\xF4\x8F\xBF\xBF", "12345678\xC3\xA4"}) {
+          "\xF0\x9F\x9A\x97", "\xF4\x8F\xBF\xBF", "12345678\xC3\xA4"})
         EXPECT_TRUE(IsUtf8(good)) << good;
-    }
     for (const char* bad : {"\xE4", "a\xC3", "\xC3(", "\x80", "\xC0\x80", "\xC1\xBF",
                             "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80",
                             "\xF5\x80\x80\x80", "\xE2\x82", "\xFF", "1234567\xE4 and more"}) {
@@ -31,9 +30,8 @@ TEST(Text, OtherBytesAreWindows1252) {
 TEST(Text, CuttingKeepsSequencesOfUtf8Whole) {
     const std::string_view text = "a\xE2\x82\xAC\xC3\xA4";
     const std::size_t lengths[] = {0, 1, 1, 1, 4, 4, 6, 6};
-    for (std::size_t limit = 0; limit < std::size(lengths); ++limit) {
+    for (std::size_t limit = 0; limit < std::size(lengths); ++limit)
         EXPECT_EQ(CutBytes(text, limit), text.substr(0, lengths[limit])) << limit;
-    }
     // These continuation bytes belong to no sequence: they are letters.
     EXPECT_EQ(CutBytes("\xE4\x80\x80 \xE4", 2), "\xE4\x80");
 }

@@ -6,6 +6,7 @@
 
 #include "SkinFixture.h"
 #include "controls/ChartTrace.h"
+#include "controls/SkinText.h"
 #include "lists/basFunctions.h"
 
 namespace dravik {
@@ -45,9 +46,8 @@ TEST_F(FittingTest, DesignIsScaledUniformlyAndCentredOnBlack) {
                           row.Window.height() - 1 - corner.y());
         EXPECT_EQ(shown.pixelColor(last), QColor(Qt::gray)) << row.Scale;
         for (const QPoint beside : {corner - QPoint(1, 0), corner - QPoint(0, 1)}) {
-            if (shown.rect().contains(beside)) {
+            if (shown.rect().contains(beside))
                 EXPECT_EQ(shown.pixelColor(beside), QColor(Qt::black));
-            }
         }
         EXPECT_EQ(shown.pixelColor(ButtonRect().center()),
                   QColor(row.Scale > 1 ? Qt::green : Qt::blue))
@@ -247,6 +247,22 @@ TEST_F(ReferenceTest, EveryKindAndKeyLooksAsItDid) {
         EXPECT_LT(difference.Worst, 25);
         if (HasFailure())
             shown.save(QDir::temp().filePath(QStringLiteral("every-%1.png").arg(size.width())));
+    }
+}
+
+TEST_F(FittingTest, ALabelWithLinesIsWrappedAtWordsAndCutBehindTheLast) {
+    const QFont font = SkinFont({"DejaVu Sans", 12, 0, 0, false, false}, 1);
+    const QFontMetrics metrics(font);
+    const QString text = QStringLiteral("System too lean, bank 1, control at its limit");
+    const int width = metrics.horizontalAdvance(QStringLiteral("System too lean, "));
+    for (const int lines : {1, 2, 3, 9}) {
+        const QStringList wrapped = WrapText(text, width, lines, font).split(QLatin1Char('\n'));
+        EXPECT_EQ(wrapped.size(), std::min(lines, 3));
+        for (const QString& line : wrapped) EXPECT_LE(metrics.horizontalAdvance(line), width);
+        if (lines >= 3)
+            EXPECT_EQ(wrapped.join(QLatin1Char(' ')), text) << "no word is cut or lost";
+        else
+            EXPECT_TRUE(wrapped.back().endsWith(QChar(0x2026)));
     }
 }
 

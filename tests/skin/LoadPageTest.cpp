@@ -300,7 +300,7 @@ TEST_F(LoadPageTest, OverAndDownPicturesAndTabindexComeWithTheDeferredPass) {
     Move(30, 30);
     Move(32, 32);
     EXPECT_EQ(basGlobal.FocusedButton, 0);
-    EXPECT_EQ(Button(0).State(), ButtonState::kOver);
+    EXPECT_EQ(Button(0).State(), ButtonState::Over);
     EXPECT_EQ(Pixel(32, 32), QColor(Qt::green));
     Load("other");
     Finish();

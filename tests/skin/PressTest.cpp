@@ -64,16 +64,16 @@ TEST_F(PressTest, FingerHoldsThePressedPictureAndSlidesOffAndBack) {
     touch().press(0, QPoint(220, 20));
     slide(222, 20);
     QTest::qWait(400);  // the watch over the pointer has looked several times
-    EXPECT_EQ(button.State(), ButtonState::kDown);
+    EXPECT_EQ(button.State(), ButtonState::Down);
     slide(220, 150);
-    EXPECT_TRUE(Until([&] { return button.State() == ButtonState::kUp; }));
+    EXPECT_TRUE(Until([&] { return button.State() == ButtonState::Up; }));
     slide(230, 20);
-    EXPECT_EQ(button.State(), ButtonState::kDown);
+    EXPECT_EQ(button.State(), ButtonState::Down);
     touch().release(0, QPoint(231, 20));
     EXPECT_EQ(basGlobal.LastCommand, "sensoron_b");
-    EXPECT_EQ(button.State(), ButtonState::kOver);
+    EXPECT_EQ(button.State(), ButtonState::Over);
     QTest::mouseMove(window->windowHandle(), QPoint(600, 400));
-    EXPECT_TRUE(Until([&] { return button.State() == ButtonState::kUp; })) << "a mouse took over";
+    EXPECT_TRUE(Until([&] { return button.State() == ButtonState::Up; })) << "a mouse took over";
 }
 
 TEST_F(PressTest, IsForgottenWhenSomethingElseComesBeneathIt) {
@@ -106,7 +106,7 @@ TEST_F(PressTest, IsForgottenWhenSomethingElseComesBeneathIt) {
                 EXPECT_EQ(basGlobal.LastCommand, "");
                 EXPECT_EQ(Media().Selected, 7);
                 EXPECT_EQ(Dialog().IsOpen(), message) << "a release alone answers nothing";
-                EXPECT_NE(Button(0).State(), ButtonState::kDown);
+                EXPECT_NE(Button(0).State(), ButtonState::Down);
                 if (message) Dialog().Answer(kAnswerNo);
                 for (QWidget* other : QApplication::topLevelWidgets()) {
                     if (other != window.get()) other->close();

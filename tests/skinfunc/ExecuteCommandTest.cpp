@@ -2,8 +2,10 @@
 #include <string>
 #include <vector>
 
+#include "platform/Clock.h"
 #include "platform/Text.h"
 #include "platform/serial/PseudoTerminal.h"
+#include "settings/basSettings.h"
 #include "skinfunc/basValueProc.h"
 #include "support/GlobalsFixture.h"
 
@@ -320,6 +322,68 @@ TEST_F(Dispatcher, TheKeyboardProgramIsStartedWhenThereIsOne) {
         std::filesystem::remove(folder_ / "started");
     }
     EXPECT_THAT(fakeScreen.Calls, ::testing::IsEmpty());
+}
+
+TEST_F(Dispatcher, APickedSensorIsKnownByItsStandInAndKeptInTheSettings) {
+    NameSensors({"rpm.engine", "speed"});
+    basGlobal.Sensors[1].Caption = "Tempo";
+    const auto caption = [](std::string function) { return LabelText(function); };
+    EXPECT_EQ(caption("sensorcaption_picked"), "Off") << "none is picked";
+    EXPECT_THAT(Run("openvalue_nonsense"), IsEmpty());
+    EXPECT_EQ(Only("openvalue_speed"), "page value");
+    EXPECT_EQ(caption("sensorcaption_picked"), "Tempo");
+
+    EXPECT_THAT(Run("panel_5"), IsEmpty());
+    EXPECT_EQ(Only("panel_3"), "page choose");
+    EXPECT_EQ(Only("choose_picked"), "page panel");
+    EXPECT_EQ(caption("sensorcaption_panel3"), "Tempo");
+    LoadSettings();
+    EXPECT_THAT(basGlobal.PanelSensors,
+                ElementsAre("rpm.engine", "speed", "speed", "value.loadcalculated"));
+    basGlobal.PickedSensor = "picked";  // must not lead to itself for ever
+    EXPECT_FALSE(FindSensor("picked"));
+}
+
+TEST_F(Dispatcher, ASkinIsChosenAtOnceAndKept) {
+    for (const char* name : {"day", "Night", "plain"})
+        WriteFile("skins/" + std::string(name) + ".ini",
+                  std::string("[General]\n[MainMenu]\n") + (*name == 'p' ? "" : "[Dash]\n"));
+    WriteFile("Dravik.ini", "[Options]\nSkin=day\n");
+    LoadSettings();
+    basGlobal.CurrentMenu = "dash";
+    EXPECT_THAT(Run("skin_nonsense"), IsEmpty());
+    EXPECT_EQ(CurrentSkin(), "day");
+    EXPECT_EQ(Only("skin_night"), "page dash");
+    EXPECT_EQ(basGlobal.SkinFile, basGlobal.SkinPath + "Night.ini");
+    EXPECT_EQ(ReadFile("Dravik.ini"), "[Options]\nSkin=Night\n");
+    EXPECT_EQ(Only("skin_next"), "page mainmenu") << "that skin has no such page";
+    EXPECT_EQ(Only("skin_next"), "page dash") << "behind the last comes the first";
+    EXPECT_EQ(CurrentSkin(), ReadIniString(basGlobal.IniFile, "Options", "Skin"));
+}
+
+TEST_F(Dispatcher, TheSkinForTheNightComesAndGoesByTheClock) {
+    const LocalTime now = SystemTime();
+    const auto at = [&now](int minutes) {
+        const int minute = (now.Hour * 60 + now.Minute + minutes + 24 * 60) % (24 * 60);
+        return std::to_string(minute / 60) + ":" + std::to_string(minute % 60);
+    };
+    const auto settings = [this](const std::string& from, const std::string& to) {
+        WriteFile("Dravik.ini", "[Options]\nSkin=day\nNightSkin=night\nNightFrom=" + from +
+                                    "\nNightTo=" + to + "\n");
+    };
+    settings(at(60), at(-60));  // over midnight or not, as the time of this test has it
+    LoadSettings();
+    EXPECT_EQ(CurrentSkin(), "day");
+    settings(at(-60), at(60));
+    EXPECT_TRUE(FollowClock());
+    EXPECT_EQ(CurrentSkin(), "night");
+    WriteFile("skins/bright.ini", "");
+    EXPECT_TRUE(ChooseSkin("bright"));
+    EXPECT_FALSE(FollowClock());
+    EXPECT_EQ(CurrentSkin(), "bright") << "the user's choice lasts until the morning";
+    settings("25:00", at(60));
+    FollowClock();
+    EXPECT_EQ(CurrentSkin(), "day");
 }
 
 }  // namespace

@@ -26,10 +26,9 @@ class PaintWatch : public QObject {
     bool eventFilter(QObject* object, QEvent* event) override {
         if (event->type() != QEvent::Paint || !object->isWidgetType()) return false;
         const auto* painted = static_cast<QWidget*>(object);
-        if (painted == widget_ || widget_->isAncestorOf(painted)) {
+        if (painted == widget_ || widget_->isAncestorOf(painted))
             painted_ += static_cast<QPaintEvent*>(event)->region().translated(
                 painted->mapTo(widget_, QPoint(0, 0)));
-        }
         return false;
     }
 

@@ -20,11 +20,10 @@ class SerialClient {
  public:
     explicit SerialClient(const std::string& device) {
         constexpr std::string_view kTcp = "tcp://127.0.0.1:";
-        if (device.starts_with(kTcp)) {
+        if (device.starts_with(kTcp))
             ConnectTcp(std::stoi(device.substr(kTcp.size())));
-        } else {
+        else
             OpenTerminal(device);
-        }
     }
     ~SerialClient() {
         if (descriptor_ >= 0) close(descriptor_);

@@ -20,7 +20,7 @@ class TemporaryFolder {
 
     /// Writes a file, making the folders on its way, and gives its path.
     std::string Write(std::string_view name, std::string_view content) const {
-        const std::string path = *this / name;
+        std::string path = *this / name;
         std::filesystem::create_directories(std::filesystem::path(path).parent_path());
         std::ofstream(path, std::ios::binary) << content;
         return path;

@@ -55,9 +55,8 @@ TEST(Interface, ReadsCommandsInAnyCaseWithAnyBlanksAndRepeatsOnAnEmptyLine) {
     EXPECT_EQ(desk.Ask(""), reply);
     EXPECT_EQ(desk.Ask("01051"), reply) << "a last single digit is the number of answers wanted";
     EXPECT_EQ(desk.Ask(" at\td p"), "AUTO, ISO 14230-4 (KWP FAST)\r\r>");
-    for (const char* unknown : {"AT", "ATXYZ", "ATE2", "ATSPX", "HELLO", "1", "01O5"}) {
+    for (const char* unknown : {"AT", "ATXYZ", "ATE2", "ATSPX", "HELLO", "1", "01O5"})
         EXPECT_EQ(desk.Ask(unknown), "?\r\r>") << unknown;
-    }
     EXPECT_EQ(desk.Ask(std::string(2000, '0')), "?\r\r>");
     desk.Ask("ATWS");
     EXPECT_EQ(desk.Ask("").back(), '>') << "nothing to repeat after a reset";

@@ -36,7 +36,7 @@ class Server : public testing::Test {
 
 TEST_F(Server, AnswersOnAPseudoTerminalAndLeavesNothingBehind) {
     fs::create_symlink("/dev/nowhere", Link());  // left over from a crash
-    ASSERT_EQ(server_.ServePseudoTerminal(Link()), "");
+    ASSERT_EQ(server_.ServeSerialLine(Link()), "");
     EXPECT_EQ(server_.Device(), Link());
     SerialClient client(Link());
     ASSERT_TRUE(client.IsOpen());
@@ -50,7 +50,7 @@ TEST_F(Server, AnswersOnAPseudoTerminalAndLeavesNothingBehind) {
 }
 
 TEST_F(Server, SurvivesClientsThatComeAndGo) {
-    ASSERT_EQ(server_.ServePseudoTerminal(), "");
+    ASSERT_EQ(server_.ServeSerialLine(), "");
     for (int i = 0; i < 20; ++i) {
         SerialClient client(server_.Device());
         ASSERT_TRUE(client.IsOpen());
@@ -60,20 +60,18 @@ TEST_F(Server, SurvivesClientsThatComeAndGo) {
         }
         // What the one before has begun is stopped first; then the interface is this client's.
         std::string reply;
-        for (int attempt = 0; attempt < 5 && reply.find("DVI 1.0") == std::string::npos;
-             ++attempt) {
+        for (int attempt = 0; attempt < 5 && reply.find("DVI 1.0") == std::string::npos; ++attempt)
             reply = client.Ask("ATI");
-        }
         EXPECT_NE(reply.find("DVI 1.0"), std::string::npos) << i;
     }
 }
 
 TEST_F(Server, NeverReplacesAFileByItsLink) {
     folder_.Write("obd", "precious");
-    EXPECT_EQ(server_.ServePseudoTerminal(Link()), Link() + ": exists and is no symbolic link");
+    EXPECT_EQ(server_.ServeSerialLine(Link()), Link() + ": exists and is no symbolic link");
     EXPECT_TRUE(fs::is_regular_file(Link()));
-    EXPECT_NE(server_.ServePseudoTerminal(folder_ / "missing/obd"), "");
-    EXPECT_EQ(server_.ServePseudoTerminal(), "") << "a failed start does not block the next";
+    EXPECT_NE(server_.ServeSerialLine(folder_ / "missing/obd"), "");
+    EXPECT_EQ(server_.ServeSerialLine(), "") << "a failed start does not block the next";
 }
 
 TEST_F(Server, ServesTcpToOneClientAfterTheOther) {
@@ -91,7 +89,7 @@ TEST_F(Server, ServesTcpToOneClientAfterTheOther) {
 
 TEST_F(Server, UnpluggedTerminalReallyGoesAndComesBackBehindItsLink) {
     Load("[fault 1]\nkind = unplug\nprobability = 1\nmatch = 04\nfor = 0.3\ntimes = 1\n");
-    ASSERT_EQ(server_.ServePseudoTerminal(Link()), "");
+    ASSERT_EQ(server_.ServeSerialLine(Link()), "");
     SerialClient client(Link());
     EXPECT_NE(client.Ask("ATI"), "");
     client.Ask("04");
@@ -118,14 +116,14 @@ TEST_F(Server, UnpluggedTcpClosesTheConnectionAndListensAgainLater) {
 
 TEST_F(Server, StopsInTheMiddleOfAReplyAndServesAgain) {
     Load("[interface]\nreset-time = 60\n");
-    ASSERT_EQ(server_.ServePseudoTerminal(Link()), "");
+    ASSERT_EQ(server_.ServeSerialLine(Link()), "");
     SerialClient client(Link());
     client.Write("ATZ\r");
     EXPECT_NE(client.ReadUntil("\r"), "");
-    EXPECT_NE(server_.ServePseudoTerminal(Link()), "") << "one device at a time";
+    EXPECT_NE(server_.ServeSerialLine(Link()), "") << "one device at a time";
     server_.Stop();
     EXPECT_EQ(server_.Device(), "");
-    ASSERT_EQ(server_.ServePseudoTerminal(Link()), "");
+    ASSERT_EQ(server_.ServeSerialLine(Link()), "");
     EXPECT_NE(SerialClient(Link()).Ask("ATI").find("DVI 1.0"), std::string::npos);
 }
 

@@ -45,10 +45,9 @@ TEST(TroubleCodes, FramesStayAsTheyWereWhileTheCarDrivesOn) {
     EXPECT_EQ(frame(), before);
     for (std::size_t pid = 0; pid < 0x4E; ++pid) {
         const unsigned long mask = Value(before[pid / 32 * 32], 3);
-        if (pid % 32 != 31) {
+        if (pid % 32 != 31)
             EXPECT_EQ((mask >> (31 - pid % 32) & 1) != 0, before[pid + 1] != "NO DATA\r\r>")
                 << pid + 1;
-        }
     }
 }
 
@@ -101,9 +100,8 @@ TEST(TroubleCodes, ClearingForgetsEverythingAndStartsTheCountersAnew) {
     EXPECT_EQ(desk.Ask("0101"), "41 01 00 07 65 65 \r\r>");
     EXPECT_EQ(desk.Ask("03"), "43 00 00 00 00 00 00 \r\r>");
     EXPECT_EQ(desk.Ask("020200"), "NO DATA\r\r>");
-    for (const char* counter : {"0121", "0130", "0131", "014D", "014E"}) {
+    for (const char* counter : {"0121", "0130", "0131", "014D", "014E"})
         EXPECT_EQ(Value(desk.Ask(counter), 2), 0u) << counter;
-    }
     desk.Now += 660;
     EXPECT_EQ(desk.Ask("0101"), "41 01 00 07 65 04 \r\r>") << "most monitors have run again";
     EXPECT_EQ(Value(desk.Ask("014E"), 2), 11u);

@@ -25,7 +25,7 @@ class SerialListener {
 class SerialChannel {
  public:
     /// Bytes that may wait for a device which does not take them.
-    static constexpr std::size_t kWriteQueueLimit = 64 * 1024;
+    static constexpr std::size_t kWriteQueueLimit = std::size_t{64} * 1024;
 
     virtual ~SerialChannel() = default;
 

@@ -13,11 +13,11 @@ namespace {
 constexpr int kMaxWorkers = 4;
 
 struct Attempt {
-    std::mutex mutex;
-    bool finished = false;
-    bool abandoned = false;
-    NativeHandle handle = kNoHandle;
-    OpenFailure failure = OpenFailure::None;
+    std::mutex Mutex;
+    bool Finished = false;
+    bool Abandoned = false;
+    NativeHandle Handle = kNoHandle;
+    OpenFailure Failure = OpenFailure::None;
 };
 
 std::mutex workerMutex;
@@ -39,14 +39,14 @@ void RunAttempt(Attempt& attempt, const std::string& device, int baudrate) {
     OpenFailure failure = OpenFailure::None;
     const NativeHandle handle = OpenNative(device, baudrate, failure);
     // The wake-up is posted under the lock: once abandoned, the event loop may be gone.
-    const std::lock_guard lock(attempt.mutex);
-    if (attempt.abandoned) {
+    const std::lock_guard lock(attempt.Mutex);
+    if (attempt.Abandoned) {
         if (handle != kNoHandle) CloseNative(handle);
         return;
     }
-    attempt.handle = handle;
-    attempt.failure = failure;
-    attempt.finished = true;
+    attempt.Handle = handle;
+    attempt.Failure = failure;
+    attempt.Finished = true;
     PostToUserInterface([] {});
 }
 
@@ -58,26 +58,26 @@ class WorkerOpening : public SerialOpening {
     WorkerOpening& operator=(const WorkerOpening&) = delete;
 
     ~WorkerOpening() override {
-        const std::lock_guard lock(attempt_->mutex);
-        attempt_->abandoned = true;
-        if (attempt_->handle != kNoHandle) CloseNative(attempt_->handle);
+        const std::lock_guard lock(attempt_->Mutex);
+        attempt_->Abandoned = true;
+        if (attempt_->Handle != kNoHandle) CloseNative(attempt_->Handle);
     }
 
     bool Finished() const override {
-        const std::lock_guard lock(attempt_->mutex);
-        return attempt_->finished;
+        const std::lock_guard lock(attempt_->Mutex);
+        return attempt_->Finished;
     }
 
     std::unique_ptr<SerialChannel> Take(std::weak_ptr<SerialListener> listener) override {
-        const std::lock_guard lock(attempt_->mutex);
-        const NativeHandle handle = std::exchange(attempt_->handle, kNoHandle);
+        const std::lock_guard lock(attempt_->Mutex);
+        const NativeHandle handle = std::exchange(attempt_->Handle, kNoHandle);
         if (handle == kNoHandle) return nullptr;
         return MakeNativeChannel(handle, std::move(listener));
     }
 
     OpenFailure Failure() const override {
-        const std::lock_guard lock(attempt_->mutex);
-        return attempt_->failure;
+        const std::lock_guard lock(attempt_->Mutex);
+        return attempt_->Failure;
     }
 
  private:

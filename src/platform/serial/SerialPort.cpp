@@ -27,7 +27,7 @@ std::unique_ptr<SerialOpening> StartOpening(const std::string& device, int baudr
 // Shared, so that it outlives a SerialPort that is destroyed or moved while one of its handlers or
 // a pending Open is still on the stack.
 struct SerialPort::Impl : SerialListener, std::enable_shared_from_this<SerialPort::Impl> {
-    explicit Impl(int rate) : baudrate(rate) {}
+    explicit Impl(int rate) : Baudrate(rate) {}
 
     bool Open();
     void Close();
@@ -38,20 +38,20 @@ struct SerialPort::Impl : SerialListener, std::enable_shared_from_this<SerialPor
     void DiscardInput();
     void ChannelReady() override;
 
-    std::string device;
-    int baudrate;
-    OpenFailure failure = OpenFailure::None;  // of the last Open
-    std::unique_ptr<SerialChannel> channel;
-    std::function<void(int)> onReceive;
-    std::function<void()> onLost;
+    std::string Device;
+    int Baudrate;
+    OpenFailure Failure = OpenFailure::None;  // of the last Open
+    std::unique_ptr<SerialChannel> Channel;
+    std::function<void(int)> OnReceive;
+    std::function<void()> OnLost;
 
  private:
     // What the handlers have not been told yet.
     struct News {
-        bool data = false;
-        bool overflow = false;
-        bool lost = false;
-        bool Any() const { return data || overflow || lost; }
+        bool Data = false;
+        bool Overflow = false;
+        bool Lost = false;
+        bool Any() const { return Data || Overflow || Lost; }
     };
 
     std::unique_ptr<SerialOpening> WaitForOpening();
@@ -72,14 +72,14 @@ struct SerialPort::Impl : SerialListener, std::enable_shared_from_this<SerialPor
 std::unique_ptr<SerialOpening> SerialPort::Impl::WaitForOpening() {
     const unsigned session = session_;
     const unsigned aborts = abortCount;
-    failure = OpenFailure::GivenUp;
-    std::unique_ptr<SerialOpening> opening = StartOpening(device, baudrate);
-    if (!opening && device.starts_with(kTcpPrefix)) failure = OpenFailure::UnknownHost;
+    Failure = OpenFailure::GivenUp;
+    std::unique_ptr<SerialOpening> opening = StartOpening(Device, Baudrate);
+    if (!opening && Device.starts_with(kTcpPrefix)) Failure = OpenFailure::UnknownHost;
     const Clock::time_point deadline = Clock::now() + kOpenLimit;
     while (opening && !opening->Finished()) {
         const std::chrono::duration<double> left = deadline - Clock::now();
         if (left.count() <= 0) {
-            failure = OpenFailure::NoAnswer;
+            Failure = OpenFailure::NoAnswer;
             return nullptr;
         }
         WaitForEvents(left.count());
@@ -92,18 +92,18 @@ bool SerialPort::Impl::Open() {
     Close();
     const std::unique_ptr<SerialOpening> opening = WaitForOpening();
     if (!opening) return false;
-    failure = opening->Failure();
-    channel = opening->Take(weak_from_this());
+    Failure = opening->Failure();
+    Channel = opening->Take(weak_from_this());
     CollectForCaller();
-    if (channel) return true;
+    if (Channel) return true;
     Close();  // lost already: there is no open device to report as lost
-    if (failure == OpenFailure::None) failure = OpenFailure::NoSuchDevice;
+    if (Failure == OpenFailure::None) Failure = OpenFailure::NoSuchDevice;
     return false;
 }
 
 void SerialPort::Impl::Close() {
     ++session_;
-    channel.reset();
+    Channel.reset();
     buffer_.clear();
     news_ = {};
     overflowed_ = false;
@@ -111,13 +111,13 @@ void SerialPort::Impl::Close() {
 
 void SerialPort::Impl::Abandon() {
     Close();
-    onReceive = nullptr;
-    onLost = nullptr;
+    OnReceive = nullptr;
+    OnLost = nullptr;
 }
 
 bool SerialPort::Impl::Write(std::string_view bytes) {
-    if (!channel) return false;
-    if (channel->Write(bytes)) return true;
+    if (!Channel) return false;
+    if (Channel->Write(bytes)) return true;
     CollectForCaller();  // closes the port if the device is gone
     return false;
 }
@@ -134,12 +134,12 @@ std::string SerialPort::Impl::ReadAll() {
 }
 
 void SerialPort::Impl::DiscardInput() {
-    if (channel) channel->FlushInput();
+    if (Channel) Channel->FlushInput();
     CollectForCaller();
     buffer_.clear();
     overflowed_ = false;
-    news_.data = false;
-    news_.overflow = false;
+    news_.Data = false;
+    news_.Overflow = false;
 }
 
 void SerialPort::Impl::ChannelReady() {
@@ -150,24 +150,24 @@ void SerialPort::Impl::ChannelReady() {
 // Takes over everything that the driver holds, so that an event which the handler ignores does not
 // come back before the next character does.
 void SerialPort::Impl::Collect() {
-    if (!channel) return;
+    if (!Channel) return;
     std::string characters;
-    const bool alive = channel->Read(characters);
+    const bool alive = Channel->Read(characters);
     Store(characters);
-    if (channel->TakeOverrun()) news_.overflow = true;
+    if (Channel->TakeOverrun()) news_.Overflow = true;
     if (alive) return;
-    channel.reset();
-    news_.lost = true;
+    Channel.reset();
+    news_.Lost = true;
 }
 
 void SerialPort::Impl::Store(std::string_view characters) {
     if (characters.empty()) return;
-    news_.data = true;
+    news_.Data = true;
     const std::size_t taken = std::min(characters.size(), kBufferSize - buffer_.size());
     buffer_.append(characters.substr(0, taken));
     if (taken == characters.size() || overflowed_) return;
     overflowed_ = true;
-    news_.overflow = true;
+    news_.Overflow = true;
 }
 
 // Collect for a caller that is in the middle of something: the handlers hear of it later.
@@ -187,14 +187,14 @@ void SerialPort::Impl::CollectForCaller() {
 // Every handler may close, open or destroy the port, which takes back the news still to come.
 void SerialPort::Impl::Deliver() {
     const std::shared_ptr<Impl> self = shared_from_this();
-    if (std::exchange(news_.overflow, false)) {
-        if (const auto handler = onReceive) handler(kBufferOverflow);
+    if (std::exchange(news_.Overflow, false)) {
+        if (const auto handler = OnReceive) handler(kBufferOverflow);
     }
-    if (std::exchange(news_.data, false) && !buffer_.empty()) {
-        if (const auto handler = onReceive) handler(kDataReceived);
+    if (std::exchange(news_.Data, false) && !buffer_.empty()) {
+        if (const auto handler = OnReceive) handler(kDataReceived);
     }
-    if (std::exchange(news_.lost, false)) {
-        if (const auto handler = onLost) handler();
+    if (std::exchange(news_.Lost, false)) {
+        if (const auto handler = OnLost) handler();
     }
 }
 
@@ -214,19 +214,19 @@ SerialPort& SerialPort::operator=(SerialPort&& other) noexcept {
 }
 
 void SerialPort::SetDevice(std::string device) {
-    impl_->device = std::move(device);
+    impl_->Device = std::move(device);
 }
 
 const std::string& SerialPort::Device() const {
-    return impl_->device;
+    return impl_->Device;
 }
 
 void SerialPort::SetBaudrate(int baudrate) {
-    impl_->baudrate = baudrate;
+    impl_->Baudrate = baudrate;
 }
 
 int SerialPort::Baudrate() const {
-    return impl_->baudrate;
+    return impl_->Baudrate;
 }
 
 bool SerialPort::Open() {
@@ -235,7 +235,7 @@ bool SerialPort::Open() {
 }
 
 OpenFailure SerialPort::LastFailure() const {
-    return impl_->failure;
+    return impl_->Failure;
 }
 
 void SerialPort::AbortWaits() {
@@ -244,7 +244,7 @@ void SerialPort::AbortWaits() {
 }
 
 bool SerialPort::IsOpen() const {
-    return impl_->channel != nullptr;
+    return impl_->Channel != nullptr;
 }
 
 void SerialPort::Close() {
@@ -268,11 +268,11 @@ void SerialPort::DiscardInput() {
 }
 
 void SerialPort::OnReceive(std::function<void(int code)> handler) {
-    impl_->onReceive = std::move(handler);
+    impl_->OnReceive = std::move(handler);
 }
 
 void SerialPort::OnLost(std::function<void()> handler) {
-    impl_->onLost = std::move(handler);
+    impl_->OnLost = std::move(handler);
 }
 
 }  // namespace dravik

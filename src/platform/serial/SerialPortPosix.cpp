@@ -6,11 +6,6 @@
 #include <termios.h>
 #include <unistd.h>
 
-#ifdef __linux__
-#include <linux/serial.h>
-#include <sys/sysmacros.h>
-#endif
-
 #include <QSocketNotifier>
 #include <algorithm>
 #include <array>
@@ -22,15 +17,15 @@
 
 #include "platform/DeleteLater.h"
 #include "platform/serial/SerialChannel.h"
+#include "platform/serial/SerialDriver.h"
 #include "platform/serial/SerialPort.h"
-#include "platform/serial/SerialSpeed.h"
 
 namespace dravik {
 namespace {
 
 struct Speed {
-    int baudrate;
-    speed_t code;
+    int Baudrate;
+    speed_t Code;
 };
 
 constexpr Speed kSpeeds[] = {
@@ -39,7 +34,7 @@ constexpr Speed kSpeeds[] = {
     {1200, B1200},       {1800, B1800},       {2400, B2400},       {4800, B4800},
     {9600, B9600},       {19200, B19200},     {38400, B38400},     {57600, B57600},
     {115200, B115200},   {230400, B230400},
-#ifdef __linux__
+#ifdef B460800  // these are no part of POSIX, and come together
     {460800, B460800},   {500000, B500000},   {576000, B576000},   {921600, B921600},
     {1000000, B1000000}, {1152000, B1152000}, {1500000, B1500000}, {2000000, B2000000},
     {2500000, B2500000}, {3000000, B3000000}, {3500000, B3500000}, {4000000, B4000000},
@@ -51,50 +46,24 @@ constexpr const char* kPortFamilies[] = {"/dev/ttyUSB", "/dev/ttyACM", "/dev/rfc
 constexpr int kPortsPerFamily = 8;
 
 // A sender without pause must not keep Read from returning.
-constexpr std::size_t kReadLimit = 64 * 1024;
+constexpr std::size_t kReadLimit = std::size_t{64} * 1024;
 
 std::optional<speed_t> FindSpeed(int baudrate) {
     const auto* found =
         std::find_if(std::begin(kSpeeds), std::end(kSpeeds),
-                     [baudrate](const Speed& speed) { return speed.baudrate == baudrate; });
+                     [baudrate](const Speed& speed) { return speed.Baudrate == baudrate; });
     if (found == std::end(kSpeeds)) return std::nullopt;
-    return found->code;
+    return found->Code;
 }
 
 int Descriptor(NativeHandle handle) {
     return static_cast<int>(handle);
 }
 
-// The mark for exclusive use would stay on a pseudo-terminal whose user was killed.
-bool IsPseudoTerminal(int descriptor) {
-#ifdef __linux__
-    constexpr unsigned kFirstMajor = 136;
-    constexpr unsigned kLastMajor = 143;
-    struct stat info {};
-    if (fstat(descriptor, &info) != 0) return false;
-    const unsigned number = major(info.st_rdev);
-    return number >= kFirstMajor && number <= kLastMajor;
-#else
-    static_cast<void>(descriptor);
-    return false;
-#endif
-}
-
-/// True when somebody has marked the device for exclusive use. A privileged process can open it all
-/// the same.
-bool IsMarked(int descriptor) {
-#ifdef TIOCGEXCL
-    int marked = 0;
-    return ioctl(descriptor, TIOCGEXCL, &marked) == 0 && marked != 0;
-#else
-    static_cast<void>(descriptor);
-    return false;
-#endif
-}
-
 bool Claim(int descriptor) {
     if (IsMarked(descriptor)) return false;
-    // The lock also keeps out a privileged process, which the mark does not stop.
+    // The lock also keeps out a privileged process, which the mark does not stop. The mark itself
+    // would stay on a pseudo-terminal whose user was killed.
     if (flock(descriptor, LOCK_EX | LOCK_NB) != 0) return false;
     return IsPseudoTerminal(descriptor) || ioctl(descriptor, TIOCEXCL) == 0;
 }
@@ -114,12 +83,7 @@ OpenFailure FailureOf(int error) {
 
 /// What SetLine cannot: a speed that has no name in termios.
 bool SetSpeed(int descriptor, int baudrate) {
-#ifdef __linux__
     return FindSpeed(baudrate) || SetUnnamedSpeed(descriptor, baudrate);
-#else
-    static_cast<void>(descriptor);
-    return FindSpeed(baudrate).has_value();
-#endif
 }
 
 bool SetLine(int descriptor, speed_t speed) {
@@ -172,18 +136,6 @@ class TerminalChannel : public SerialChannel {
     Notifier readable_;
     Notifier writable_;
 };
-
-// How many characters the driver has lost since the system started; 0 where it does not count.
-int CountOverruns(int descriptor) {
-#ifdef __linux__
-    serial_icounter_struct counts{};
-    if (ioctl(descriptor, TIOCGICOUNT, &counts) != 0) return 0;
-    return counts.overrun + counts.buf_overrun;
-#else
-    static_cast<void>(descriptor);
-    return 0;
-#endif
-}
 
 bool HungUp(int descriptor) {
     pollfd state{descriptor, 0, 0};

@@ -12,8 +12,8 @@ namespace dravik {
 namespace {
 
 struct Address {
-    std::string host;
-    std::uint16_t port;
+    std::string Host;
+    std::uint16_t Port;
 };
 
 /// "tcp://host:port", with an IPv6 address in brackets.
@@ -24,11 +24,10 @@ std::optional<Address> ParseAddress(std::string_view device) {
     if (colon == std::string_view::npos) return std::nullopt;
     std::string_view host = device.substr(0, colon);
     const std::string_view digits = device.substr(colon + 1);
-    if (host.starts_with('[') && host.ends_with(']')) {
+    if (host.starts_with('[') && host.ends_with(']'))
         host = host.substr(1, host.size() - 2);
-    } else if (host.find(':') != std::string_view::npos) {
+    else if (host.find(':') != std::string_view::npos)
         return std::nullopt;
-    }
     std::uint16_t port = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), port);
     const bool isNumber = error == std::errc() && end == digits.data() + digits.size();
@@ -93,7 +92,7 @@ class TcpOpening : public SerialOpening {
  public:
     explicit TcpOpening(const Address& address) : socket_(new QTcpSocket) {
         socket_->setProxy(QNetworkProxy::NoProxy);
-        socket_->connectToHost(QString::fromStdString(address.host), address.port);
+        socket_->connectToHost(QString::fromStdString(address.Host), address.Port);
     }
 
     bool Finished() const override {

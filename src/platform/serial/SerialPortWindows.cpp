@@ -16,7 +16,7 @@ namespace {
 constexpr int kHighestPort = 255;
 
 // A sender without pause must not keep Read from returning.
-constexpr std::size_t kReadLimit = 64 * 1024;
+constexpr std::size_t kReadLimit = std::size_t{64} * 1024;
 
 // How long a driver may take to give back a cancelled operation.
 constexpr DWORD kCancelMs = 500;
@@ -58,15 +58,15 @@ OpenFailure SetLine(HANDLE port, int baudrate) {
 
 /// One overlapped read or write. The driver uses it until it has given it back.
 struct Operation {
-    Operation() { state.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr); }
-    ~Operation() { CloseHandle(state.hEvent); }
+    Operation() { State.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr); }
+    ~Operation() { CloseHandle(State.hEvent); }
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
 
-    OVERLAPPED state{};
-    bool pending = false;
-    DWORD size = 0;
-    std::array<char, SerialPort::kBufferSize> bytes;
+    OVERLAPPED State{};
+    bool Pending = false;
+    DWORD Size = 0;
+    std::array<char, SerialPort::kBufferSize> Bytes;
 };
 
 enum class Outcome { Pending, Done, Failed };
@@ -78,22 +78,21 @@ Outcome Started(BOOL accepted) {
 /// Whether the driver has given the operation back, and the number of bytes that it moved.
 Outcome Finish(HANDLE port, Operation& operation, DWORD& count) {
     count = 0;
-    if (GetOverlappedResult(port, &operation.state, &count, FALSE)) {
-        operation.pending = false;
+    if (GetOverlappedResult(port, &operation.State, &count, FALSE)) {
+        operation.Pending = false;
         return Outcome::Done;
     }
     if (GetLastError() == ERROR_IO_INCOMPLETE) return Outcome::Pending;
-    operation.pending = false;
+    operation.Pending = false;
     return Outcome::Failed;
 }
 
 void Cancel(HANDLE port, std::unique_ptr<Operation> operation) {
-    if (!operation->pending) return;
-    CancelIoEx(port, &operation->state);
+    if (!operation->Pending) return;
+    CancelIoEx(port, &operation->State);
     // A driver that keeps it may still write to it: better to lose the memory.
-    if (WaitForSingleObject(operation->state.hEvent, kCancelMs) != WAIT_OBJECT_0) {
+    if (WaitForSingleObject(operation->State.hEvent, kCancelMs) != WAIT_OBJECT_0)
         static_cast<void>(operation.release());
-    }
 }
 
 /// Deleting a notifier inside its own signal is not safe.
@@ -138,8 +137,8 @@ class ComChannel : public SerialChannel {
 ComChannel::ComChannel(HANDLE port, std::weak_ptr<SerialListener> listener)
     : port_(port),
       listener_(std::move(listener)),
-      readDone_(new QWinEventNotifier(read_->state.hEvent)),
-      writeDone_(new QWinEventNotifier(write_->state.hEvent)) {
+      readDone_(new QWinEventNotifier(read_->State.hEvent)),
+      writeDone_(new QWinEventNotifier(write_->State.hEvent)) {
     // Neither may touch the channel after Report: the listener may have destroyed it.
     QObject::connect(readDone_.get(), &QWinEventNotifier::activated, [this] { Report(); });
     QObject::connect(writeDone_.get(), &QWinEventNotifier::activated, [this] { FinishWrite(); });
@@ -168,19 +167,19 @@ std::optional<DWORD> ComChannel::Waiting() {
 void ComChannel::StartRead() {
     if (const std::optional<DWORD> waiting = Waiting()) {
         const DWORD size = std::clamp<DWORD>(*waiting, 1, SerialPort::kBufferSize);
-        const BOOL accepted = ReadFile(port_, read_->bytes.data(), size, nullptr, &read_->state);
-        read_->pending = Started(accepted) == Outcome::Pending;
+        const BOOL accepted = ReadFile(port_, read_->Bytes.data(), size, nullptr, &read_->State);
+        read_->Pending = Started(accepted) == Outcome::Pending;
     }
-    if (!read_->pending) lost_ = true;
+    if (!read_->Pending) lost_ = true;
 }
 
 bool ComChannel::Read(std::string& characters) {
     const std::size_t limit = characters.size() + kReadLimit;
-    while (read_->pending && characters.size() < limit) {
+    while (read_->Pending && characters.size() < limit) {
         DWORD count = 0;
         const Outcome outcome = Finish(port_, *read_, count);
         if (outcome == Outcome::Pending) break;
-        characters.append(read_->bytes.data(), count);
+        characters.append(read_->Bytes.data(), count);
         if (outcome == Outcome::Failed) {
             lost_ = true;
             break;
@@ -189,7 +188,7 @@ bool ComChannel::Read(std::string& characters) {
         if (count == 0) break;
     }
     // Without a read under way nothing would announce the next character, nor the event be reset.
-    if (!read_->pending) lost_ = true;
+    if (!read_->Pending) lost_ = true;
     return !lost_;
 }
 
@@ -199,7 +198,7 @@ bool ComChannel::TakeOverrun() {
 }
 
 bool ComChannel::Write(std::string_view bytes) {
-    const std::size_t waiting = queue_.size() + (write_->pending ? write_->size : 0);
+    const std::size_t waiting = queue_.size() + (write_->Pending ? write_->Size : 0);
     if (lost_ || waiting + bytes.size() > kWriteQueueLimit) return false;
     queue_.append(bytes);
     StartWrite();
@@ -207,26 +206,26 @@ bool ComChannel::Write(std::string_view bytes) {
 }
 
 void ComChannel::StartWrite() {
-    if (lost_ || write_->pending || queue_.empty()) return;
-    const std::size_t size = std::min(queue_.size(), write_->bytes.size());
-    std::memcpy(write_->bytes.data(), queue_.data(), size);
+    if (lost_ || write_->Pending || queue_.empty()) return;
+    const std::size_t size = std::min(queue_.size(), write_->Bytes.size());
+    std::memcpy(write_->Bytes.data(), queue_.data(), size);
     queue_.erase(0, size);
-    write_->size = static_cast<DWORD>(size);
+    write_->Size = static_cast<DWORD>(size);
     const BOOL accepted =
-        WriteFile(port_, write_->bytes.data(), write_->size, nullptr, &write_->state);
-    write_->pending = Started(accepted) == Outcome::Pending;
-    if (!write_->pending) lost_ = true;
+        WriteFile(port_, write_->Bytes.data(), write_->Size, nullptr, &write_->State);
+    write_->Pending = Started(accepted) == Outcome::Pending;
+    if (!write_->Pending) lost_ = true;
 }
 
 void ComChannel::FinishWrite() {
-    if (!write_->pending) return;
+    if (!write_->Pending) return;
     DWORD count = 0;
     const Outcome outcome = Finish(port_, *write_, count);
     if (outcome == Outcome::Pending) return;
     if (outcome == Outcome::Failed) lost_ = true;
-    queue_.insert(0, write_->bytes.data() + count, write_->size - count);
+    queue_.insert(0, write_->Bytes.data() + count, write_->Size - count);
     // Reset here, since no new write may follow to do it.
-    ResetEvent(write_->state.hEvent);
+    ResetEvent(write_->State.hEvent);
     StartWrite();
     if (lost_) Report();
 }

@@ -5,6 +5,7 @@
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
+#include "settings/basSettings.h"
 #include "skin/check/CheckSkinParts.h"
 #include "skinfunc/basValueProc.h"
 
@@ -50,7 +51,7 @@ string SensorFault(const Call& call) {
     const string_view name = call.Text.Argument;
     if (name.find('_') != string_view::npos)
         return "the sensor name " + Quoted(name) + " holds a \"_\"";
-    if (!FindSensor(name)) {
+    if (!FindSensor(name) && SensorStoodFor(name) == nullptr) {
         std::vector<string> names;
         for (int i = 0; i < basGlobal.SensorCount; ++i)
             names.push_back(basGlobal.Sensors[static_cast<std::size_t>(i)].Function);
@@ -107,6 +108,14 @@ string SourceFault(const Call& call) {
     return "no sensor of the sensor file has the source " + Quoted(call.Received);
 }
 
+string SkinFault(const Call& call) {
+    const auto names = SkinNames();
+    const string_view name = call.Text.Argument;
+    const bool known = std::any_of(names.begin(), names.end(),
+                                   [name](const string& skin) { return EqualsNoCase(skin, name); });
+    return known ? string{} : "there is no skin " + Quoted(name) + DidYouMean(name, names);
+}
+
 string NoFault(const Call&) {
     return {};
 }
@@ -120,7 +129,7 @@ constexpr ArgumentCheck kArgumentChecks[] = {
     {Takes::Sensor, SensorFault}, {Takes::Page, NoFault},         {Takes::Box, NoFault},
     {Takes::Chart, ChartFault},   {Takes::Control, ControlFault}, {Takes::Number, NumberFault},
     {Takes::Step, StepFault},     {Takes::Pid, PidFault},         {Takes::Source, SourceFault},
-    {Takes::Message, NoFault},    {Takes::Question, NoFault},
+    {Takes::Skin, SkinFault},     {Takes::Message, NoFault},      {Takes::Question, NoFault},
 };
 
 string ArgumentFault(const FunctionWord& row, const Call& call) {
@@ -182,6 +191,14 @@ std::optional<NamedElement> ElementOf(const FunctionWord& row, const Call& call)
     return NamedElement{&kind, *number, {}, {}};
 }
 
+/// Pages that a command opens without naming them.
+struct ImpliedPage {
+    string_view Command;
+    const char* Page;
+};
+constexpr ImpliedPage kImpliedPages[] = {
+    {"openvalue", "value"}, {"panel", "choose"}, {"choose", "panel"}};
+
 /// Where a text leads that its evaluator takes.
 void Follow(const FunctionWord& row, const Call& call, FunctionVerdict& verdict) {
     verdict.Word = row.Word;
@@ -190,6 +207,9 @@ void Follow(const FunctionWord& row, const Call& call, FunctionVerdict& verdict)
     if (row.Argument == Takes::Page || row.Argument == Takes::Box)
         verdict.Openings.push_back(
             {string(call.Text.Argument), row.Argument == Takes::Box, {}, {}});
+    for (const ImpliedPage& implied : kImpliedPages) {
+        if (implied.Command == row.Word) verdict.Openings.push_back({implied.Page, false, {}, {}});
+    }
     if (row.Argument != Takes::Question) return;
     const std::size_t colon = call.Received.rfind(':');
     if (colon == string_view::npos) return;
@@ -214,7 +234,7 @@ std::vector<string> KnownTexts(const FunctionRole& role) {
 /// tells capitals apart; else nothing.
 string InLowerCase(const FunctionRole& role, const string& text, const string& lowered) {
     const std::size_t word = SplitAtLast(lowered).Word.size();
-    const string wanted = lowered.substr(0, word) + text.substr(word);
+    string wanted = lowered.substr(0, word) + text.substr(word);
     if (wanted == text) return {};
     for (const FunctionRole::Evaluator& evaluator : role.Evaluators) {
         if (!evaluator.KeepsCase) continue;

@@ -35,6 +35,8 @@ constexpr SkinKey kKeys[] = {
     {"LabelAlignment", Lenient, &E::LabelAlignment, "0", "0 left, 1 right, 2 centre"},
     {"LabelFontSize", Lenient, &E::LabelFontSize, "16", "size of the caption in points"},
     {"LabelFont", Text, &E::LabelFont, "DejaVu Sans", "font of the caption"},
+    {"LabelFontStyle", Text, &E::LabelFontStyle, "Bold",
+     "Bold, Italic or BoldItalic, else regular"},
     {"LabelColor", Lenient, &E::LabelColor, "&HFFFFFF", "colour of the caption"},
 };
 
@@ -77,6 +79,9 @@ std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int i
     button.SetLabelFontSize(element.LabelFontSize);
     button.SetLabelFont(element.LabelFont);
     button.SetLabelForecolor(std::to_string(element.LabelColor));
+    TextLook style;
+    SetFontStyle(style, element.LabelFontStyle);
+    button.SetLabelStyle(style.Bold, style.Italic);
     button.SetLabelAlignment(element.LabelAlignment);
     button.SetLabelCaption(element.FixedText ? element.LabelCaption : std::string{});
 
@@ -105,17 +110,18 @@ void Refresh(SkinScreen&, ScreenElement& element, int) {
 
 std::string Shown(const ScreenElement& element) {
     switch (ControlOf<ButtonEx>(element).State()) {
-        case ButtonState::kDown:
+        case ButtonState::Down:
             return "down";
-        case ButtonState::kOver:
+        case ButtonState::Over:
             return "over";
-        case ButtonState::kUp:
+        case ButtonState::Up:
             break;
     }
     return "up";
 }
 
 void Check(const SkinElement& element, const Complain& complain) {
+    CheckFontStyle("LabelFontStyle", element.LabelFontStyle, complain);
     const bool fixed = EqualsNoCase(element.LabelFunction, kTextWord);
     if (element.Up.empty()) complain("Up", "without this picture the button has no size");
     if (!element.LabelCaption.empty() && !fixed)

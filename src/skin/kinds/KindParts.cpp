@@ -23,6 +23,23 @@ void CheckSize(const SkinElement& element, const Complain& complain) {
     if (element.Height <= 0) complain("Height", "without a height nothing is seen");
 }
 
+void SetFontStyle(TextLook& look, const std::string& style) {
+    const bool both = style == "BoldItalic";
+    look.Bold = both || style == "Bold";
+    look.Italic = both || style == "Italic";
+}
+
+/// "Regular" is no word of its own, but means what it says.
+void CheckFontStyle(const char* key, const std::string& style, const Complain& complain) {
+    if (style.empty() || EqualsNoCase(style, "Regular")) return;
+    std::string fault = " is none of Bold, Italic and BoldItalic; it counts as regular";
+    for (const char* known : {"Bold", "Italic", "BoldItalic"}) {
+        if (style == known) return;
+        if (EqualsNoCase(style, known)) fault = std::string(" counts only when written ") + known;
+    }
+    complain(key, "\"" + style + "\"" + fault);
+}
+
 bool ShowText(ScreenElement& element, std::string text) {
     if (text == element.Shown) return false;
     element.Shown = std::move(text);

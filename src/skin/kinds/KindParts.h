@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "controls/PictureCache.h"
+#include "controls/SkinText.h"
 #include "skin/PageCanvas.h"
 #include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"
@@ -76,6 +77,12 @@ T& ControlOf(const ScreenElement& element) {
 
 /// The checker's question to kinds that state their size themselves.
 void CheckSize(const SkinElement& element, const Complain& complain);
+
+/// Sets the style that a key FontStyle names; another text than the known ones is regular.
+void SetFontStyle(TextLook& look, const std::string& style);
+
+/// The checker's question to a key FontStyle.
+void CheckFontStyle(const char* key, const std::string& style, const Complain& complain);
 
 /// Takes over a text to show; false when it is the one already shown.
 bool ShowText(ScreenElement& element, std::string text);

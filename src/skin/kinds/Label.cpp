@@ -23,6 +23,10 @@ constexpr SkinKey kKeys[] = {
     {"Color", Strict, &E::Color, "&HFFFFFF", "text colour"},
     {"Caption", Text, &E::Caption, "Engine speed", "fixed text, with `Function=text`"},
     {"Font", Text, &E::Font, "DejaVu Sans", "font"},
+    {"FontStyle", Text, &E::FontStyle, "Bold", "Bold, Italic or BoldItalic, else regular"},
+    {"Lines", Lenient, &E::Lines, "1",
+     "wraps the text at words into at most so many lines; without it, only its own line breaks "
+     "count"},
     {"Decimals", Text, &E::Decimals, "1",
      "0 to 6: what a number is rounded to; without it, up to seven digits: `38.03922`"},
 };
@@ -33,8 +37,10 @@ class TextItem : public PaintedItem {
         : look_{element.Font,  static_cast<double>(element.FontSize),
                 element.Color, element.Alignment,
                 false,         false},
+          lines_(element.Lines),
           toRight_(element.Width <= 0),
           toBottom_(element.Height <= 0) {
+        SetFontStyle(look_, element.FontStyle);
         Box = {static_cast<double>(element.X), static_cast<double>(element.Y),
                static_cast<double>(element.Width), static_cast<double>(element.Height)};
     }
@@ -44,25 +50,36 @@ class TextItem : public PaintedItem {
     void FitInto(const QSizeF& page) override {
         if (toRight_) Box.Width = std::max(page.width() - Box.X, 0.0);
         if (toBottom_) Box.Height = std::max(page.height() - Box.Y, 0.0);
+        wrapped_.clear();
+    }
+    void SetScale(double scale) override {
+        PaintedItem::SetScale(scale);
+        wrapped_.clear();
     }
     bool TakesPlace() const override { return !toRight_ && !toBottom_; }
 
     void Paint(QPainter& painter) const override {
-        if (!text_.isEmpty()) PaintText(painter, Place(), text_, look_, Box.Scale);
+        if (text_.isEmpty()) return;
+        if (lines_ > 0 && wrapped_.isEmpty())
+            wrapped_ = WrapText(text_, Place().width(), lines_, SkinFont(look_, Box.Scale));
+        PaintText(painter, Place(), lines_ > 0 ? wrapped_ : text_, look_, Box.Scale);
     }
 
     void SetText(const std::string& text) {
         QString shown = ShownText(text);
         if (shown == text_) return;
         text_ = std::move(shown);
+        wrapped_.clear();
         Repaint();
     }
 
  private:
     TextLook look_;
+    int lines_;  ///< that the text may be wrapped into, 0 = it is not wrapped
     bool toRight_;
     bool toBottom_;
     QString text_;
+    mutable QString wrapped_;  ///< the text in its lines; empty until it is painted
 };
 
 /// What a label shows from the start, where that is fixed.
@@ -90,6 +107,7 @@ void Refresh(SkinScreen&, ScreenElement& element, int) {
 }
 
 void Check(const SkinElement& element, const Complain& complain) {
+    CheckFontStyle("FontStyle", element.FontStyle, complain);
     const bool fixed = EqualsNoCase(element.Function, kTextWord);
     if (!element.Caption.empty() && !fixed) complain("Caption", "is shown with Function=text only");
     if (element.Caption.empty() && fixed)

@@ -31,13 +31,10 @@ void Connect(SkinScreen& screen, SkinList& list, int index) {
 }
 
 TextLook Look(const SkinElement& element) {
-    const bool both = element.FontStyle == "BoldItalic";
-    return {element.Font,
-            static_cast<double>(element.FontSize),
-            element.FontColor,
-            0,
-            both || element.FontStyle == "Bold",
-            both || element.FontStyle == "Italic"};
+    TextLook look{element.Font, static_cast<double>(element.FontSize), element.FontColor, 0, false,
+                  false};
+    SetFontStyle(look, element.FontStyle);
+    return look;
 }
 
 std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int index) {
@@ -61,20 +58,8 @@ void Refresh(SkinScreen&, ScreenElement& element, int) {
         ShowText(element, slot->Entries[static_cast<std::size_t>(slot->Selected) - 1].Text);
 }
 
-/// "Regular" is no word of its own, but means what it says.
-void CheckFontStyle(const SkinElement& element, const Complain& complain) {
-    const std::string& style = element.FontStyle;
-    if (style.empty() || EqualsNoCase(style, "Regular")) return;
-    std::string fault = " is none of Bold, Italic and BoldItalic; it counts as regular";
-    for (const char* known : {"Bold", "Italic", "BoldItalic"}) {
-        if (style == known) return;
-        if (EqualsNoCase(style, known)) fault = std::string(" counts only when written ") + known;
-    }
-    complain("FontStyle", "\"" + style + "\"" + fault);
-}
-
 void Check(const SkinElement& element, const Complain& complain) {
-    CheckFontStyle(element, complain);
+    CheckFontStyle("FontStyle", element.FontStyle, complain);
     CheckSize(element, complain);
 }
 

@@ -124,6 +124,7 @@ void frWarning::ApplySkin(const std::string& section) {
     const auto text = [&section](const char* key) { return ReadSkinValue(section, key); };
     const auto number = [&section](const char* key) { return ReadSkinInteger(section, key); };
 
+    dim_ = std::clamp(number("Dim"), 0, 100);
     imgWarning_ = SkinKeyPicture(section, "Background", scale_);
     boxSize_ = imgWarning_.IsNull()
                    ? kPlainSize.boundedTo((QSizeF(parentWidget()->size()) / scale_).toSize())
@@ -158,6 +159,7 @@ void frWarning::ApplySkin(const std::string& section) {
 
 void frWarning::ApplyPlainLook() {
     imgWarning_ = {};
+    dim_ = 0;
     look_ = {"", kPlainPoints, kWhite, 2, false, false};
     // The box is as high as its text needs, and no larger than the window.
     const QSize window = (QSizeF(parentWidget()->size()) / scale_).toSize();
@@ -238,6 +240,7 @@ void frWarning::Layout(QSize window, double scale) {
 
 void frWarning::paintEvent(QPaintEvent*) {
     QPainter painter(this);
+    painter.fillRect(rect(), QColor(0, 0, 0, dim_ * 255 / 100));
     const QRect box = BoxRect();
     if (plain_ || imgWarning_.IsNull()) {
         painter.setRenderHint(QPainter::Antialiasing);

@@ -75,6 +75,7 @@ class frWarning : public QWidget {
         ButtonEx* Button;
     };
     std::array<AnswerButton, 3> buttons_;  ///< cmdYes, cmdNo, cmdOK
+    int dim_ = 0;                          ///< percent by which the page beneath is darkened
     SkinPicture imgWarning_;
     TextLook look_;
     DesignBox lWarning_;

@@ -38,7 +38,7 @@ TEST_F(SerialPortTcpTest, PeerThatReadsNothingBoundsTheQueue) {
     device_.Peer().setReadBufferSize(1);
     const std::string block(1000, 'x');
     std::size_t sent = 0;
-    constexpr std::size_t kFarTooMuch = 1000 * 1000 * 1000;
+    constexpr std::size_t kFarTooMuch = std::size_t{1000} * 1000 * 1000;
     while (sent < kFarTooMuch && port_.Write(block)) sent += block.size();
     EXPECT_LT(sent, kFarTooMuch);
     EXPECT_TRUE(port_.IsOpen());

@@ -1,0 +1,114 @@
+#include <algorithm>
+#include <cstdio>
+
+#include "core/basGlobal.h"
+#include "platform/Clock.h"
+#include "platform/Paths.h"
+#include "platform/Profile.h"
+#include "platform/Text.h"
+#include "settings/basSettings.h"
+
+namespace dravik {
+
+namespace {
+
+constexpr std::string_view kIniExtension = ".ini";
+
+std::string ReadOption(std::string_view key) {
+    return ReadProfileString(basGlobal.IniFile, "Options", key, "", 255);
+}
+
+/// Minutes since midnight of a time such as "21:30"; nothing for any other text.
+std::optional<int> MinutesOf(const std::string& text) {
+    const std::size_t colon = text.find(':');
+    if (colon == std::string::npos) return std::nullopt;
+    const auto part = [](std::string_view digits, int limit) -> std::optional<int> {
+        const bool number = !digits.empty() && digits.size() <= 2 &&
+                            digits.find_first_not_of("0123456789") == std::string_view::npos;
+        const int value = number ? static_cast<int>(LeadingNumber(digits)) : limit;
+        return value < limit ? std::optional(value) : std::nullopt;
+    };
+    const auto hour = part(std::string_view(text).substr(0, colon), 24);
+    const auto minute = part(std::string_view(text).substr(colon + 1), 60);
+    if (!hour || !minute) return std::nullopt;
+    return *hour * 60 + *minute;
+}
+
+/// True from NightFrom to NightTo, over midnight if need be. Without both, or a skin for the night,
+/// it is never night.
+bool NightByClock() {
+    const auto from = MinutesOf(ReadOption("NightFrom"));
+    const auto to = MinutesOf(ReadOption("NightTo"));
+    if (!from || !to || ReadOption("NightSkin").empty()) return false;
+    const LocalTime time = SystemTime();
+    const int now = time.Hour * 60 + time.Minute;
+    return *from <= *to ? now >= *from && now < *to : now >= *from || now < *to;
+}
+
+/// Names of the ini files of a folder, without the extension.
+std::vector<std::string> IniNames(const std::string& folder) {
+    std::vector<std::string> names;
+    for (const std::string& file : FilesMatching(folder, kIniExtension)) {
+        // A file that is nothing but the extension has no name to choose it by.
+        if (file.size() > kIniExtension.size())
+            names.push_back(file.substr(0, file.size() - kIniExtension.size()));
+    }
+    return names;
+}
+
+}  // namespace
+
+std::vector<std::string> SkinNames() {
+    return IniNames(basGlobal.SkinPath);
+}
+
+std::vector<std::string> LanguageNames() {
+    return IniNames(basGlobal.LanguagePath);
+}
+
+std::string CurrentSkin() {
+    GlobalState& g = basGlobal;
+    if (!g.Launch.Skin.empty()) return g.Launch.Skin;
+    if (!g.ChosenSkin.empty()) return g.ChosenSkin;
+    if (g.NightNow) return ReadOption("NightSkin");
+    return ReadIniString(g.IniFile, "Options", "Skin");
+}
+
+bool ChooseSkin(const std::string& name) {
+    GlobalState& g = basGlobal;
+    const std::vector<std::string> names = SkinNames();
+    const auto found = std::find_if(names.begin(), names.end(), [&name](const std::string& skin) {
+        return EqualsNoCase(skin, name);
+    });
+    if (found == names.end()) return false;
+    g.Launch.Skin.clear();
+    g.ChosenSkin = *found;
+    if (!WriteProfileEntries(g.IniFile, {{"Options", "Skin", *found}}))
+        std::fprintf(stderr, "%s: the skin could not be written\n", g.IniFile.c_str());
+    FindSkinFiles();
+    return true;
+}
+
+bool ChooseNextSkin() {
+    const std::vector<std::string> names = SkinNames();
+    if (names.empty()) return false;
+    const std::string current = CurrentSkin();
+    const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& skin) {
+        return EqualsNoCase(skin, current);
+    });
+    const bool last = found == names.end() || std::next(found) == names.end();
+    return ChooseSkin(last ? names.front() : *std::next(found));
+}
+
+bool FollowClock() {
+    GlobalState& g = basGlobal;
+    const bool night = NightByClock();
+    if (night == g.NightNow) return false;
+    g.NightNow = night;
+    g.ChosenSkin.clear();
+    const std::string before = g.SkinFile;
+    FindSkinFiles();
+    return g.SkinFile != before;
+}
+
+}  // namespace dravik
