@@ -178,6 +178,7 @@ struct GlobalState {
     std::string ImageFolder;  ///< with a separator at its end
     std::string SaveFolder;   ///< where snapshots go
     std::string OSKPath;      ///< on-screen keyboard program
+    bool OSKFound = false;    ///< it was there when the settings were loaded
     LaunchOptions Launch;
 
     // Fixed texts.
@@ -220,6 +221,7 @@ struct GlobalState {
     bool StepCancelled = false;  ///< meanwhile, so that the step that runs sets no state any more
     LinkReport Report;
     InterfaceSearch Search;
+    bool CodesRead = false;  ///< the trouble codes were read since the last connect
     double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
     double RequestedAt = 0;  ///< HighResTimer of the last live request
     /// HighResTimer of each PID's last value, 0 = none since the connect or for this frame.
@@ -249,9 +251,9 @@ struct GlobalState {
     // Sensors, charts and lists.
     std::array<SensorRecord, kSensorLimit> Sensors;
     std::int16_t SensorCount = 0;
-    std::string PickedSensor;                          ///< shown large on the page "value"
+    std::string PickedSensor;                           ///< shown large on the page "value"
     std::array<std::string, kPanelTiles> PanelSensors;  ///< of the page "panel", tiles 1 to 4
-    int PanelTile = 1;                                 ///< whose sensor is being chosen
+    int PanelTile = 1;                                  ///< whose sensor is being chosen
     std::array<ChartRecord, kChartLimit> Charts;
     int ChartCount = 0;
     std::array<ListSlot, kListSlots> Lists;

@@ -122,6 +122,7 @@ void ConnectInterface() {
     g.LiveAt.fill(0);
     g.FreezeAt.fill(0);
     g.ValuesCame = false;
+    g.CodesRead = false;
     g.ValuelessSince = 0;
 
     if (!OpenPort()) {

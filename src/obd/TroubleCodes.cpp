@@ -106,6 +106,7 @@ void ReadTroubleCodes() {
     const std::string reply = SendCommand("03");
     if (reply.find('>') == std::string::npos) return EndWithoutAnswer(reply);
     DecodeCodes(reply);
+    basGlobal.CodesRead = true;
     ShowTroubleCodes();
     EndStep(StateIfOpen(kConnected));
 }

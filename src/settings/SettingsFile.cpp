@@ -88,6 +88,7 @@ void LoadSettings() {
     ReadMisc();
     FindLanguageFiles();
     g.OSKPath = ReadOption("OSKPath");
+    g.OSKFound = FileExists(g.OSKPath);
     g.SaveFolder = JoinPath(g.ProgramFolder, "save");
     FollowClock();
     FindSkinFiles();

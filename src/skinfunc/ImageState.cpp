@@ -37,6 +37,18 @@ bool Finding(std::string_view) {
     return Searching();
 }
 
+bool CodeKnown(std::string_view) {
+    return basGlobal.DtcCount > 0;
+}
+
+bool CodesRead(std::string_view) {
+    return basGlobal.CodesRead;
+}
+
+bool KeyboardFound(std::string_view) {
+    return basGlobal.OSKFound;
+}
+
 bool Malfunction(std::string_view) {
     return basGlobal.MilOn;
 }
@@ -94,6 +106,10 @@ constexpr ImageWord kImageWords[] = {
     {{"obd", Fixed, "connected", "connected to the interface"}, Connected},
     {{"obd", Fixed, "connecting", "on the way to being connected"}, Connecting},
     {{"obd", Fixed, "finding", "the interface is being looked for"}, Finding},
+    {{"obd", Fixed, "codes", "the vehicle has stored a trouble code at least"}, CodeKnown},
+    {{"obd", Fixed, "codesread", "the trouble codes were read since the connect"}, CodesRead},
+    {{"obd", Fixed, "keyboard", "an on-screen keyboard is set, and its file is there"},
+     KeyboardFound},
     {{"obd", Fixed, "malfunction", "the vehicle's malfunction lamp is on"}, Malfunction},
     {{"sensoron", Sensor, "rpm.engine", "the sensor is switched on"}, SensorOn},
     {{"sensoractive", Sensor, "rpm.engine", "the same"}, SensorOn},
