@@ -13,19 +13,23 @@ import re
 import sys
 
 import codes
+import panel
 import sensors
 
 FOLDER = pathlib.Path(__file__).resolve().parent.parent
+METRIC, IMPERIAL = 0, 1
 GUIDE = FOLDER.parent / "docs" / "languages.md"
 
-# Language file, the system's locales that it suits, column of the translation tables, sensor file,
-# units, description file.
+# Language file, the system's locales that it suits, column of the translation tables, sensor files
+# in metric and imperial units, which of them it begins with, description file.
 LANGUAGES = [
-    ("English", "en", 0, "english-metric.sensors", sensors.METRIC, "english.codes"),
-    ("English (miles)", "en_US,en_GB", 0, "english-imperial.sensors", sensors.IMPERIAL, "english.codes"),
-    ("German", "de", 1, "german.sensors", sensors.METRIC, "german.codes"),
-    ("French", "fr", 2, "french.sensors", sensors.METRIC, "french.codes"),
-    ("Spanish", "es", 3, "spanish.sensors", sensors.METRIC, "spanish.codes"),
+    ("English", "en", 0, "english-metric.sensors", "english-imperial.sensors", METRIC, "english.codes"),
+    ("English (miles)", "en_US,en_GB", 0, "english-metric.sensors", "english-imperial.sensors", IMPERIAL,
+     "english.codes"),
+    ("German", "de", 1, "german.sensors", "german-imperial.sensors", METRIC, "german.codes"),
+    ("French", "fr", 2, "french.sensors", "french-imperial.sensors", METRIC, "french.codes"),
+    ("Spanish", "es", 3, "spanish.sensors", "spanish-imperial.sensors", METRIC, "spanish.codes"),
+    ("Italian", "it", 4, "italian.sensors", "italian-imperial.sensors", METRIC, "italian.codes"),
 ]
 
 # What the coverage counts: a heading and the codes that belong under it.
@@ -41,17 +45,18 @@ GROUPS = [
 ]
 
 
-def language_file(locales, sensor_file, code_file):
-    return "[General]\nLocales=%s\n\n[Sensors]\nFilename=%s\n\n[DTC]\nFilename=%s\n" % (
-        locales, sensor_file, code_file)
+def language_file(locales, sensor_files, units, code_file, words, column):
+    head = ("[General]\nLocales=%s\n\n[Sensors]\nFilename=%s\nMetric=%s\nImperial=%s\n\n"
+            "[DTC]\nFilename=%s\n\n[Words]\n" % (locales, sensor_files[units], *sensor_files, code_file))
+    return head + "".join("%s=%s\n" % (texts[0], texts[column]) for texts in words)
 
 
 def coverage(files):
     """The table of the guide, counted from the texts of the files themselves."""
     names = ["Language file", "Sensors"] + [heading for heading, _ in GROUPS]
     lines = ["| " + " | ".join(names) + " |", "|---" + "|---:" * (len(names) - 1) + "|"]
-    for name, _, _, sensor_file, _, code_file in LANGUAGES:
-        sensor_count = len(re.findall(r"^Sensor\d+Source=", files[sensor_file], re.M))
+    for name, _, _, metric, _, _, code_file in LANGUAGES:
+        sensor_count = len(re.findall(r"^Sensor\d+Source=", files[metric], re.M))
         keys = re.findall(r"^([PBCU][0-9A-F]{4})=.", files[code_file], re.M)
         counts = [sum(1 for key in keys if re.fullmatch(form, key)) for _, form in GROUPS]
         cells = ["`%s.ini`" % name] + [str(count) for count in [sensor_count] + counts]
@@ -62,10 +67,12 @@ def coverage(files):
 def outputs():
     """The text of every file made, by path."""
     descriptions = codes.Tables().descriptions()
+    words = panel.words()
     files = {}
-    for name, locales, column, sensor_file, units, code_file in LANGUAGES:
-        files[name + ".ini"] = language_file(locales, sensor_file, code_file)
-        files[sensor_file] = sensors.sensor_file(column, name, units)
+    for name, locales, column, metric, imperial, units, code_file in LANGUAGES:
+        files[name + ".ini"] = language_file(locales, (metric, imperial), units, code_file, words, column)
+        files[metric] = sensors.sensor_file(column, name, sensors.METRIC)
+        files[imperial] = sensors.sensor_file(column, name, sensors.IMPERIAL)
         files[code_file] = codes.code_file(descriptions, column)
     made = {FOLDER / name: text for name, text in files.items()}
     if GUIDE.exists():

@@ -15,7 +15,7 @@ CODE_TABLES = [
     "codes-body-chassis.txt",
     "codes-network.txt",
 ]
-COLUMNS = 4
+COLUMNS = 5
 LONGEST_DESCRIPTION = 63
 
 

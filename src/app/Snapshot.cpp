@@ -4,13 +4,12 @@
 #include <QDir>
 #include <QImage>
 #include <QPainter>
-#include <cmath>
-#include <optional>
-#include <vector>
 
 #include "core/basGlobal.h"
+#include "platform/At.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "settings/Words.h"
 #include "skin/PageCanvas.h"
 #include "skin/SkinScreen.h"
 #include "skin/message/ShowMessage.h"
@@ -19,22 +18,10 @@ namespace dravik {
 
 namespace {
 
-/// The charts that an argument asks for: "all", or the number of one.
-std::vector<int> ChosenCharts(const std::string& argument) {
-    std::vector<int> charts;
-    const double number = LeadingNumber(argument);
-    for (int i = 0; i < basGlobal.ChartCount; ++i) {
-        if (argument == "all" || std::nearbyint(number) == i) charts.push_back(i);
-    }
-    return charts;
-}
-
 /// What the canvas paints of a chart; null when no chart has that number.
 const PaintedItem* FindChart(const SkinScreen& screen, int index) {
-    const auto& charts = screen.Elements(kChartKind);
-    return static_cast<std::size_t>(index) < charts.size()
-               ? charts[static_cast<std::size_t>(index)].Item
-               : nullptr;
+    const ScreenElement* chart = FindAt(screen.Elements(kChartKind), index);
+    return chart == nullptr ? nullptr : chart->Item;
 }
 
 QImage DrawChart(const PaintedItem& chart) {
@@ -71,8 +58,7 @@ QString SaveChart(const SkinScreen& screen, const QDir& folder, int index) {
 
 }  // namespace
 
-void TakeSnapshot(const SkinScreen& screen, const std::string& argument) {
-    const std::vector<int> charts = ChosenCharts(argument);
+void TakeSnapshot(const SkinScreen& screen, const std::vector<int>& charts) {
     if (charts.empty()) return;
     const QString path = QString::fromStdString(ResolvePath(basGlobal.SaveFolder));
     const bool folderMade = QDir().mkpath(path);
@@ -80,8 +66,9 @@ void TakeSnapshot(const SkinScreen& screen, const std::string& argument) {
     for (const int index : charts) {
         const QString message = folderMade ? SaveChart(screen, QDir(path), index) : QString();
         if (message.isEmpty()) {
-            ShowPlainMessage("The chart could not be saved in\r\n" + basGlobal.SaveFolder,
-                             kMessageCritical, "Dravik");
+            ShowPlainMessage(
+                Word("The chart could not be saved in") + "\r\n" + basGlobal.SaveFolder,
+                kMessageCritical, "Dravik");
             return;
         }
         messages.append(message);

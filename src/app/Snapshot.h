@@ -1,13 +1,13 @@
 #pragma once
 
-#include <string>
+#include <vector>
 
 namespace dravik {
 
 class SkinScreen;
 
-/// Writes pictures of the screen's charts into the save folder and says so: "all", or the number
-/// of one.
-void TakeSnapshot(const SkinScreen& screen, const std::string& argument);
+/// Writes pictures of the screen's charts into the save folder and says so.
+/// @param charts  their numbers; none: nothing happens
+void TakeSnapshot(const SkinScreen& screen, const std::vector<int>& charts);
 
 }  // namespace dravik

@@ -13,6 +13,7 @@
 #include "dialog/frSettings.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
+#include "platform/At.h"
 #include "platform/Events.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
@@ -51,11 +52,11 @@ void frMain::SetUpCalls() {
     upCalls.MinimizeMainWindow = [this] { showMinimized(); };
     upCalls.UnloadMainWindow = [this] { Unload(); };
     upCalls.SendTabKey = [this](bool backwards) { selection_->MoveInTabOrder(backwards); };
-    upCalls.MoveFocus = [this](const std::string& direction) { selection_->Move(direction); };
+    upCalls.MoveFocus = [this](Direction direction) { selection_->Move(direction); };
     upCalls.ApplyPointerShape = [this] { ApplyPointerShape(); };
     upCalls.ShowSettingsDialog = [this] { ShowSettings(); };
-    upCalls.TakeSnapshot = [this](const std::string& argument) {
-        TakeSnapshot(*screen_, argument);
+    upCalls.TakeSnapshot = [this](const std::vector<int>& charts) {
+        TakeSnapshot(*screen_, charts);
     };
 }
 
@@ -95,9 +96,8 @@ void frMain::ConnectScreen() {
         if (basGlobal.tiMain.Enabled()) RefreshScreen(*screen_);
     };
     events.ListActivated = [this](int index) {
-        const auto& lists = screen_->Elements(kListKind);
-        if (static_cast<std::size_t>(index) < lists.size())
-            ActivateListEntry(ListSlotByName(lists[static_cast<std::size_t>(index)].Evaluated));
+        if (const auto* list = FindAt(screen_->Elements(kListKind), index))
+            ActivateListEntry(ListSlotByName(list->Evaluated));
     };
     events.SliderChanged = [](int index, std::int32_t& value) { ScrollListBySlider(index, value); };
     QObject::connect(qApp, &QApplication::focusChanged, this,

@@ -1,12 +1,12 @@
 #include "console/Console.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <utility>
 
 #include "console/ConsoleRequests.h"
 #include "core/basGlobal.h"
+#include "platform/Number.h"
 #include "platform/Text.h"
 #include "skin/basSkin.h"
 #include "skin/message/frWarning.h"
@@ -30,11 +30,8 @@ bool MessageOpen() {
 }
 
 std::optional<int> Milliseconds(std::string_view text) {
-    text = Trimmed(text);
-    int value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc{} || end != text.data() + text.size() || value < 0) return std::nullopt;
-    return value;
+    const std::optional<int> value = WholeNumber(Trimmed(text));
+    return value >= 0 ? value : std::nullopt;
 }
 
 }  // namespace

@@ -9,13 +9,13 @@
 #include <QWidget>
 #include <QWindow>
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "console/ConsoleRequests.h"
 #include "controls/ButtonEx.h"
+#include "platform/Number.h"
 #include "platform/Pointer.h"
 #include "platform/Text.h"
 #include "skin/message/frWarning.h"
@@ -49,11 +49,9 @@ QWidget* TargetWindow() {
 std::optional<std::vector<int>> Numbers(std::string_view text, std::size_t count, int limit) {
     std::vector<int> numbers;
     while (!(text = Trimmed(text)).empty()) {
-        int number = 0;
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-        if (error != std::errc{}) return std::nullopt;
-        numbers.push_back(std::clamp(number, -limit, limit));
-        text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+        const std::optional<int> number = TakeNumber(text);
+        if (!number) return std::nullopt;
+        numbers.push_back(std::clamp(*number, -limit, limit));
     }
     if (numbers.size() != count) return std::nullopt;
     return numbers;

@@ -7,6 +7,7 @@
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
+#include "platform/At.h"
 #include "platform/Text.h"
 #include "skin/PageCanvas.h"
 #include "skin/SkinScreen.h"
@@ -54,15 +55,13 @@ std::string RawValues(const std::array<std::int32_t, kPidCount>& table) {
 
 std::string Codes() {
     CommaList list;
-    for (std::size_t i = 0; i < kCodeLimit && i < static_cast<std::size_t>(basGlobal.DtcCount); ++i)
-        list.Add(basGlobal.DtcList[i]);
+    for (const std::string& code : CodesInUse()) list.Add(code);
     return list.Text();
 }
 
 std::string ActiveSensors() {
     std::string flags;
-    for (std::size_t i = 0; i < static_cast<std::size_t>(basGlobal.SensorCount); ++i)
-        flags += basGlobal.Sensors[i].Active ? '1' : '0';
+    for (const SensorRecord& sensor : SensorsInUse()) flags += sensor.Active ? '1' : '0';
     return flags;
 }
 
@@ -148,10 +147,10 @@ std::string ReportElements() {
 std::string ReportList() {
     const ListSlot* list = CurrentList();
     if (list == nullptr) return "none\t0\n.";
-    const auto slot = static_cast<std::size_t>(basGlobal.CurrentList);
-    const std::string name =
-        slot < basGlobal.FolderName.size() ? basGlobal.FolderName[slot] : std::to_string(slot);
-    std::string report = name + "\t" + std::to_string(list->Selected) + "\n";
+    const int slot = basGlobal.CurrentList;
+    const std::string* name = FindAt(basGlobal.FolderName, slot);
+    std::string report = (name == nullptr ? std::to_string(slot) : *name) + "\t" +
+                         std::to_string(list->Selected) + "\n";
     for (const ListEntry& entry : list->Entries)
         report += OneLine(ToUtf8(entry.Text)) + "\t" + OneLine(ToUtf8(entry.Picture)) + "\t" +
                   OneLine(ToUtf8(entry.Tag)) + "\n";

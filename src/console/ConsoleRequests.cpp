@@ -41,8 +41,7 @@ std::string TellSource(std::string_view argument) {
 std::string TellMessage(std::string_view) {
     const frWarning* dialog = MessageDialog();
     if (dialog == nullptr || !dialog->IsOpen()) return "none";
-    const auto kind = static_cast<std::size_t>(dialog->Kind());
-    return std::string(MessageSections()[kind]) + "\t" + OneLine(ToUtf8(dialog->Message()));
+    return std::string(MessageSection(dialog->Kind())) + "\t" + OneLine(ToUtf8(dialog->Message()));
 }
 
 std::string Grab(std::string_view file) {

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "controls/PointerInput.h"
+#include "platform/Number.h"
 
 namespace dravik {
 
@@ -174,7 +175,7 @@ void ButtonEx::SetLabelStyle(bool bold, bool italic) {
     SetLabelPart(labelLook_.Italic, italic);
 }
 void ButtonEx::SetLabelForecolor(const std::string& number) {
-    SetLabelPart(labelLook_.Color, ColorValue(number));
+    SetLabelPart(labelLook_.Color, LenientNumber(number).value_or(0));
 }
 void ButtonEx::SetLabelAlignment(int alignment) {
     SetLabelPart(labelLook_.Alignment, alignment);

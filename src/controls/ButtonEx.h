@@ -86,7 +86,7 @@ class ButtonEx : public QWidget {
     void SetLabelFontSize(double points);
     void SetLabelFont(const std::string& face);
     void SetLabelStyle(bool bold, bool italic);
-    void SetLabelForecolor(const std::string& number);  ///< see ColorValue
+    void SetLabelForecolor(const std::string& number);  ///< a lenient one; none is 0
     void SetLabelAlignment(int alignment);              ///< 0 left, 1 right, 2 centre
     void SetLabelCaption(const std::string& text);
     const std::string& LabelCaption() const { return caption_; }

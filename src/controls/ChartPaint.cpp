@@ -11,6 +11,7 @@
 #include "controls/ChartTrace.h"
 #include "controls/SkinText.h"
 #include "core/basGlobal.h"
+#include "platform/At.h"
 
 namespace dravik {
 
@@ -78,7 +79,7 @@ std::vector<QPolygonF> TraceLines(const QRect& plot, const ChartRecord& record) 
     std::vector<QPolygonF> lines;
     bool gap = true;
     for (int i = kChartColumns - record.Filled; i < kChartColumns; ++i) {
-        const double value = double{record.Samples[static_cast<std::size_t>(i)]};
+        const double value = double{At(record.Samples, i)};
         if (!std::isnan(value)) {
             if (gap) lines.emplace_back().reserve(kChartColumns - i + 2);
             lines.back().append(

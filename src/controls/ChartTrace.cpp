@@ -5,6 +5,8 @@
 #include <limits>
 #include <utility>
 
+#include "platform/At.h"
+
 namespace dravik {
 
 namespace {
@@ -34,7 +36,7 @@ void UpdateScale(ChartRecord& record) {
     double low = std::numeric_limits<double>::infinity();
     double high = -low;
     for (int i = kChartColumns - record.Filled; i < kChartColumns; ++i) {
-        const double value = double{record.Samples[static_cast<std::size_t>(i)]};
+        const double value = double{At(record.Samples, i)};
         if (value < low) low = value;
         if (value > high) high = value;
     }
@@ -77,7 +79,7 @@ void Scroll(ChartRecord& record, std::int64_t column, const Sample& between) {
         static_cast<int>(std::clamp<std::int64_t>(column - record.Column, 0, kChartColumns));
     std::move(columns + steps, columns + kChartColumns, columns);
     for (int back = steps - 1; back > 0; --back)
-        record.Samples[static_cast<std::size_t>(kChartColumns - 1 - back)] = between(back);
+        At(record.Samples, kChartColumns - 1 - back) = between(back);
     record.Filled = std::min(record.Filled + steps, kChartColumns);
 }
 

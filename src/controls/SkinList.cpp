@@ -11,6 +11,7 @@
 
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
+#include "platform/At.h"
 
 namespace dravik {
 
@@ -254,7 +255,7 @@ void SkinList::paintEvent(QPaintEvent* event) {
     // All rows of the view make room for a picture as soon as one of them has one.
     bool pictures = false;
     for (int i = firstVisible; i <= lastVisible; ++i) {
-        const ListEntry& entry = slot_->Entries[static_cast<std::size_t>(i - 1)];
+        const ListEntry& entry = At(slot_->Entries, i - 1);
         pictures = pictures || !RowPicture(entry.Picture).IsNull();
     }
     const int indent =
@@ -266,7 +267,7 @@ void SkinList::paintEvent(QPaintEvent* event) {
 }
 
 void SkinList::PaintRow(QPainter& painter, int index, int indent) {
-    const ListEntry& entry = slot_->Entries[static_cast<std::size_t>(index - 1)];
+    const ListEntry& entry = At(slot_->Entries, index - 1);
     const QRect row = RowRect(index);
     const QColor textColor = SkinColor(look_.Color);
     if (index == slot_->Selected)

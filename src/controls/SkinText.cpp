@@ -7,7 +7,6 @@
 #include <QTextLayout>
 #include <QTextOption>
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <unordered_map>
 
@@ -37,18 +36,6 @@ QFont MakeFont(const TextLook& look, int pixels) {
 
 QColor SkinColor(std::int32_t value) {
     return QColor(value & 0xFF, (value >> 8) & 0xFF, (value >> 16) & 0xFF);
-}
-
-std::int32_t ColorValue(std::string_view text) {
-    text = Trimmed(text);
-    if (text.size() >= 2 && text[0] == '&' && (text[1] == 'H' || text[1] == 'h')) {
-        std::uint32_t value = 0;
-        std::from_chars(text.data() + 2, text.data() + text.size(), value, 16);
-        return static_cast<std::int32_t>(value);
-    }
-    const double number = LeadingNumber(text);
-    if (!(std::fabs(number) < 2147483648.0)) return 0;
-    return static_cast<std::int32_t>(std::nearbyint(number));
 }
 
 QFont SkinFont(const TextLook& look, double scale) {

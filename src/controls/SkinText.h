@@ -31,10 +31,6 @@ constexpr int kMaxFontPixels = 2000;  ///< larger fonts are shown at this size
 /// A colour value of the skin: low byte red, then green, then blue; the top byte is ignored.
 QColor SkinColor(std::int32_t value);
 
-/// The colour value written in a text: decimal, or hexadecimal after "&H"; anything that does not
-/// begin with a number is 0.
-std::int32_t ColorValue(std::string_view text);
-
 /// The font of a look on a page shown at `scale`, at least one pixel high. Looked up once, then
 /// kept.
 QFont SkinFont(const TextLook& look, double scale);

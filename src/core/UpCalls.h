@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace dravik {
 
@@ -14,6 +15,9 @@ enum : int {
     kAnswerYes = 6,
     kAnswerNo = 7,
 };
+
+/// Where the selection can be moved to from an element.
+enum class Direction { Left, Right, Up, Down };
 
 /// What lower rooms ask of rooms above them, which they may not include: pages, messages and the
 /// main window. The room above sets its calls when it starts; until then they do nothing. Tests set
@@ -64,14 +68,14 @@ struct UpCalls {
     std::function<void()> UnloadMainWindow = [] {};
     /// Moves the focus to the next or the previous control in tab order.
     std::function<void(bool backwards)> SendTabKey = [](bool) {};
-    /// Moves the selection to the neighbouring button or slider: "left", "right", "up" or "down".
-    std::function<void(const std::string& direction)> MoveFocus = [](const std::string&) {};
+    /// Moves the selection to the neighbouring button or slider.
+    std::function<void(Direction direction)> MoveFocus = [](Direction) {};
     /// Gives the main window the pointer that the settings ask for: the usual one, or none.
     std::function<void()> ApplyPointerShape = [] {};
     /// Shows the settings dialog, or brings it to the front.
     std::function<void()> ShowSettingsDialog = [] {};
-    /// Writes pictures of the charts into the save folder: "all", or the number of one.
-    std::function<void(const std::string& argument)> TakeSnapshot = [](const std::string&) {};
+    /// Writes pictures of these charts into the save folder.
+    std::function<void(const std::vector<int>& charts)> TakeSnapshot = [](const auto&) {};
 };
 
 inline UpCalls upCalls;

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -171,14 +173,16 @@ struct GlobalState {
     std::string IniFile;        ///< the settings file
     std::string SkinPath;       ///< the skins folder, with a separator at its end
     std::string LanguagePath;   ///< the languages folder, with a separator at its end
-    std::string LanguageFile;   ///< names the sensor file and the description file
+    std::string LanguageFile;   ///< names the sensor files and the description file
     std::string SensorFile;
     std::string DescriptionFile;  ///< trouble code texts
     std::string SkinFile;
-    std::string ImageFolder;  ///< with a separator at its end
-    std::string SaveFolder;   ///< where snapshots go
-    std::string OSKPath;      ///< on-screen keyboard program
-    bool OSKFound = false;    ///< it was there when the settings were loaded
+    std::string ImageFolder;     ///< with a separator at its end
+    std::string SaveFolder;      ///< where snapshots go
+    std::string OSKPath;         ///< on-screen keyboard program
+    bool OSKFound = false;       ///< it was there when the settings were loaded
+    bool ImperialUnits = false;  ///< those of the sensor file
+    std::string Units;  ///< "metric" or "imperial"; anything else: as the language has them
     LaunchOptions Launch;
 
     // Fixed texts.
@@ -275,6 +279,19 @@ struct GlobalState {
 
 /// The one instance. A test puts all of it back with `basGlobal = GlobalState{}` and InitGlobals.
 inline GlobalState basGlobal;
+
+// The parts of the tables that are in use.
+inline std::span<SensorRecord> SensorsInUse() {
+    return std::span(basGlobal.Sensors).first(static_cast<std::size_t>(basGlobal.SensorCount));
+}
+inline std::span<ChartRecord> ChartsInUse() {
+    return std::span(basGlobal.Charts).first(static_cast<std::size_t>(basGlobal.ChartCount));
+}
+/// The stored trouble codes, no more than the list holds.
+inline std::span<std::string> CodesInUse() {
+    const auto count = static_cast<std::size_t>(basGlobal.DtcCount);
+    return std::span(basGlobal.DtcList).first(std::min<std::size_t>(count, kCodeLimit));
+}
 
 /// Fills the paths from the program folder and Launch, FolderName and StatusText, and sets
 /// StartupFlag.

@@ -14,8 +14,9 @@ namespace dravik {
 
 namespace {
 
+constexpr const char* kPurpose =
+    "Turns a touch-screen computer in a car into an instrument panel and a diagnostic tool.";
 constexpr const char* kCredits =
-    "Turns a touch-screen computer in a car into an instrument panel and a diagnostic tool.\n\n"
     "Made by the people of the Dravik project: program, skins, languages, documentation and "
     "tests. Thanks to everyone who tried it in a car and reported what they saw.";
 constexpr const char* kMailSubject = "Dravik Software";
@@ -47,7 +48,7 @@ QWidget* MakeAboutTab() {
     auto* page = new QWidget;
     QLabel* title = MakeLabel(Shown(ProgramTitle()));
     title->setObjectName(QStringLiteral("lTitle"));
-    QLabel* credits = MakeLabel(QString::fromLatin1(kCredits));
+    QLabel* credits = MakeLabel(InWords(kPurpose) + QStringLiteral("\n\n") + InWords(kCredits));
     credits->setObjectName(QStringLiteral("lCredits"));
     credits->setWordWrap(true);
 

@@ -25,26 +25,25 @@ constexpr const char* kBaudrateNote =
     "hexadecimal, for example 09BA07.";
 
 QLabel* MakeNote(const char* text) {
-    QLabel* note = MakeFaint(QString::fromLatin1(text));
+    QLabel* note = MakeFaint(InWords(text));
     note->setWordWrap(true);
     return note;
 }
 
 FieldCell* MakeCell(const char* caption, QWidget* control) {
-    return new FieldCell(QString::fromLatin1(caption), {control});
+    return new FieldCell(InWords(caption), {control});
 }
 
 FieldCell* MakeSpeedCell(const char* caption, const char* name) {
-    return new FieldCell(
-        QString::fromLatin1(caption),
-        {new StepField(name, {.Step = 5, .Lowest = 0}), MakeFaint(QStringLiteral("km/h"))});
+    return new FieldCell(InWords(caption), {new StepField(name, {.Step = 5, .Lowest = 0}),
+                                            MakeFaint(QStringLiteral("km/h"))});
 }
 
 }  // namespace
 
 QWidget* MakeCanGroup() {
     QComboBox* baudrate = MakeChoice("lCANBaudrate");
-    for (const char* text : kBaudrates) baudrate->addItem(QString::fromLatin1(text));
+    for (const char* text : kBaudrates) baudrate->addItem(InWords(text));
 
     auto* cells = new CellGrid;
     cells->Add(MakeCell("Port", new StepField("tCANComPort", {.Lowest = 1})));
@@ -52,17 +51,17 @@ QWidget* MakeCanGroup() {
     cells->Add(MakeCell("Filter", MakeField("tCANFilter")));
     cells->Add(MakeCell("User Def.", MakeField("tCANUserBaudrate")));
     cells->Add(MakeCell("Mask", MakeField("tCANMask")));
-    cells->Add(MakeCheck("chUseFilter", QStringLiteral("Use Filter")));
+    cells->Add(MakeCheck("chUseFilter", InWords("Use Filter")));
     cells->Add(MakeNote(kFilterNote), true);
     cells->Add(MakeNote(kBaudrateNote), true);
-    return MakeGroup(QStringLiteral("CAN settings"), cells);
+    return MakeGroup(InWords("CAN settings"), cells);
 }
 
 QWidget* MakeMeasurementGroup() {
     auto* cells = new CellGrid;
     cells->Add(MakeSpeedCell("Start", "tGPSAccelStart"));
     cells->Add(MakeSpeedCell("Finish", "tGPSAccelFinish"));
-    return MakeGroup(QStringLiteral("Measurement"), cells);
+    return MakeGroup(InWords("Measurement"), cells);
 }
 
 }  // namespace dravik

@@ -6,6 +6,7 @@
 #include "dialog/FunctionNames.h"
 #include "dialog/InfoTabs.h"
 #include "dialog/SettingsLook.h"
+#include "platform/At.h"
 
 namespace dravik {
 
@@ -31,12 +32,12 @@ class FunctionListModel : public QAbstractTableModel {
             QStringLiteral("%1").arg(index.row(), 2, 16, QLatin1Char('0')).toUpper();
         if (index.column() == 0) return pid;
         if (index.column() == 1) return QString(QStringLiteral("obd_") + pid);
-        return Shown(kFunctionNames[static_cast<std::size_t>(index.row())]);
+        return Shown(At(kFunctionNames, index.row()));
     }
 
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override {
         if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-        return QString::fromLatin1(kColumns[section]);
+        return InWords(kColumns[section]);
     }
 };
 

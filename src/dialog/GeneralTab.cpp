@@ -55,6 +55,27 @@ QString PortName(int number) {
     return PortPrefix() + QString::number(number);
 }
 
+struct Choice {
+    const char* Value;  ///< in the settings file
+    const char* Text;
+};
+constexpr Choice kUnits[] = {{kMetric, "Metric"}, {kImperial, "Imperial"}};
+
+/// The value of a setting as its field shows it, and back. Units are called in the language.
+QString ShownValue(const SettingRow& row, const std::string& value) {
+    if (row.Choice == SettingChoice::Units)
+        for (const Choice& units : kUnits)
+            if (value == units.Value) return InWords(units.Text);
+    return QString::fromLatin1(row.Prefix) + Shown(value);
+}
+
+std::string ValueOf(const SettingRow& row, const QString& text, const std::string& before) {
+    if (row.Choice == SettingChoice::Units)
+        for (const Choice& units : kUnits)
+            if (text == InWords(units.Text)) return units.Value;
+    return Typed(text.mid(QString::fromLatin1(row.Prefix).size()), before);
+}
+
 /// A dialog that puts the chosen path into the field.
 QFileDialog* Browse(QLineEdit* field, const QString& title) {
     auto* dialog = new QFileDialog(field->window(), title, field->text());
@@ -72,8 +93,9 @@ GeneralTab::GeneralTab(std::function<void(const QString& message)> tell) : tell_
     page->setContentsMargins(Px(6), Px(6), Px(6), Px(6));
     page->Add(InterfaceGroup(), true);
     page->Add(OptionsGroup(), true);
-    page->Add(SettingsGroup(QStringLiteral("Skin"), SettingFrame::Skin), true);
-    page->Add(SettingsGroup(QStringLiteral("Language"), SettingFrame::Language), true);
+    page->Add(SettingsGroup(InWords("Skin"), SettingFrame::Skin), true);
+    page->Add(SettingsGroup(InWords("Language"), SettingFrame::Language), true);
+    for (const Choice& units : kUnits) BoxOf(Setting::Units)->addItem(InWords(units.Text));
     page->Add(KeyboardGroup(), true);
     page->Add(AdditionsGroup(), true);
     page->Add(MakeCanGroup(), true);
@@ -90,7 +112,7 @@ QWidget* GeneralTab::MakeControl(std::size_t setting) {
     const SettingRow& row = kSettingRows[setting];
     if (row.Choice != SettingChoice::None) {
         QComboBox* box = MakeFreeCombo(row.Field);
-        box->lineEdit()->setPlaceholderText(QString::fromLatin1(row.WhenEmpty));
+        box->lineEdit()->setPlaceholderText(InWords(row.WhenEmpty));
         fields_[setting] = box->lineEdit();
         boxes_[setting] = box;
         return box;
@@ -98,11 +120,11 @@ QWidget* GeneralTab::MakeControl(std::size_t setting) {
     if (row.Steps.Step > 0) {
         auto* steps = new StepField(row.Field, row.Steps);
         fields_[setting] = steps->Field();
-        fields_[setting]->setPlaceholderText(QString::fromLatin1(row.WhenEmpty));
+        fields_[setting]->setPlaceholderText(InWords(row.WhenEmpty));
         return steps;
     }
     fields_[setting] = MakeField(row.Field);
-    fields_[setting]->setPlaceholderText(QString::fromLatin1(row.WhenEmpty));
+    fields_[setting]->setPlaceholderText(InWords(row.WhenEmpty));
     return fields_[setting];
 }
 
@@ -111,11 +133,12 @@ void GeneralTab::AddSettings(CellGrid* cells, SettingFrame frame) {
     for (std::size_t i = 0; i < kSettingCount; ++i) {
         const SettingRow& row = kSettingRows[i];
         if (row.Frame != frame) continue;
-        const QString caption = QString::fromLatin1(row.Caption);
+        const QString caption = InWords(row.Caption);
         QWidget* control = MakeControl(i);
         const bool port = row.Choice == SettingChoice::Ports;
         if (!port && *row.Unit == '\0') {
-            cells->Add(new FieldCell(caption, {control}), caption.isEmpty());
+            const bool wide = caption.isEmpty() || row.Choice == SettingChoice::Units;
+            cells->Add(new FieldCell(caption, {control}), wide);
             continue;
         }
         QLabel* note = MakeFaint(QString::fromLatin1(row.Unit));
@@ -143,8 +166,8 @@ QWidget* GeneralTab::InterfaceGroup() {
     searchWatch_ = new QTimer(this);
     searchWatch_->setInterval(kSearchWatchMs);
     QObject::connect(searchWatch_, &QTimer::timeout, this, [this] { TellSearch(); });
-    cmdFind_->setText(QString::fromLatin1(kFindCaption));
-    QWidget* group = MakeGroup(QStringLiteral("OBD interface"), cells);
+    cmdFind_->setText(InWords(kFindCaption));
+    QWidget* group = MakeGroup(InWords("OBD interface"), cells);
     QComboBox* port = BoxOf(Setting::ComPort);
     port->view()->setMinimumWidth(Px(kPortListWidth));
     lCommDevice_->setObjectName(QStringLiteral("lCommDevice"));
@@ -157,27 +180,27 @@ QWidget* GeneralTab::OptionsGroup() {
     auto* others = new CellGrid;
     for (std::size_t i = 0; i < kMiscOptions; ++i) {
         const std::string name = "chMiscOptions" + std::to_string(i);
-        chMiscOptions_[i] = MakeCheck(name.c_str(), QString::fromLatin1(kMiscCaptions[i]));
+        chMiscOptions_[i] = MakeCheck(name.c_str(), InWords(kMiscCaptions[i]));
         if (i < kStartupOptions)
             startup->Add(chMiscOptions_[i], true);
         else
             others->Add(chMiscOptions_[i]);
     }
     auto* cells = new CellGrid;
-    cells->Add(MakeGroup(QStringLiteral("Startup"), startup));
+    cells->Add(MakeGroup(InWords("Startup"), startup));
     cells->Add(MakeGroup({}, others));  // level with the rows of the other frame
-    return MakeGroup(QStringLiteral("Miscellaneous"), cells);
+    return MakeGroup(InWords("Miscellaneous"), cells);
 }
 
 QWidget* GeneralTab::KeyboardGroup() {
     QWidget* path = MakeControl(Index(Setting::OSKPath));
-    QPushButton* browse = MakeButton("cmdOSKPath", QStringLiteral("Browse"));
-    QPushButton* test = MakeButton("Command6", QStringLiteral("Test"));
+    QPushButton* browse = MakeButton("cmdOSKPath", InWords("Browse"));
+    QPushButton* test = MakeButton("Command6", InWords("Test"));
     QObject::connect(browse, &QPushButton::clicked, this, [this] { BrowseKeyboard(); });
     QObject::connect(test, &QPushButton::clicked, this, [this] { tell_(Shown(StartKeyboard())); });
     auto* cells = new CellGrid;
     cells->Add(new FieldCell({}, {path}, {browse, test}), true);
-    return MakeGroup(QStringLiteral("Keyboard"), cells);
+    return MakeGroup(InWords("Keyboard"), cells);
 }
 
 QWidget* GeneralTab::AdditionsGroup() {
@@ -188,14 +211,14 @@ QWidget* GeneralTab::AdditionsGroup() {
     coFolder_ = MakeChoice("coFolder");
     for (const std::string& slot : FolderSlots()) coFolder_->addItem(Shown(slot));
     tFolder_ = MakeField("tFolder");
-    QPushButton* browse = MakeButton("cmdFolder", QStringLiteral("Browse"));
+    QPushButton* browse = MakeButton("cmdFolder", InWords("Browse"));
 
     auto* cells = new CellGrid;
     AddSettings(cells, SettingFrame::Additions);
     for (const char* speed : kBaudrates)
         BoxOf(Setting::Baudrate)->addItem(QString::fromLatin1(speed));
-    cells->Add(new FieldCell(QStringLiteral("Device of"), {coPort_}, {coPortDevice_}), true);
-    cells->Add(new FieldCell(QStringLiteral("Folder of"), {coFolder_}, {tFolder_, browse}), true);
+    cells->Add(new FieldCell(InWords("Device of"), {coPort_}, {coPortDevice_}), true);
+    cells->Add(new FieldCell(InWords("Folder of"), {coFolder_}, {tFolder_, browse}), true);
 
     QObject::connect(coPort_, &QComboBox::currentIndexChanged, this, [this] { FillAdditions(); });
     QObject::connect(coFolder_, &QComboBox::currentIndexChanged, this, [this] { FillAdditions(); });
@@ -209,7 +232,7 @@ QWidget* GeneralTab::AdditionsGroup() {
         folder = Typed(text, folder);
     });
     QObject::connect(browse, &QPushButton::clicked, this, [this] { BrowseFolder(); });
-    return MakeGroup(QStringLiteral("Connection and folders"), cells);
+    return MakeGroup(InWords("Connection and folders"), cells);
 }
 
 void GeneralTab::FillAdditions() {
@@ -228,7 +251,7 @@ void GeneralTab::Fill(const SettingsValues& values) {
     for (std::size_t i = 0; i < kMiscOptions; ++i)
         chMiscOptions_[i]->setChecked((values.Misc & (1 << i)) != 0);
     for (std::size_t i = 0; i < kSettingCount; ++i) {
-        const QString text = QString::fromLatin1(kSettingRows[i].Prefix) + Shown(values.Texts[i]);
+        const QString text = ShownValue(kSettingRows[i], values.Texts[i]);
         if (boxes_[i] != nullptr)
             ShowIn(boxes_[i], text);
         else
@@ -243,10 +266,8 @@ SettingsValues GeneralTab::Values() const {
     values.Misc = 0;
     for (std::size_t i = 0; i < kMiscOptions; ++i)
         values.Misc += chMiscOptions_[i]->isChecked() ? 1 << i : 0;
-    for (std::size_t i = 0; i < kSettingCount; ++i) {
-        const auto prefix = QString::fromLatin1(kSettingRows[i].Prefix).size();
-        values.Texts[i] = Typed(fields_[i]->text().mid(prefix), values_.Texts[i]);
-    }
+    for (std::size_t i = 0; i < kSettingCount; ++i)
+        values.Texts[i] = ValueOf(kSettingRows[i], fields_[i]->text(), values_.Texts[i]);
     return values;
 }
 
@@ -303,7 +324,7 @@ void GeneralTab::TakeOver(const FoundInterface& found) {
 void GeneralTab::TellSearch() {
     const bool searching = Searching();
     if (!searching) searchWatch_->stop();
-    cmdFind_->setText(QString::fromLatin1(searching ? kCancelCaption : kFindCaption));
+    cmdFind_->setText(InWords(searching ? kCancelCaption : kFindCaption));
     tell_(Shown(FindingText()));
 }
 
@@ -313,20 +334,20 @@ GeneralTab::~GeneralTab() {
 }
 
 void GeneralTab::BrowseKeyboard() {
-    QFileDialog* dialog = Browse(fields_[Index(Setting::OSKPath)], QStringLiteral("Keyboard"));
+    QFileDialog* dialog = Browse(fields_[Index(Setting::OSKPath)], InWords("Keyboard"));
     dialog->setFileMode(QFileDialog::ExistingFile);
 #ifdef _WIN32
-    dialog->setNameFilter(QStringLiteral("Executable (*.exe)"));
+    dialog->setNameFilter(InWords("Executable") + QStringLiteral(" (*.exe)"));
 #else
     // Programs have no extension of their own here.
-    dialog->setNameFilters(
-        {QStringLiteral("Executable (*)"), QStringLiteral("Executable (*.exe)")});
+    dialog->setNameFilters({InWords("Executable") + QStringLiteral(" (*)"),
+                            InWords("Executable") + QStringLiteral(" (*.exe)")});
 #endif
     dialog->open();
 }
 
 void GeneralTab::BrowseFolder() {
-    QFileDialog* dialog = Browse(tFolder_, QStringLiteral("Folder"));
+    QFileDialog* dialog = Browse(tFolder_, InWords("Folder"));
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
     dialog->open();

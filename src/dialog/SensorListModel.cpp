@@ -1,6 +1,7 @@
 #include "dialog/SensorListModel.h"
 
 #include "dialog/SettingsLook.h"
+#include "platform/At.h"
 
 namespace dravik {
 
@@ -17,13 +18,13 @@ int SensorListModel::columnCount(const QModelIndex& parent) const {
 
 QVariant SensorListModel::data(const QModelIndex& index, int role) const {
     if (role != Qt::DisplayRole || !index.isValid()) return {};
-    const SensorRow& row = editor_.Rows()[static_cast<std::size_t>(index.row())];
-    return Shown(row[static_cast<std::size_t>(index.column())]);
+    const SensorRow& row = At(editor_.Rows(), index.row());
+    return Shown(At(row, index.column()));
 }
 
 QVariant SensorListModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    return QString::fromLatin1(kSensorFields[static_cast<std::size_t>(section)]);
+    return InWords(At(kSensorFields, section));
 }
 
 void SensorListModel::TextChanged(SensorField field) {

@@ -15,6 +15,7 @@
 #include "dialog/SensorPreview.h"
 #include "dialog/SettingsLook.h"
 #include "dialog/StepField.h"
+#include "platform/At.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {
@@ -90,9 +91,9 @@ QWidget* SensorTab::ListSide() {
                          FillEditor();
                      });
 
-    QPushButton* add = MakeButton("cmdSensorAdd", QStringLiteral("Add"));
-    cmdSensorCopy_ = MakeButton("cmdSensorCopy", QStringLiteral("Copy"));
-    cmdSensorDel_ = MakeButton("cmdSensorDel", QStringLiteral("Delete"));
+    QPushButton* add = MakeButton("cmdSensorAdd", InWords("Add"));
+    cmdSensorCopy_ = MakeButton("cmdSensorCopy", InWords("Copy"));
+    cmdSensorDel_ = MakeButton("cmdSensorDel", InWords("Delete"));
     QObject::connect(add, &QPushButton::clicked, this,
                      [this] { ChangeRows([this] { return editor_.Add(); }); });
     QObject::connect(cmdSensorCopy_, &QPushButton::clicked, this,
@@ -122,12 +123,12 @@ void SensorTab::Connect(QComboBox* box, SensorField field) {
 QWidget* SensorTab::MakeTextField(const SensorTextField& place) {
     StepField* steps = place.Step > 0 ? new StepField(place.Name, {.Step = place.Step}) : nullptr;
     QLineEdit* line = steps != nullptr ? steps->Field() : MakeField(place.Name);
-    txtSensor_[static_cast<std::size_t>(place.Field)] = line;
+    At(txtSensor_, place.Field) = line;
     QObject::connect(line, &QLineEdit::textChanged, this,
                      [this, field = place.Field](const QString& text) { Edit(field, text); });
     QWidget* control = line;
     if (steps != nullptr) control = steps;
-    return new FieldCell(QString::fromLatin1(place.Caption), {control});
+    return new FieldCell(InWords(place.Caption), {control});
 }
 
 QWidget* SensorTab::EditorSide() {
@@ -144,12 +145,12 @@ QWidget* SensorTab::EditorSide() {
     txtSensorOutput_ = MakeOutput("txtSensorOutput");
 
     auto* cells = new CellGrid;
-    cells->Add(new FieldCell(QStringLiteral("Function"), {coSensorFunction_}), true);
-    cells->Add(new FieldCell(QStringLiteral("Source"), {coSensorSource_}));
-    cells->Add(MakeCheck("chFreezeframe", QStringLiteral("Freezeframe")));
+    cells->Add(new FieldCell(InWords("Function"), {coSensorFunction_}), true);
+    cells->Add(new FieldCell(InWords("Source"), {coSensorSource_}));
+    cells->Add(MakeCheck("chFreezeframe", InWords("Freezeframe")));
     for (const SensorTextField& place : kTextFields) cells->Add(MakeTextField(place), place.Wide);
-    cells->Add(new FieldCell(QStringLiteral("Rawdata:"), {txtSensorRaw_}));
-    cells->Add(new FieldCell(QStringLiteral("Output:"), {txtSensorOutput_}));
+    cells->Add(new FieldCell(InWords("Rawdata:"), {txtSensorRaw_}));
+    cells->Add(new FieldCell(InWords("Output:"), {txtSensorOutput_}));
     FrameSensor_ = MakeGroup({}, cells);
     FrameSensor_->layout()->setAlignment(cells, Qt::AlignTop);
     FrameSensor_->setObjectName(QStringLiteral("FrameSensor"));
@@ -172,7 +173,7 @@ void SensorTab::FillEditor() {
     ShowIn(coSensorFunction_, Shown(editor_.Text(SensorField::Function)));
     ShowIn(coSensorSource_, Shown(editor_.Text(SensorField::Source)));
     for (const SensorTextField& place : kTextFields) {
-        QLineEdit* field = txtSensor_[static_cast<std::size_t>(place.Field)];
+        QLineEdit* field = At(txtSensor_, place.Field);
         const QSignalBlocker quiet(field);
         field->setText(Shown(editor_.Text(place.Field)));
         field->setCursorPosition(0);  // the front of a long text is what tells most
@@ -194,8 +195,7 @@ void SensorTab::Edit(SensorField field, const QString& text) {
 void SensorTab::ChangeRows(const std::function<bool()>& change) {
     const bool made = model_->ChangeRows(change);
     ShowSelection();
-    tell_(made ? QString()
-               : QStringLiteral("No more than %1 sensors are possible.").arg(kSensorLimit));
+    tell_(made ? QString() : InWords("No more than %1 sensors are possible.").arg(kSensorLimit));
 }
 
 /// The list shows the editor's selection, in view from its first column on.
@@ -213,7 +213,7 @@ void SensorTab::Preview() {
     const std::string source = coSensorSource_->currentText().toStdString();
     txtSensorRaw_->setText(QString::number(SourceValue(source)));
     const auto field = [this](SensorField which) {
-        return txtSensor_[static_cast<std::size_t>(which)]->text().toStdString();
+        return At(txtSensor_, which)->text().toStdString();
     };
     // What is no number yet leaves the last output standing.
     const auto output =

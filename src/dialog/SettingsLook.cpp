@@ -25,6 +25,7 @@
 
 #include "platform/DeleteLater.h"
 #include "platform/Text.h"
+#include "settings/Words.h"
 #include "settings/basSettings.h"
 
 namespace dravik {
@@ -337,6 +338,10 @@ void FitForTouch(QDialog* dialog) {
 
 QString Shown(std::string_view bytes) {
     return QString::fromStdString(ToUtf8(bytes));
+}
+
+QString InWords(std::string_view english) {
+    return Shown(Word(english));
 }
 
 std::string Typed(const QString& text, const std::string& before) {

@@ -45,6 +45,9 @@ void FitForTouch(QDialog* dialog);
 /// Bytes of a file as they are shown.
 QString Shown(std::string_view bytes);
 
+/// A text of the dialog in the user's language.
+QString InWords(std::string_view english);
+
 /// What stands in a field, as bytes. A field that was not edited keeps the bytes that it came from,
 /// whatever their encoding.
 std::string Typed(const QString& text, const std::string& before);

@@ -54,13 +54,13 @@ QRect RoomFor(const QWidget* window) {
 /// What the user is told; the name alone, since there is no room for a path.
 QString Explained(const NotSaved& failed) {
     const std::string name = failed.File.substr(failed.File.find_last_of("/\\") + 1);
-    const QString text = failed.Outside
-                             ? QStringLiteral(
-                                   "Nothing is saved: %1 lies outside the program folder, and the "
-                                   "sensors in it cannot be changed.")
-                             : QStringLiteral(
-                                   "%1 could not be written and is unchanged.\n"
-                                   "Is the disk full or write-protected?");
+    const QString text =
+        failed.Outside
+            ? InWords(
+                  "Nothing is saved: %1 lies outside the program folder, and the sensors in it "
+                  "cannot be changed.")
+            : InWords("%1 could not be written and is unchanged.") + QLatin1Char('\n') +
+                  InWords("Is the disk full or write-protected?");
     return text.arg(Shown(name));
 }
 
@@ -69,7 +69,7 @@ QString Explained(const NotSaved& failed) {
 frSettings::frSettings(QWidget* window)
     : QDialog(window), window_(window), SSTab1_(new QTabWidget), lMessage_(new QLabel) {
     setObjectName(QStringLiteral("frSettings"));
-    setWindowTitle(QStringLiteral("Dravik Settings"));
+    setWindowTitle(InWords("Dravik Settings"));
     setAttribute(Qt::WA_DeleteOnClose);
     ApplySettingsLook(this, TouchScale(SizeOver(window)));
 
@@ -78,10 +78,10 @@ frSettings::frSettings(QWidget* window)
     general_ = new GeneralTab(tell);
     general_->Fill(ReadSettings());
     SSTab1_->setObjectName(QStringLiteral("SSTab1"));
-    SSTab1_->addTab(general_, QStringLiteral("General"));
-    SSTab1_->addTab(new SensorTab(editor_, tell), QStringLiteral("PIDs"));
-    SSTab1_->addTab(MakeFunctionsTab(), QStringLiteral("Functions"));
-    SSTab1_->addTab(MakeAboutTab(), QStringLiteral("About"));
+    SSTab1_->addTab(general_, InWords("General"));
+    SSTab1_->addTab(new SensorTab(editor_, tell), InWords("PIDs"));
+    SSTab1_->addTab(MakeFunctionsTab(), InWords("Functions"));
+    SSTab1_->addTab(MakeAboutTab(), InWords("About"));
 
     auto* column = new QVBoxLayout(this);
     column->setSizeConstraint(QLayout::SetNoConstraint);  // the screen decides
@@ -110,8 +110,8 @@ QWidget* frSettings::Buttons() {
     auto* bar = new QWidget;
     lMessage_->setObjectName(QStringLiteral("lMessage"));
     lMessage_->setWordWrap(true);
-    QPushButton* cancel = MakeButton("Command1", QStringLiteral("Cancel"));
-    QPushButton* save = MakeButton("bSave", QStringLiteral("Save"));
+    QPushButton* cancel = MakeButton("Command1", InWords("Cancel"));
+    QPushButton* save = MakeButton("bSave", InWords("Save"));
     QObject::connect(cancel, &QPushButton::clicked, this, [this] { close(); });
     QObject::connect(save, &QPushButton::clicked, this, [this] { Save(); });
     auto* buttons = new QHBoxLayout;

@@ -2,12 +2,12 @@
 #include <utility>
 
 #include "lists/basFunctions.h"
+#include "platform/At.h"
 
 namespace dravik {
 
 ListSlot* FindList(int slot) {
-    if (slot < 0 || slot >= kListSlots) return nullptr;
-    return &basGlobal.Lists[static_cast<std::size_t>(slot)];
+    return FindAt(basGlobal.Lists, slot);
 }
 
 ListSlot* CurrentList() {

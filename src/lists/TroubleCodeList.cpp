@@ -3,6 +3,7 @@
 
 #include "core/UpCalls.h"
 #include "lists/basFunctions.h"
+#include "platform/At.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
 
@@ -34,10 +35,7 @@ void ShowTroubleCodes() {
         upCalls.SwitchCodeTicker();
         return;
     }
-    const std::size_t count =
-        std::min<std::size_t>(static_cast<std::size_t>(basGlobal.DtcCount), kCodeLimit);
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::string& code = basGlobal.DtcList[i];
+    for (const std::string& code : CodesInUse()) {
         // A code that the file does not know is shown with the reader's "0".
         const std::string line =
             code + ": " + ReadIniString(basGlobal.DescriptionFile, "errorcodes", code) + ". ";
@@ -56,7 +54,7 @@ bool CodesListed() {
 void ScrollTroubleCode() {
     ListSlot& list = basGlobal.Lists[kCodeListSlot];
     if (list.Entries.empty() || list.Selected < 1) return;
-    std::string& text = list.Entries[static_cast<std::size_t>(list.Selected - 1)].Text;
+    std::string& text = At(list.Entries, list.Selected - 1).Text;
     std::size_t start = 0;
     for (std::size_t i = 0; i < kFixedCharacters; ++i) start = NextCharacter(text, start);
     const std::size_t next = NextCharacter(text, start);

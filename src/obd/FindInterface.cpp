@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/basGlobal.h"
+#include "obd/AwaitPrompt.h"
 #include "obd/LinkFaults.h"
 #include "obd/LinkStep.h"
 #include "obd/PortSearch.h"
@@ -31,7 +32,7 @@ constexpr double kListingSeconds = 5;
 constexpr std::size_t kMostReply = 4096;  // of what talks without end
 constexpr std::size_t kMostName = 40;
 
-constexpr const char* kBegins = "Looking for ports ...";
+constexpr const char* kBegins = "Looking for ports";
 constexpr const char* kFound = "Found: %1 on %2";
 constexpr const char* kNothing = "No interface was found";
 constexpr const char* kCancelled = "The search was cancelled";
@@ -100,16 +101,14 @@ std::string NameIn(std::string_view reply) {
 
 /// What arrives until a prompt, or for as long as an answer may take.
 std::string Listen() {
-    SerialPort& port = basGlobal.comOBD;
     const double deadline = HighResTimer() + kAnswerSeconds;
     std::string reply;
-    while (GoesOn() && port.IsOpen() && reply.size() < kMostReply) {
+    const auto timeLeft = [&]() -> std::optional<double> {
         const double left = deadline - HighResTimer();
-        if (left <= 0) break;
-        if (port.InputCount() == 0) WaitForEvents(left);
-        reply += port.ReadAll();
-        if (reply.find('>') != std::string::npos) break;
-    }
+        if (left <= 0 || !GoesOn() || reply.size() > kMostReply) return std::nullopt;
+        return left;
+    };
+    AwaitPrompt(timeLeft, [&reply](const std::string& received) { reply += received; });
     return reply;
 }
 

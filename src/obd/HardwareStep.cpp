@@ -1,10 +1,11 @@
+#include <optional>
 #include <string>
 
 #include "core/basGlobal.h"
+#include "obd/AwaitPrompt.h"
 #include "obd/LinkFaults.h"
 #include "obd/LinkStep.h"
 #include "obd/basOBD.h"
-#include "platform/Events.h"
 
 namespace dravik {
 
@@ -58,14 +59,12 @@ void SettleLiveRequest() {
     if (!g.AwaitingReply) return;
     constexpr double kLongestReply = 1;  // second, as tiTimeout
     const double deadline = HighResTimer() + kLongestReply;
-    bool complete = false;
-    while (!complete && g.comOBD.IsOpen() && !g.Closing) {
+    const auto timeLeft = [deadline] {
         const double left = deadline - HighResTimer();
-        if (left <= 0) break;
-        if (g.comOBD.InputCount() == 0) WaitForEvents(left);
-        complete = g.comOBD.ReadAll().find('>') != std::string::npos;
-    }
-    if (!complete) return;  // a reply without its end stays outstanding
+        return left > 0 ? std::optional(left) : std::nullopt;
+    };
+    // A reply without its end stays outstanding.
+    if (!AwaitPrompt(timeLeft, [](const std::string&) {})) return;
     g.RxBuffer.clear();
     g.AwaitingReply = false;
 }

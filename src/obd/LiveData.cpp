@@ -1,10 +1,11 @@
 #include <algorithm>
-#include <charconv>
 #include <string_view>
 
 #include "core/basGlobal.h"
 #include "obd/LinkFaults.h"
 #include "obd/basOBD.h"
+#include "platform/At.h"
+#include "platform/Number.h"
 
 namespace dravik {
 
@@ -29,7 +30,7 @@ void BeginRound() {
 bool FindWantedPid() {
     GlobalState& g = basGlobal;
     int counter = 0;
-    while (!g.PidWanted[static_cast<std::size_t>(g.PidCursor)] && counter < kSearchLimit) {
+    while (!At(g.PidWanted, g.PidCursor) && counter < kSearchLimit) {
         ++counter;
         // From 79 the search goes on at 1: entry 0 is looked at only when the cursor already
         // stands there.
@@ -166,8 +167,8 @@ void ClearPidWanted() {
     g.Report.NoValueSince = 0;
 }
 
-std::uint8_t ReplyByte(std::string_view text, int n) {
-    const std::size_t start = static_cast<std::size_t>(2 * n - 2);
+std::uint8_t ReplyByte(std::string_view text, std::size_t n) {
+    const std::size_t start = 2 * n - 2;
     if (start >= text.size()) return 0;
     return static_cast<std::uint8_t>(HexNumber(text.substr(start, 2)).value_or(0));
 }
@@ -185,12 +186,10 @@ std::string TextToHex(std::string_view text) {
 
 std::optional<std::int32_t> HexNumber(std::string_view digits) {
     constexpr std::size_t kMostDigits = 8;
-    if (digits.empty() || digits.size() > kMostDigits) return std::nullopt;
-    std::uint32_t value = 0;
-    const auto [end, error] =
-        std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-    if (error != std::errc{} || end != digits.data() + digits.size()) return std::nullopt;
-    return static_cast<std::int32_t>(value);
+    if (digits.size() > kMostDigits) return std::nullopt;
+    const auto value = WholeNumber<std::uint32_t>(digits, 16);
+    if (!value) return std::nullopt;
+    return static_cast<std::int32_t>(*value);
 }
 
 }  // namespace dravik

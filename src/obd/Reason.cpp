@@ -8,6 +8,7 @@
 #include "obd/LinkFaults.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
+#include "settings/Words.h"
 
 namespace dravik {
 
@@ -25,10 +26,10 @@ constexpr std::string_view kNoData = "NO DATA";
 constexpr std::size_t kMostWords = 40;  ///< characters of the interface's own words
 
 // What is said while something is waited for or values stay out; the texts of the faults follow.
-constexpr const char* kAwaitsInterface = "The interface does not answer: %1 of %2 s";
-constexpr const char* kAwaitsVehicle = "The vehicle does not answer yet: %1 of %2 s";
-constexpr const char* kAwaitsBus = "The vehicle's bus is given its time: %1 of %2 s";
-constexpr const char* kQuietInterface = "The interface has not answered for %1 s";
+constexpr const char* kAwaitsInterface = "No answer from the interface (%1 of %2 seconds)";
+constexpr const char* kAwaitsVehicle = "No answer from the vehicle yet (%1 of %2 seconds)";
+constexpr const char* kAwaitsBus = "Waiting for the vehicle's bus (%1 of %2 seconds)";
+constexpr const char* kQuietInterface = "No answer from the interface for %1 seconds";
 constexpr const char* kNoValues = "The vehicle sends no values";
 
 struct FaultText {
@@ -39,7 +40,7 @@ struct FaultText {
 constexpr FaultText kFaultTexts[] = {
     {LinkFault::NotYet, "Not connected yet"},
     {LinkFault::LetGo, "Disconnected by hand"},
-    {LinkFault::NoPortChosen, "No port is chosen in the settings"},
+    {LinkFault::NoPortChosen, "No port chosen"},
     {LinkFault::NoSuchPort, "There is no port %1"},
     {LinkFault::NoPermission, "No permission to use %1"},
     {LinkFault::PortInUse, "Another program uses %1"},
@@ -48,9 +49,9 @@ constexpr FaultText kFaultTexts[] = {
     {LinkFault::UnknownHost, "There is no address %1"},
     {LinkFault::NoWayToHost, "No answer from %1"},
     {LinkFault::NotOpened, "%1 could not be opened"},
-    {LinkFault::InterfaceSilent, "No answer from the interface on %1 in %2 s"},
+    {LinkFault::InterfaceSilent, "No answer from the interface on %1 in %2 seconds"},
     {LinkFault::InterfaceUnread, "What comes from %1 cannot be read at %2 baud"},
-    {LinkFault::VehicleSilent, "No answer from the vehicle in %1 s"},
+    {LinkFault::VehicleSilent, "No answer from the vehicle in %1 seconds"},
     {LinkFault::VehicleUnread, "The vehicle's answer cannot be read"},
     {LinkFault::NotReached, "The interface does not reach the vehicle: %1"},
     {LinkFault::NoData, "The vehicle does not answer. Is the ignition on?"},
@@ -150,7 +151,7 @@ std::string InterfaceWords(std::string_view reply) {
 }  // namespace
 
 std::string Worded(const char* pattern, const std::array<std::string, 2>& values) {
-    return FilledIn(pattern, values);
+    return Word(pattern, {values[0], values[1]});
 }
 
 void NoteFault(LinkFault fault, std::string first, std::string second) {

@@ -1,8 +1,10 @@
 #include <algorithm>
+#include <optional>
 #include <string_view>
 #include <utility>
 
 #include "core/basGlobal.h"
+#include "obd/AwaitPrompt.h"
 #include "obd/LinkFaults.h"
 #include "obd/basOBD.h"
 #include "platform/Events.h"
@@ -24,10 +26,6 @@ constexpr double kQuietBeforeResend = 2;
 
 // A line that talks without a prompt must not eat the memory or the disk.
 constexpr std::size_t kTextLimit = std::size_t{64} * 1024;
-
-bool HasPrompt(std::string_view text) {
-    return text.find('>') != std::string_view::npos;
-}
 
 /// True once the vehicle has answered the request, if only with the beginning: "41 01" to
 /// "0101".
@@ -57,30 +55,27 @@ struct Answer {
     bool Quiet = false;  ///< no prompt, and nothing came for as long as the limit allows
 };
 
-/// Collects the reply until its prompt, the deadline or the end of patience. The time is tested
-/// before the read: once it is over, nothing more is read. Of a longer text the end is kept, where
-/// the prompt is.
+/// Collects the reply until its prompt, the deadline or the end of patience. Of a longer text the
+/// end is kept, where the prompt is.
 ///
 /// @param heard  when the last character came; brought up to date
 Answer AwaitReply(const std::string& command, int attempt, double deadline, double& heard) {
-    SerialPort& port = basGlobal.comOBD;
     Answer answer;
     double quietLimit = QuietLimit(command, {}, attempt);
-    for (bool complete = false; !complete && port.IsOpen() && !basGlobal.Closing;) {
+    const auto timeLeft = [&]() -> std::optional<double> {
         const double now = HighResTimer();
-        if (now >= deadline) break;
+        if (now >= deadline) return std::nullopt;
         answer.Quiet = now - heard >= quietLimit;
-        if (answer.Quiet) break;
-        WaitForEvents(std::min(deadline, heard + quietLimit) - now);
-        if (port.InputCount() == 0) continue;
-        const std::string received = port.ReadAll();
+        if (answer.Quiet) return std::nullopt;
+        return std::min(deadline, heard + quietLimit) - now;
+    };
+    AwaitPrompt(timeLeft, [&](const std::string& received) {
         heard = HighResTimer();
-        complete = HasPrompt(received);
         Trace(received);
         answer.Text += received;
         if (answer.Text.size() > kTextLimit) answer.Text.erase(0, answer.Text.size() - kTextLimit);
         quietLimit = QuietLimit(command, answer.Text, attempt);
-    }
+    });
     return answer;
 }
 

@@ -70,11 +70,10 @@ void DecodeCodes(const std::string& reply) {
     if (firstFrame > 0) base += firstFrame + 6;
     const std::string line = firstFrame > 0 ? JoinFrames(reply) : JoinUnits(reply);
 
-    const std::size_t count =
-        std::min<std::size_t>(static_cast<std::size_t>(basGlobal.DtcCount), kCodeLimit);
-    for (std::size_t k = 0; k < count; ++k)
-        basGlobal.DtcList[k] =
-            DecodeCode(Middle(line, base + 3 + 6 * k, 2) + Middle(line, base + 6 + 6 * k, 2));
+    for (std::string& code : CodesInUse()) {
+        code = DecodeCode(Middle(line, base + 3, 2) + Middle(line, base + 6, 2));
+        base += 6;
+    }
 }
 
 /// The state after an exchange that the interface may have ended by disappearing.

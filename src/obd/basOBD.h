@@ -137,7 +137,7 @@ bool PidKnown(int pid);
 void ClearPidWanted();
 
 /// The n-th byte (1-based) of a hex text without spaces; 0 when it is not there or not hexadecimal.
-std::uint8_t ReplyByte(std::string_view text, int n);
+std::uint8_t ReplyByte(std::string_view text, std::size_t n);
 
 /// Each character's code as two upper-case hex digits: the codes 1 and 12 give "010C".
 std::string TextToHex(std::string_view text);

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 
+#include "platform/At.h"
 #include "platform/KeyState.h"
 
 namespace dravik {
@@ -96,7 +97,7 @@ int VirtualKeyOf(int qtKey) {
 
 std::int16_t AsyncKeyState(int virtualKey) {
     if (virtualKey < 0 || virtualKey >= kVirtualKeyLimit) return 0;
-    KeyBits& key = keys[static_cast<std::size_t>(virtualKey)];
+    KeyBits& key = At(keys, virtualKey);
     const int state = (key.Down ? -0x8000 : 0) + (key.PressedSinceQuery ? 1 : 0);
     key.PressedSinceQuery = false;
     return static_cast<std::int16_t>(state);
@@ -105,7 +106,7 @@ std::int16_t AsyncKeyState(int virtualKey) {
 void NoteKeyEvent(int qtKey, bool down) {
     const int virtualKey = VirtualKeyOf(qtKey);
     if (virtualKey == 0) return;
-    KeyBits& key = keys[static_cast<std::size_t>(virtualKey)];
+    KeyBits& key = At(keys, virtualKey);
     key.Down = down;
     if (down) key.PressedSinceQuery = true;
 }

@@ -160,21 +160,6 @@ std::string ReplaceAll(std::string text, std::string_view what, std::string_view
     return result.append(text, from);
 }
 
-std::string FilledIn(std::string_view pattern, std::span<const std::string> values) {
-    std::string text;
-    for (std::size_t i = 0; i < pattern.size(); ++i) {
-        const bool place = pattern[i] == '%' && i + 1 < pattern.size() && pattern[i + 1] >= '1' &&
-                           pattern[i + 1] <= '9';
-        if (!place) {
-            text += pattern[i];
-            continue;
-        }
-        const auto index = static_cast<std::size_t>(pattern[++i] - '1');
-        if (index < values.size()) text += values[index];
-    }
-    return text;
-}
-
 std::string_view WithoutPlus(std::string_view number) {
     if (number.starts_with('+') && !number.starts_with("+-")) number.remove_prefix(1);
     return number;
@@ -194,7 +179,7 @@ double LeadingNumber(std::string_view text) {
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error == std::errc::result_out_of_range) {
-        const std::string_view number = text.substr(0, static_cast<std::size_t>(end - text.data()));
+        const std::string_view number(text.data(), end);
         const std::size_t exponent = number.find_first_of("eE");
         const bool tiny = exponent == std::string_view::npos ? number[0] == '0' || number[0] == '.'
                                                              : number[exponent + 1] == '-';
@@ -221,7 +206,7 @@ std::string FixedNumber(float value, int decimals) {
     const auto [end, error] =
         std::to_chars(digits, digits + sizeof digits, static_cast<double>(value),
                       std::chars_format::fixed, std::clamp(decimals, 0, kMostDecimals));
-    const std::string_view text(digits, static_cast<std::size_t>(end - digits));
+    const std::string_view text(digits, end);
     const bool minusZero = text.find_first_not_of("-0.") == std::string_view::npos;
     return std::string(minusZero && text.front() == '-' ? text.substr(1) : text);
 }

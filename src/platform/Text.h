@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -31,9 +30,6 @@ std::string_view Trimmed(std::string_view text);
 
 /// Every occurrence of `what` replaced by `with`; the replacement is not searched again.
 std::string ReplaceAll(std::string text, std::string_view what, std::string_view with);
-
-/// A pattern with "%1", "%2", ... in the places of the values. What has no value goes.
-std::string FilledIn(std::string_view pattern, std::span<const std::string> values);
 
 /// A number as text without its plus sign. A sign that another one follows stays, as what follows
 /// is no number then.

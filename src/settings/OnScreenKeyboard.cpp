@@ -1,6 +1,7 @@
 #include "core/basGlobal.h"
 #include "platform/Paths.h"
 #include "platform/ProcessStart.h"
+#include "settings/Words.h"
 #include "settings/basSettings.h"
 
 namespace dravik {
@@ -8,8 +9,8 @@ namespace dravik {
 std::string StartKeyboard() {
     const std::string& program = basGlobal.OSKPath;
     if (program.empty() || program == "0")
-        return "No on-screen keyboard is set. It can be chosen in the settings.";
-    if (!FileExists(program)) return "The on-screen keyboard was not found:\n" + program;
+        return Word("No on-screen keyboard is set. It can be chosen in the settings.");
+    if (!FileExists(program)) return Word("The on-screen keyboard was not found:") + "\n" + program;
     StartMinimised(ResolvePath(program));
     return {};
 }

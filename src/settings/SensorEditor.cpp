@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/basGlobal.h"
+#include "platform/At.h"
 #include "settings/basSettings.h"
 
 namespace dravik {
@@ -13,10 +14,6 @@ namespace {
 
 constexpr const char* kSection = "SensorConfig";
 constexpr int kLastRead = 1000;  // the highest sensor number that is looked for
-
-std::size_t Index(SensorField field) {
-    return static_cast<std::size_t>(field);
-}
 
 }  // namespace
 
@@ -27,7 +24,7 @@ void SensorEditor::Load(const std::string& file) {
         SensorRow row;
         for (std::size_t i = 0; i < row.size(); ++i)
             row[i] = ReadIniString(file, kSection, prefix + kSensorFields[i]);
-        if (row[Index(SensorField::Function)] == "0") break;
+        if (At(row, SensorField::Function) == "0") break;
         rows_.push_back(std::move(row));
     }
     selected_ = rows_.empty() ? -1 : 0;
@@ -39,11 +36,11 @@ void SensorEditor::Select(int row) {
 
 const std::string& SensorEditor::Text(SensorField field) const {
     static const std::string kNone;
-    return selected_ < 0 ? kNone : rows_[static_cast<std::size_t>(selected_)][Index(field)];
+    return selected_ < 0 ? kNone : At(At(rows_, selected_), field);
 }
 
 void SensorEditor::SetText(SensorField field, std::string text) {
-    if (selected_ >= 0) rows_[static_cast<std::size_t>(selected_)][Index(field)] = std::move(text);
+    if (selected_ >= 0) At(At(rows_, selected_), field) = std::move(text);
 }
 
 std::string SensorEditor::Title() const {
@@ -71,7 +68,7 @@ bool SensorEditor::Add() {
 
 bool SensorEditor::Copy() {
     if (Full() || selected_ < 0) return false;
-    Append(SensorRow(rows_[static_cast<std::size_t>(selected_)]));
+    Append(SensorRow(At(rows_, selected_)));
     return true;
 }
 

@@ -1,6 +1,7 @@
 #include <cstdio>
 
 #include "core/basGlobal.h"
+#include "platform/At.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
 
@@ -22,7 +23,7 @@ float ReadNumber(int sensor, std::string_view field) {
 }
 
 void ReadSensor(int number, const std::string& function) {
-    SensorRecord& sensor = basGlobal.Sensors[static_cast<std::size_t>(number)];
+    SensorRecord& sensor = At(basGlobal.Sensors, number);
     sensor.Function = LowerCased(ToUtf8(function));
     sensor.Source = ReadText(number, "Source");
     sensor.Factor = ReadNumber(number, "Factor");

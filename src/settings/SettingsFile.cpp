@@ -27,15 +27,6 @@ void ReadMisc() {
     g.HidePointer = (g.Misc & kMiscHidePointer) != 0;
 }
 
-void FindLanguageFiles() {
-    GlobalState& g = basGlobal;
-    const std::string language =
-        g.Launch.Language.empty() ? ReadOption("Language") : g.Launch.Language;
-    g.LanguageFile = g.LanguagePath + language + ".ini";
-    g.SensorFile = g.LanguagePath + ReadIniString(g.LanguageFile, "Sensors", "Filename");
-    g.DescriptionFile = g.LanguagePath + ReadIniString(g.LanguageFile, "DTC", "Filename");
-}
-
 void ReadPanel() {
     constexpr std::array<const char*, kPanelTiles> kUsual = {
         "rpm.engine", "speed", "temp.enginecoolant", "value.loadcalculated"};
@@ -86,14 +77,13 @@ void LoadSettings() {
     const int scalePercent = ReadProfileInt(g.IniFile, "Options", "ScaleImageWidth", 0);
     g.ImageScale = static_cast<float>(scalePercent) / 100.0F;
     ReadMisc();
-    FindLanguageFiles();
+    LoadLanguage();
     g.OSKPath = ReadOption("OSKPath");
     g.OSKFound = FileExists(g.OSKPath);
     g.SaveFolder = JoinPath(g.ProgramFolder, "save");
     FollowClock();
     FindSkinFiles();
     ReadPanel();
-    LoadSensorConfig();
     g.ConnState = ConnectAtStart() ? kConnecting : kNotConnected;
     g.ReconnectSeconds = ReadProfileInt(g.IniFile, "OBD", "Reconnect", 0);
     g.tiHardware.SetInterval(ReadInterval("UpdateIntervall", kDefaultUpdateInterval));

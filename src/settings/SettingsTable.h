@@ -23,6 +23,7 @@ enum class Setting : std::size_t {
     NightFrom,
     NightTo,
     Language,
+    Units,
     OSKPath,
     ComPort,
     BusInitDelay,
@@ -44,7 +45,7 @@ enum class SettingForm {
 enum class SettingFrame { Interface, Skin, Language, Keyboard, Additions };
 
 /// What a field offers to choose from, besides what is typed.
-enum class SettingChoice { None, Skins, Languages, Ports, Baudrates };
+enum class SettingChoice { None, Skins, Languages, Units, Ports, Baudrates };
 
 struct SettingRow {
     const char* Section;
@@ -99,6 +100,14 @@ inline constexpr SettingRow kSettingRows[] = {
      .Field = "coLanguage",
      .Frame = SettingFrame::Language,
      .Choice = SettingChoice::Languages},
+    {.Section = "Options",
+     .Key = "Units",
+     .Form = SettingForm::OptIn,
+     .Field = "coUnits",
+     .Frame = SettingFrame::Language,
+     .Caption = "Units",
+     .Choice = SettingChoice::Units,
+     .WhenEmpty = "Like the language"},
     {.Section = "Options",
      .Key = "OSKPath",
      .Form = SettingForm::Text,

@@ -32,9 +32,6 @@ std::string PanelKey(int tile);
 /// The names of the skins that there are, in alphabetical order.
 std::vector<std::string> SkinNames();
 
-/// The same of the languages.
-std::vector<std::string> LanguageNames();
-
 /// The name of the skin to show: that of the command line, else the one that a command chose, else
 /// the settings' one for the night while it is night, else the settings' one.
 std::string CurrentSkin();
@@ -57,6 +54,36 @@ void FindSkinFiles();
 
 /// Takes the image folder from the skin file.
 void FindImageFolder();
+
+// Language ----------------------------------------------------------------------------------------
+
+/// The names of the languages that there are, in alphabetical order.
+std::vector<std::string> LanguageNames();
+
+/// Takes the language from the command line or the settings file and the units from the settings
+/// file, and loads what belongs to them: words, sensor table, the file with the texts of the codes.
+/// Which sensors are on stays as it is.
+void LoadLanguage();
+
+/// Chooses a language by the name of its file, keeps it in the settings and loads it. What cannot
+/// be kept, which is told on standard error, holds until the end of the program.
+///
+/// @return false when there is no such language; nothing is changed then
+bool ChooseLanguage(const std::string& name);
+
+/// Name of the current language.
+std::string CurrentLanguage();
+
+/// Chooses the units in the same manner, whatever those of the language are.
+void ChooseUnits(const std::string& units);
+
+constexpr const char* kMetric = "metric";
+constexpr const char* kImperial = "imperial";
+
+/// The units of the current sensor file: kMetric or kImperial.
+std::string CurrentUnits();
+
+// Keyboard, sensors, resume -----------------------------------------------------------------------
 
 /// Starts the on-screen keyboard that the settings name.
 ///

@@ -61,6 +61,11 @@ constexpr FunctionWord kAnswerWords[] = {
     {"ok", Nothing, "", "taken note of"},
 };
 
+constexpr FunctionWord kMessageWords[] = {
+    {"word", Fixed, "message",
+     "the message in the user's language, by the section `Words` of the language file"},
+};
+
 }  // namespace
 
 const FunctionRole kCommandRole{kCommands, kButtonWords, false, "a command"};
@@ -71,5 +76,7 @@ const FunctionRole kValueRole{kValues, {}, false, "a number function or a value 
 const FunctionRole kListRole{{}, kListWords, false, "a list"};
 const FunctionRole kTextboxRole{{}, kTextboxWords, false, "a text box"};
 const FunctionRole kAnswerRole{{}, kAnswerWords, false, "an answer"};
+const FunctionRole kAnswerCaptionRole{kTexts, {}, false, "a label function"};
+const FunctionRole kMessageRole{{}, kMessageWords, false, "a way to show a message"};
 
 }  // namespace dravik

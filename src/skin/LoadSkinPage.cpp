@@ -8,6 +8,7 @@
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
+#include "platform/At.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "skin/PageCanvas.h"
@@ -79,8 +80,8 @@ std::optional<SkinError> LoadSections(const std::string& page, bool box) {
 
 void BeginBox(const std::string& name) {
     basGlobal.CurrentBox = name;
-    skinScreen->BeginBox(ReadSkinInteger(name, "BackgroundX"),
-                         ReadSkinInteger(name, "BackgroundY"));
+    const SkinElement corner = ReadSectionKeys(name, PageKeys());
+    skinScreen->BeginBox(corner.X, corner.Y);
     skinScreen->ShowBox(true);
 }
 
@@ -213,7 +214,7 @@ SkinScreen* CurrentScreen() {
 
 void LoadSkinPage(const std::string& name, bool box) {
     if (skinScreen == nullptr || !MayBuild(name)) return;
-    const std::string command = ReadSkinValue(name, "Command");
+    const std::string command = ReadSectionKeys(name, PageKeys()).Function;
     if (!command.empty()) ExecuteCommand(command);
     BuildPage(name, box);
 }
@@ -276,11 +277,10 @@ void SwitchCodeTicker() {
 
 void ClearChart(int index) {
     if (index < 0 || index >= basGlobal.ChartCount) return;
-    ClearChart(basGlobal.Charts[static_cast<std::size_t>(index)]);
+    ClearChart(At(basGlobal.Charts, index));
     if (skinScreen == nullptr) return;
-    const auto& charts = skinScreen->Elements(kChartKind);
-    if (static_cast<std::size_t>(index) < charts.size())
-        charts[static_cast<std::size_t>(index)].Item->Repaint();
+    if (const ScreenElement* chart = FindAt(skinScreen->Elements(kChartKind), index))
+        chart->Item->Repaint();
 }
 
 }  // namespace dravik

@@ -13,6 +13,7 @@
 #include "controls/Slider.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
+#include "platform/At.h"
 #include "platform/Text.h"
 #include "skin/PageCanvas.h"
 #include "skin/SkinScreen.h"
@@ -70,12 +71,19 @@ struct Extent {
     bool Overlaps(const Extent& other) const { return Start < other.End && other.Start < End; }
 };
 
-Extent Look(const QRect& r, const std::string& direction) {
+Extent Look(const QRect& r, Direction direction) {
     const int right = r.x() + r.width();
     const int bottom = r.y() + r.height();
-    if (direction == "left") return {-right, -r.x(), r.y(), bottom};
-    if (direction == "up") return {-bottom, -r.y(), r.x(), right};
-    if (direction == "down") return {r.y(), bottom, r.x(), right};
+    switch (direction) {
+        case Direction::Left:
+            return {-right, -r.x(), r.y(), bottom};
+        case Direction::Up:
+            return {-bottom, -r.y(), r.x(), right};
+        case Direction::Down:
+            return {r.y(), bottom, r.x(), right};
+        case Direction::Right:
+            break;
+    }
     return {r.x(), right, r.y(), bottom};
 }
 
@@ -122,10 +130,10 @@ bool StepFocusedList(QWidget* focused, ListStep step) {
     return true;
 }
 
-/// A list takes "up" and "down" for itself as long as it has entries to go to.
-bool StepFocusedList(QWidget* focused, const std::string& direction) {
-    if (direction == "up") return StepFocusedList(focused, ListStep::Up);
-    return direction == "down" && StepFocusedList(focused, ListStep::Down);
+/// A list takes Up and Down for itself as long as it has entries to go to.
+bool StepFocusedList(QWidget* focused, Direction direction) {
+    if (direction == Direction::Up) return StepFocusedList(focused, ListStep::Up);
+    return direction == Direction::Down && StepFocusedList(focused, ListStep::Down);
 }
 
 }  // namespace
@@ -165,17 +173,14 @@ void Selection::SelectHovered(QWidget* control) {
 
 void Selection::ButtonPressed(int index) {
     hasRepeated_ = false;
-    const auto& tags = basGlobal.ButtonTag;
-    if (static_cast<std::size_t>(index) < tags.size())
-        StartRepeat(tags[static_cast<std::size_t>(index)]);
+    if (const std::string* tag = FindAt(basGlobal.ButtonTag, index)) StartRepeat(*tag);
 }
 
 void Selection::ButtonClicked(int index) {
-    const auto& tags = basGlobal.ButtonTag;
     // A held button has already run its command as often as the user wanted.
-    if (std::exchange(hasRepeated_, false) || static_cast<std::size_t>(index) >= tags.size())
-        return;
-    ExecuteCommand(std::string(tags[static_cast<std::size_t>(index)]));
+    if (std::exchange(hasRepeated_, false)) return;
+    if (const std::string* tag = FindAt(basGlobal.ButtonTag, index))
+        ExecuteCommand(std::string(*tag));
 }
 
 void Selection::WheelTurned(int delta) {
@@ -275,9 +280,7 @@ void Selection::MoveInTabOrder(bool backwards) {
     }
 }
 
-void Selection::Move(const std::string& direction) {
-    if (direction != "left" && direction != "right" && direction != "up" && direction != "down")
-        return;
+void Selection::Move(Direction direction) {
     const std::vector<QWidget*> candidates = Candidates();
     QWidget* focused = screen_.Page()->window()->focusWidget();
     if (std::find(candidates.begin(), candidates.end(), focused) == candidates.end()) {
@@ -310,10 +313,9 @@ void Selection::Move(const std::string& direction) {
 }
 
 void ScrollListBySlider(int slider, int percent) {
-    const auto& tags = basGlobal.SliderTag;
+    const std::string* tag = FindAt(basGlobal.SliderTag, slider);
     ListSlot* list = CurrentList();
-    if (static_cast<std::size_t>(slider) >= tags.size() || list == nullptr) return;
-    if (LowerCased(tags[static_cast<std::size_t>(slider)]) != "listview") return;
+    if (tag == nullptr || list == nullptr || LowerCased(*tag) != "listview") return;
     const auto last = static_cast<double>(list->Entries.size()) - 1;
     SelectListEntry(*list, 1 + static_cast<int>(std::lround(last * percent / 100)));
 }

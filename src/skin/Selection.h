@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "core/UpCalls.h"
+
 class QKeyEvent;
 class QObject;
 class QWidget;
@@ -43,10 +45,10 @@ class Selection {
     /// To the next or the previous element in tab order.
     void MoveInTabOrder(bool backwards);
 
-    /// To the nearest element in a direction ("left", "right", "up", "down"), or on the far side
-    /// when there is none. Without a selection the first element in tab order is selected. While a
-    /// list has the focus, "up" and "down" step through its entries instead.
-    void Move(const std::string& direction);
+    /// To the nearest element in a direction, or on the far side when there is none. Without a
+    /// selection the first element in tab order is selected. While a list has the focus, Up and
+    /// Down step through its entries instead.
+    void Move(Direction direction);
 
  private:
     using Clock = std::chrono::steady_clock;

@@ -1,11 +1,9 @@
 #include "skin/SkinFile.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
-#include <limits>
 
 #include "core/basGlobal.h"
+#include "platform/Number.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
 
@@ -13,43 +11,18 @@ namespace dravik {
 
 namespace {
 
-constexpr std::string_view kHexMark = "&H";
-
-bool HasHexMark(std::string_view text) {
-    return text.size() >= kHexMark.size() &&
-           EqualsNoCase(text.substr(0, kHexMark.size()), kHexMark);
-}
-
-/// The hexadecimal digits at the front of a text as a 32-bit pattern; `used` tells how many.
-std::optional<std::int32_t> LeadingHex(std::string_view digits, std::size_t& used) {
-    std::uint32_t value = 0;
-    const auto [end, error] =
-        std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-    used = static_cast<std::size_t>(end - digits.data());
-    if (error == std::errc::result_out_of_range) return std::nullopt;
-    return static_cast<std::int32_t>(value);
-}
-
-std::optional<std::int32_t> ToInteger(double number) {
-    const double rounded = std::nearbyint(number);
-    if (!(rounded >= std::numeric_limits<std::int32_t>::min() &&
-          rounded <= std::numeric_limits<std::int32_t>::max()))
-        return std::nullopt;
-    return static_cast<std::int32_t>(rounded);
-}
-
 struct ReadValue {
-    const SkinKey& Key;
+    Read How;
     const std::string& Section;
     const std::string& Name;
 };
 
 /// Reads a number by the rule of its key; nothing when it does not convert.
 std::optional<int> ReadNumber(const ReadValue& value) {
-    if (value.Key.How == Read::Integer) return ReadSkinInteger(value.Section, value.Name);
+    if (value.How == Read::Integer) return ReadSkinInteger(value.Section, value.Name);
     const std::string text = ReadSkinValue(value.Section, value.Name);
-    if (value.Key.How == Read::Strict) return StrictNumber(text);
-    return value.Key.How == Read::Short ? ShortNumber(text) : LenientNumber(text);
+    if (value.How == Read::Strict) return StrictNumber(text);
+    return value.How == Read::Short ? ShortNumber(text) : LenientNumber(text);
 }
 
 std::string NotANumber(const ReadValue& value) {
@@ -76,38 +49,6 @@ int ReadSkinInteger(const std::string& section, const std::string& key) {
     return ReadProfileInt(basGlobal.SkinFile, section, key, 0);
 }
 
-std::optional<std::int32_t> LenientNumber(std::string_view text) {
-    text = Trimmed(text);
-    if (HasHexMark(text)) {
-        std::size_t used = 0;
-        return LeadingHex(text.substr(kHexMark.size()), used);
-    }
-    return ToInteger(LeadingNumber(text));
-}
-
-std::optional<std::int32_t> ShortNumber(std::string_view text) {
-    const std::optional<std::int32_t> number = LenientNumber(text);
-    if (!number || *number != static_cast<std::int16_t>(*number)) return std::nullopt;
-    return number;
-}
-
-std::optional<std::int32_t> StrictNumber(std::string_view text) {
-    text = Trimmed(text);
-    if (HasHexMark(text)) {
-        std::string_view digits = text.substr(kHexMark.size());
-        if (digits.ends_with('&')) digits.remove_suffix(1);  // marks the number as a long one
-        std::size_t used = 0;
-        const auto number = LeadingHex(digits, used);
-        return !digits.empty() && used == digits.size() ? number : std::nullopt;
-    }
-    text = WithoutPlus(text);
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (text.empty() || error != std::errc{} || end != text.data() + text.size())
-        return std::nullopt;
-    return ToInteger(number);
-}
-
 std::string ElementKey(const SkinKind& kind, int number, std::string_view property) {
     return (kind.Word + std::to_string(number)).append(property);
 }
@@ -126,7 +67,7 @@ std::optional<SkinError> ReadElement(SkinElement& element, KeySet keys) {
             element.** text = ReadSkinValue(element.Section, name);
             continue;
         }
-        const ReadValue value{key, element.Section, name};
+        const ReadValue value{key.How, element.Section, name};
         const std::optional<int> number = ReadNumber(value);
         if (!number) return SkinError{basGlobal.SkinFile, element.Section, name, NotANumber(value)};
         element.*std::get<int SkinElement::*>(key.Field) = *number;
@@ -134,10 +75,26 @@ std::optional<SkinError> ReadElement(SkinElement& element, KeySet keys) {
     return std::nullopt;
 }
 
+SkinElement ReadSectionKeys(const std::string& section, std::span<const SectionKey> keys,
+                            std::optional<int> number) {
+    SkinElement element;
+    for (const SectionKey& key : keys) {
+        std::string name = key.Name;
+        const std::size_t place = name.find('#');
+        if (number.has_value() != (place != std::string::npos)) continue;
+        if (number) name.replace(place, 1, std::to_string(*number));
+        if (const auto* text = std::get_if<std::string SkinElement::*>(&key.Field))
+            element.** text = ReadSkinValue(section, name);
+        else if (const auto* integer = std::get_if<int SkinElement::*>(&key.Field))
+            element.** integer = ReadNumber({key.How, section, name}).value_or(0);
+    }
+    return element;
+}
+
 std::vector<std::string> PageSections(const std::string& page) {
     std::vector<std::string> sections;
     for (int j = 0; j <= kLastCommonObject; ++j) {
-        std::string shared = ReadSkinValue(page, "CommonObjects" + std::to_string(j));
+        std::string shared = ReadSectionKeys(page, PageKeys(), j).Section;
         if (shared.empty()) break;
         sections.push_back(std::move(shared));
     }

@@ -18,17 +18,6 @@ bool HasSkinSection(const std::string& name);
 /// An integer key: leading decimal digits, else 0.
 int ReadSkinInteger(const std::string& section, const std::string& key);
 
-/// Lenient conversion: leading blanks skipped, then a decimal number or a hexadecimal one after
-/// "&H" up to the first character that does not belong to it; 0 when there is none. Nothing when
-/// the number does not fit into 32 bits.
-std::optional<std::int32_t> LenientNumber(std::string_view text);
-
-/// The same; nothing, too, when the number does not fit into 16 bits.
-std::optional<std::int32_t> ShortNumber(std::string_view text);
-
-/// Strict conversion of the whole text, decimal or "&H"; nothing for an empty or other text.
-std::optional<std::int32_t> StrictNumber(std::string_view text);
-
 /// The key of an element: "Button" 0 "Function" gives "Button0Function".
 std::string ElementKey(const SkinKind& kind, int number, std::string_view property);
 
@@ -41,6 +30,11 @@ enum class KeySet { First, Deferred, All };
 /// Reads the keys of one element. The first value that does not convert ends it.
 /// @return the fault; nothing when all is well
 std::optional<SkinError> ReadElement(SkinElement& element, KeySet keys);
+
+/// Reads the keys of a section that have a field: those of that number or, without one, those that
+/// have no number. A number that does not fit is read as 0.
+SkinElement ReadSectionKeys(const std::string& section, std::span<const SectionKey> keys,
+                            std::optional<int> number = std::nullopt);
 
 /// The sections that make up a page, in loading order: its CommonObjects, then itself.
 std::vector<std::string> PageSections(const std::string& page);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/basGlobal.h"
+#include "platform/At.h"
 #include "platform/Text.h"
 #include "skin/PageCanvas.h"
 #include "skin/SkinFile.h"
@@ -82,7 +83,8 @@ bool SkinScreen::BoxHasWayOut() const {
 }
 
 void SkinScreen::ReadDesignSize() {
-    const QSize stated(ReadSkinInteger("General", "Width"), ReadSkinInteger("General", "Height"));
+    const SkinElement general = ReadSectionKeys("General", GeneralKeys());
+    const QSize stated(general.Width, general.Height);
     const bool usable = std::min(stated.width(), stated.height()) >= kSmallestDesign &&
                         std::max(stated.width(), stated.height()) <= kLargestDesign;
     designSize_ = usable ? stated : QSize();
@@ -176,26 +178,23 @@ std::optional<SkinError> SkinScreen::Build(SkinElement element) {
             "more than " + std::to_string(room.Kind->Limit) + " elements of this kind");
     ScreenElement built;
     static_cast<SkinElement&>(built) = std::move(element);
-    built.Evaluated = LowerCased(built.Function);
+    built.Evaluated = EvaluatedForm(built.Function);
     if (auto error = room.Kind->Build(*this, built, index)) return error;
     room.Elements.push_back(std::move(built));
     return std::nullopt;
 }
 
 std::optional<SkinError> SkinScreen::Finish(const SkinElement& keys, int index) {
-    std::vector<ScreenElement>& elements = Elements(*keys.Kind);
-    if (index >= static_cast<int>(elements.size())) return std::nullopt;
-    ScreenElement& element = elements[static_cast<std::size_t>(index)];
+    ScreenElement* element = FindAt(Elements(*keys.Kind), index);
+    if (element == nullptr) return std::nullopt;
     // Where the load of the page ended early, an element of a box may have that index.
-    if (element.Section != keys.Section || element.Number != keys.Number) return std::nullopt;
-    return keys.Kind->Finish(*this, element, keys);
+    if (element->Section != keys.Section || element->Number != keys.Number) return std::nullopt;
+    return keys.Kind->Finish(*this, *element, keys);
 }
 
 QWidget* SkinScreen::Control(const SkinKind& kind, int index) const {
-    const auto& controls = RoomOf(kind).Controls;
-    return index >= 0 && index < static_cast<int>(controls.size())
-               ? controls[static_cast<std::size_t>(index)].Widget
-               : nullptr;
+    const auto* control = FindAt(RoomOf(kind).Controls, index);
+    return control == nullptr ? nullptr : control->Widget;
 }
 
 void SkinScreen::AddControl(const SkinKind& kind, QWidget* control, ControlCalls calls) {

@@ -22,7 +22,7 @@ class PaintedItem;
 struct ScreenElement : SkinElement {
     QWidget* Control = nullptr;    ///< of a kind that has controls
     PaintedItem* Item = nullptr;   ///< of a kind that its container paints
-    std::string Evaluated;         ///< function text as the evaluators lower-case it
+    std::string Evaluated;         ///< function text in the form that the evaluators take
     std::string EvaluatedImage;    ///< the same of a button's image function
     std::string EvaluatedLabel;    ///< the same of a button's label function
     std::string EvaluatedEnabled;  ///< the same of what tells whether a button works

@@ -58,6 +58,7 @@ struct SkinElement {
     // Values.
     int Min = 0, Max = 0, Direction = 0;
     int Known = 0;
+    int Dim = 0;
     int Style = 0, AngleStart = 0, AngleEnd = 0, RadiusStart = 0, RadiusEnd = 0, StretchY = 0;
     int Time = 0, Mode = 0, GridColor = 0;
 };
@@ -88,21 +89,24 @@ struct FunctionRole {
 };
 
 // Words that the loader looks for itself; the roles list them among their own.
-constexpr const char* kTextWord = "text";            ///< a label that shows its caption key
-constexpr const char* kTitleWord = "APP_Title";      ///< a label that names the program
-constexpr const char* kMediaTagWord = "id3";         ///< begins the labels of media tags
-constexpr const char* kHighlightWord = "mouseover";  ///< the picture that follows the selection
-constexpr const char* kEntryWord = "listentry";      ///< the picture of the selected entry
-constexpr const char* kDvdWord = "dvdmenu";          ///< the button of a DVD page
+constexpr const char* kTextWord = "text";             ///< a label that shows its caption key
+constexpr const char* kTitleWord = "APP_Title";       ///< a label that names the program
+constexpr const char* kMediaTagWord = "id3";          ///< begins the labels of media tags
+constexpr const char* kHighlightWord = "mouseover";   ///< the picture that follows the selection
+constexpr const char* kEntryWord = "listentry";       ///< the picture of the selected entry
+constexpr const char* kMessageWord = "word_message";  ///< a message in the user's language
+constexpr const char* kDvdWord = "dvdmenu";           ///< the button of a DVD page
 
-extern const FunctionRole kCommandRole;  ///< what a press or a page does
-extern const FunctionRole kCaptionRole;  ///< what a label shows
-extern const FunctionRole kStateRole;    ///< when a picture on a button is shown
-extern const FunctionRole kPictureRole;  ///< when an image is shown
-extern const FunctionRole kValueRole;    ///< the number of a slider, bargraph, gauge or chart
-extern const FunctionRole kListRole;     ///< which list a list shows
-extern const FunctionRole kTextboxRole;  ///< which text a text box edits
-extern const FunctionRole kAnswerRole;   ///< which answer a button of a message box gives
+extern const FunctionRole kCommandRole;        ///< what a press or a page does
+extern const FunctionRole kCaptionRole;        ///< what a label shows
+extern const FunctionRole kStateRole;          ///< when a picture on a button is shown
+extern const FunctionRole kPictureRole;        ///< when an image is shown
+extern const FunctionRole kValueRole;          ///< the number of a slider, bargraph, gauge or chart
+extern const FunctionRole kListRole;           ///< which list a list shows
+extern const FunctionRole kTextboxRole;        ///< which text a text box edits
+extern const FunctionRole kAnswerRole;         ///< which answer a button of a message box gives
+extern const FunctionRole kAnswerCaptionRole;  ///< what such a button says
+extern const FunctionRole kMessageRole;        ///< how a message box shows its message
 
 using SkinField = std::variant<int SkinElement::*, std::string SkinElement::*>;
 
@@ -168,10 +172,14 @@ std::span<const SkinKind* const> SkinKinds();
 // The kinds that others ask for by name.
 extern const SkinKind kButtonKind, kSliderKind, kListKind, kLabelKind, kTextboxKind, kChartKind;
 
+/// Where the value of a section's key goes; nowhere when a lower room reads the key for itself.
+using SectionField = std::variant<std::monostate, int SkinElement::*, std::string SkinElement::*>;
+
 /// A key that belongs to no element. "#" in its name stands for a number from 0 to Last.
 struct SectionKey {
     const char* Name;
     Read How;
+    SectionField Field;
     const char* Sample;
     const char* Meaning;
     int Last = 0;
@@ -182,7 +190,10 @@ std::span<const SectionKey> GeneralKeys();  ///< of the section General
 std::span<const SectionKey> PageKeys();     ///< of the section of a page or a box
 std::span<const SectionKey> MessageKeys();  ///< of the sections of the message box
 
+constexpr int kLastAnswer = 2;  ///< highest number of a button of the message box
+
 /// The sections of the message box, by its kind: "warning", "info" and "query".
 std::span<const char* const> MessageSections();
+const char* MessageSection(int kind);  ///< one of them
 
 }  // namespace dravik

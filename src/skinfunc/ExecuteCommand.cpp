@@ -5,6 +5,7 @@
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
+#include "platform/At.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
@@ -17,54 +18,49 @@ namespace {
 
 /// One command, taken apart for the procedure that carries it out.
 struct Command {
-    std::string Received;  ///< as given, case kept, for the texts that are shown
+    std::string Shown;     ///< the argument as received, case kept, for the texts that are shown
     std::string Argument;  ///< lower case
 };
 
-/// Everything behind the word and its underscore, as received.
-std::string ShownText(const Command& command, std::size_t firstCharacter) {
-    const std::size_t start = firstCharacter - 1;
-    return start < command.Received.size() ? command.Received.substr(start) : std::string{};
-}
-
 // Charts ------------------------------------------------------------------------------------------
 
-/// The number behind "chart", to the nearest whole number (halves to even).
-int ChartNumber(const std::string& argument) {
-    constexpr std::size_t kNameLength = 5;
-    if (argument.size() <= kNameLength) return 0;
-    const double number = LeadingNumber(std::string_view(argument).substr(kNameLength));
-    return std::abs(number) < kChartLimit ? static_cast<int>(std::nearbyint(number)) : kChartLimit;
+constexpr std::string_view kChartName = "chart";
+
+/// What stands behind "chart", or behind any other word of that length.
+std::string_view BehindChartName(std::string_view argument) {
+    return argument.substr(std::min(kChartName.size(), argument.size()));
 }
 
-bool NamesAllCharts(const std::string& argument) {
-    constexpr std::size_t kNameLength = 5;
-    return argument.size() > kNameLength && argument.substr(kNameLength) == "all";
+/// A chart by its number, to the nearest whole number (halves to even); nothing when there is none.
+std::optional<int> FindChart(std::string_view number) {
+    const double nearest = std::nearbyint(LeadingNumber(number));
+    if (!(nearest >= 0 && nearest < basGlobal.ChartCount)) return std::nullopt;
+    return static_cast<int>(nearest);
 }
 
-bool IsChart(int index) {
-    return index >= 0 && index < basGlobal.ChartCount;
+void ClearAllCharts(const Command&) {
+    for (int i = 0; i < basGlobal.ChartCount; ++i) upCalls.ClearChart(i);
 }
 
-void ClearCharts(const Command& command) {
-    if (!command.Argument.starts_with("chart")) return;
-    if (NamesAllCharts(command.Argument)) {
-        for (int i = 0; i < basGlobal.ChartCount; ++i) upCalls.ClearChart(i);
-    } else if (const int index = ChartNumber(command.Argument); IsChart(index)) {
-        upCalls.ClearChart(index);
-    }
+void ClearOneChart(const Command& command) {
+    if (!command.Argument.starts_with(kChartName)) return;
+    if (const auto index = FindChart(BehindChartName(command.Argument))) upCalls.ClearChart(*index);
 }
 
-/// The first five characters of the argument are passed over unchecked.
-void PauseCharts(const Command& command) {
-    const auto begin = basGlobal.Charts.begin();
-    const auto end = begin + basGlobal.ChartCount;
-    if (NamesAllCharts(command.Argument)) {
-        const bool pause =
-            std::any_of(begin, end, [](const ChartRecord& chart) { return !chart.Paused; });
-        std::for_each(begin, end, [pause](ChartRecord& chart) { chart.Paused = pause; });
-    } else if (const int index = ChartNumber(command.Argument); IsChart(index)) {
-        begin[index].Paused = !begin[index].Paused;
+void PauseAllCharts(const Command&) {
+    const auto charts = ChartsInUse();
+    const bool pause = std::any_of(charts.begin(), charts.end(),
+                                   [](const ChartRecord& chart) { return !chart.Paused; });
+    for (ChartRecord& chart : charts) chart.Paused = pause;
+}
+
+/// The first five characters of the argument are passed over unchecked, in front of "all", too.
+void PauseOneChart(const Command& command) {
+    const std::string_view number = BehindChartName(command.Argument);
+    if (number == "all") return PauseAllCharts(command);
+    if (const auto index = FindChart(number)) {
+        bool& paused = At(basGlobal.Charts, *index).Paused;
+        paused = !paused;
     }
 }
 
@@ -76,14 +72,24 @@ std::optional<std::string> SelectedTag(const std::vector<std::string>& tags, std
     return tags[index];
 }
 
-void StepValue(const Command& command) {
-    const std::string& step = command.Argument;
-    if (const auto tag = SelectedTag(basGlobal.SliderTag, basGlobal.FocusedSlider)) {
-        const std::string distance = step == "+" ? "+5" : step == "-" ? "-5" : step;
+/// Steps what the selected slider names; the list, by one entry, while none is selected.
+void StepSelected(const std::string& distance) {
+    if (const auto tag = SelectedTag(basGlobal.SliderTag, basGlobal.FocusedSlider))
         StepList(*tag + "_" + distance);
-    } else {
-        StepList(step.starts_with('+') ? "listview_+" : "listview_-");
-    }
+    else
+        StepList(distance.starts_with('+') ? "listview_+" : "listview_-");
+}
+
+void StepUp(const Command&) {
+    StepSelected("+5");
+}
+
+void StepDown(const Command&) {
+    StepSelected("-5");
+}
+
+void StepBy(const Command& command) {
+    StepSelected(command.Argument);
 }
 
 void SelectObject(const Command&) {
@@ -103,8 +109,9 @@ void PreviousControl(const Command&) {
     upCalls.SendTabKey(true);
 }
 
-void MoveSelection(const Command& command) {
-    upCalls.MoveFocus(command.Argument);
+template <Direction kDirection>
+void MoveSelection(const Command&) {
+    upCalls.MoveFocus(kDirection);
 }
 
 void GoFolder(const Command&) {
@@ -185,40 +192,31 @@ void UseNextSkin(const Command&) {
 
 // Sensors -----------------------------------------------------------------------------------------
 
-SensorRecord& SensorAt(int index) {
-    return basGlobal.Sensors[static_cast<std::size_t>(index)];
+void SwitchSensor(SensorRecord& sensor, bool active) {
+    sensor.Active = active;
+    UpdatePidWanted(sensor);
 }
 
-void SwitchSensor(int index, bool active) {
-    SensorAt(index).Active = active;
-    UpdatePidWanted(SensorAt(index));
+template <bool kActive>
+void SwitchOneSensor(const Command& command) {
+    if (SensorRecord* sensor = FindSensor(command.Argument)) SwitchSensor(*sensor, kActive);
 }
 
-void SwitchSensors(const std::string& name, bool active) {
-    if (name == "all") {
-        for (int i = 0; i < basGlobal.SensorCount; ++i) SwitchSensor(i, active);
-    } else if (const auto index = FindSensor(name)) {
-        SwitchSensor(*index, active);
-    }
+template <bool kActive>
+void SwitchAllSensors(const Command&) {
+    for (SensorRecord& sensor : SensorsInUse()) SwitchSensor(sensor, kActive);
 }
 
-/// All of them: on when at least one is off, otherwise off.
-void ToggleSensors(const Command& command) {
-    if (command.Argument == "all") {
-        bool anyInactive = false;
-        for (int i = 0; i < basGlobal.SensorCount; ++i) anyInactive |= !SensorAt(i).Active;
-        SwitchSensors("all", anyInactive);
-    } else if (const auto index = FindSensor(command.Argument)) {
-        SwitchSensor(*index, !SensorAt(*index).Active);
-    }
+void ToggleOneSensor(const Command& command) {
+    if (SensorRecord* sensor = FindSensor(command.Argument)) SwitchSensor(*sensor, !sensor->Active);
 }
 
-void SensorsOn(const Command& command) {
-    SwitchSensors(command.Argument, true);
-}
-
-void SensorsOff(const Command& command) {
-    SwitchSensors(command.Argument, false);
+/// On when at least one is off, otherwise off.
+void ToggleAllSensors(const Command& command) {
+    const auto sensors = SensorsInUse();
+    const bool allActive = std::all_of(sensors.begin(), sensors.end(),
+                                       [](const SensorRecord& sensor) { return sensor.Active; });
+    (allActive ? SwitchAllSensors<false> : SwitchAllSensors<true>)(command);
 }
 
 void OpenValue(const Command& command) {
@@ -233,25 +231,53 @@ void Choose(const Command& command) {
     PutIntoTile(command.Argument);
 }
 
+// Language ----------------------------------------------------------------------------------------
+
+/// What stands on the page in the language or the units before. Labels find out by themselves.
+void RenewTexts() {
+    for (int i = 0; i < basGlobal.ChartCount; ++i) upCalls.ClearChart(i);
+    if (!CodesListed()) return;
+    ListSlot& codes = *FindList(kCodeListSlot);
+    const int selected = codes.Selected;
+    ShowTroubleCodes();
+    SelectListEntry(codes, selected);
+}
+
+void SetLanguage(const Command& command) {
+    if (ChooseLanguage(command.Argument)) RenewTexts();
+}
+
+void SetUnits(const Command& command) {
+    ChooseUnits(command.Argument);
+    RenewTexts();
+}
+
 // Messages ----------------------------------------------------------------------------------------
 
 void ShowInfo(const Command& command) {
-    upCalls.ShowPopup(ShownText(command, 10), 1);
+    upCalls.ShowPopup(command.Shown, 1);
 }
 
 void ShowWarning(const Command& command) {
-    upCalls.ShowPopup(ShownText(command, 13), 0);
+    upCalls.ShowPopup(command.Shown, 0);
 }
 
 void ShowQuery(const Command& command) {
     constexpr int kQueryStyle = 2;
-    upCalls.ShowMessage(ShownText(command, 11), kQueryStyle, "");
+    upCalls.ShowMessage(command.Shown, kQueryStyle, "");
 }
 
 // The program -------------------------------------------------------------------------------------
 
-void Snapshot(const Command& command) {
-    upCalls.TakeSnapshot(command.Argument);
+void SnapshotAll(const Command&) {
+    std::vector<int> charts;
+    for (int i = 0; i < basGlobal.ChartCount; ++i) charts.push_back(i);
+    upCalls.TakeSnapshot(charts);
+}
+
+/// Without a number, of chart 0.
+void SnapshotOne(const Command& command) {
+    if (const auto index = FindChart(command.Argument)) upCalls.TakeSnapshot({*index});
 }
 
 /// Skins may carry the word for systems that have a keyboard of their own: without a program it is
@@ -286,30 +312,32 @@ using enum Takes;
 
 // The words of the dispatcher, in the order in which they are tested.
 constexpr CommandWord kCommandWords[] = {
-    {{"clr", Fixed, "chartall", "clears every chart"}, ClearCharts},
-    {{"clr", Chart, "chart0", "clears one chart"}, ClearCharts},
+    {{"clr", Fixed, "chartall", "clears every chart"}, ClearAllCharts},
+    {{"clr", Chart, "chart0", "clears one chart"}, ClearOneChart},
     {{"pause", Fixed, "chartall", "pauses every chart; lets all run again when all are paused"},
-     PauseCharts},
-    {{"pause", Chart, "chart0", "pauses one chart, or lets it run again"}, PauseCharts},
+     PauseAllCharts},
+    {{"pause", Chart, "chart0", "pauses one chart, or lets it run again"}, PauseOneChart},
     {{"value", Fixed, "+",
       "one entry up in the list; five down while a slider `listview` is selected"},
-     StepValue},
+     StepUp},
     {{"value", Fixed, "-",
       "one entry down in the list; five up while a slider `listview` is selected"},
-     StepValue},
+     StepDown},
     {{"value", Step, "pagedown",
       "steps the list while a slider `listview` is selected; else one entry down"},
-     StepValue},
-    {{"value", Nothing, "", "one entry down in the list while no slider is selected"}, StepValue},
+     StepBy},
+    {{"value", Nothing, "", "one entry down in the list while no slider is selected"}, StepBy},
     {{"object", Fixed, "+", "selects the next control, by `Tabindex`"}, NextControl},
     {{"object", Fixed, "-", "selects the control before"}, PreviousControl},
     {{"object", Fixed, "select",
       "runs the command of the selected button; opens the selected entry of a selected list"},
      SelectObject},
-    {{"object", Fixed, "left", "selects the neighbour on the left"}, MoveSelection},
-    {{"object", Fixed, "right", "selects the neighbour on the right"}, MoveSelection},
-    {{"object", Fixed, "up", "selects the neighbour above"}, MoveSelection},
-    {{"object", Fixed, "down", "selects the neighbour below"}, MoveSelection},
+    {{"object", Fixed, "left", "selects the neighbour on the left"},
+     MoveSelection<Direction::Left>},
+    {{"object", Fixed, "right", "selects the neighbour on the right"},
+     MoveSelection<Direction::Right>},
+    {{"object", Fixed, "up", "selects the neighbour above"}, MoveSelection<Direction::Up>},
+    {{"object", Fixed, "down", "selects the neighbour below"}, MoveSelection<Direction::Down>},
     {{"gofolder", Fixed, "parent", "goes one folder up in a media list"}, GoFolder},
     {{"openmenu", Fixed, "previous", "opens the page that was shown before this one"},
      OpenLastMenu},
@@ -335,9 +363,9 @@ constexpr CommandWord kCommandWords[] = {
     {{"obd", Fixed, "gettroublecodes", "reads the trouble codes, while connected"}, ReadCodes},
     {{"obd", Fixed, "cleartroublecodes", "asks, then clears the trouble codes, while connected"},
      AskToClearCodes},
-    {{"snapshot", Fixed, "all", "saves a picture of every chart"}, Snapshot},
-    {{"snapshot", Number, "0", "saves a picture of one chart"}, Snapshot},
-    {{"snapshot", Nothing, "", "saves a picture of chart 0"}, Snapshot},
+    {{"snapshot", Fixed, "all", "saves a picture of every chart"}, SnapshotAll},
+    {{"snapshot", Number, "0", "saves a picture of one chart"}, SnapshotOne},
+    {{"snapshot", Nothing, "", "saves a picture of chart 0"}, SnapshotOne},
     {{"osk", Nothing, "",
       "starts the on-screen keyboard that the settings name; nothing while there is none"},
      StartSetKeyboard},
@@ -345,12 +373,12 @@ constexpr CommandWord kCommandWords[] = {
       "the same as `osk`, but says so when none is set or its file is missing"},
      ShowKeyboard},
     {{"sensortoggle", Fixed, "all", "switches every sensor on; off when all are on"},
-     ToggleSensors},
-    {{"sensortoggle", Sensor, "rpm.engine", "switches a sensor on or off"}, ToggleSensors},
-    {{"sensoron", Fixed, "all", "switches every sensor on"}, SensorsOn},
-    {{"sensoron", Sensor, "rpm.engine", "switches a sensor on"}, SensorsOn},
-    {{"sensoroff", Fixed, "all", "switches every sensor off"}, SensorsOff},
-    {{"sensoroff", Sensor, "rpm.engine", "switches a sensor off"}, SensorsOff},
+     ToggleAllSensors},
+    {{"sensortoggle", Sensor, "rpm.engine", "switches a sensor on or off"}, ToggleOneSensor},
+    {{"sensoron", Fixed, "all", "switches every sensor on"}, SwitchAllSensors<true>},
+    {{"sensoron", Sensor, "rpm.engine", "switches a sensor on"}, SwitchOneSensor<true>},
+    {{"sensoroff", Fixed, "all", "switches every sensor off"}, SwitchAllSensors<false>},
+    {{"sensoroff", Sensor, "rpm.engine", "switches a sensor off"}, SwitchOneSensor<false>},
     {{"skin", Fixed, "next", "shows the next skin, on the same page, and keeps it in the settings"},
      UseNextSkin},
     {{"skin", Skin, "night", "shows another skin, on the same page, and keeps it in the settings"},
@@ -366,6 +394,11 @@ constexpr CommandWord kCommandWords[] = {
     {{"choose", Sensor, "rpm.engine",
       "puts a sensor into that tile, keeps it in the settings and opens the page `panel`"},
      Choose},
+    {{"language", Language, "German", "shows that language at once and keeps it in the settings"},
+     SetLanguage},
+    {{"units", Fixed, kMetric, "shows metric units, whatever the language; kept in the settings"},
+     SetUnits},
+    {{"units", Fixed, kImperial, "shows imperial units"}, SetUnits},
     {{"showinfo", Message, "Engine warm", "shows a text in the message box `info`"}, ShowInfo},
     {{"showwarning", Message, "Oil low", "shows a text in the message box `warning`"}, ShowWarning},
     {{"showquery", Question, "End the program?:quit",
@@ -411,7 +444,8 @@ void ExecuteCommand(const std::string& command) {
     const Round round;
     const std::string lowered = LowerCased(command);
     // A copy, since the caller's text may belong to an element that goes.
-    const Command received{command, std::string(SplitAtLast(lowered).Argument)};
+    const Command received{std::string(SplitAtLast(command).Argument),
+                           std::string(SplitAtLast(lowered).Argument)};
     basGlobal.LastCommand = lowered;
     if (const CommandWord* row = FindCommand(lowered)) row->Run(received);
 }
@@ -427,9 +461,8 @@ void ShowInNewSkin() {
 
 bool LeavesBox(const std::string& command) {
     constexpr decltype(CommandWord::Run) kWaysOut[] = {
-        OpenLastMenu, OpenNextMenu, OpenMenuBefore, OpenMenu,   OpenBox,
-        CloseOpenBox, LeavePage,    OpenValue,      OpenChoice, Choose,
-        UseSkin,      UseNextSkin};
+        OpenLastMenu, OpenNextMenu, OpenMenuBefore, OpenMenu, OpenBox, CloseOpenBox,
+        LeavePage,    OpenValue,    OpenChoice,     Choose,   UseSkin, UseNextSkin};
     const CommandWord* row = FindCommand(LowerCased(command));
     if (row == nullptr) return false;
     if (row->Run == ShowQuery) {
@@ -444,8 +477,7 @@ void UpdatePidWanted(const SensorRecord& sensor) {
     if (!sensor.Source.starts_with("obd")) return;
     const std::size_t start = sensor.Source.size() - kPidDigits;
     const std::optional<std::int32_t> pid = HexNumber(sensor.Source.substr(start));
-    if (pid && *pid < kPidCount)
-        basGlobal.PidWanted[static_cast<std::size_t>(*pid)] = sensor.Active;
+    if (pid && *pid < kPidCount) At(basGlobal.PidWanted, *pid) = sensor.Active;
 }
 
 std::vector<FunctionWord> CommandRows() {

@@ -24,6 +24,8 @@ enum class Takes {
     Pid,       ///< the number of a PID, in hex
     Source,    ///< the rest of a source that the sensor file names
     Message,   ///< a text to show
+    Language,  ///< the name of a language
+    WordName,  ///< a name among the words of the language, or a text function
     Question,  ///< a text to show; may end in ":" and the command to run on yes
 };
 

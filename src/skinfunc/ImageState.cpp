@@ -1,6 +1,7 @@
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
+#include "settings/basSettings.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {
@@ -54,9 +55,8 @@ bool Malfunction(std::string_view) {
 }
 
 std::optional<bool> SensorActive(std::string_view name) {
-    const std::optional<int> index = FindSensor(name);
-    if (!index) return std::nullopt;
-    return basGlobal.Sensors[static_cast<std::size_t>(*index)].Active;
+    const SensorRecord* sensor = FindSensor(name);
+    return sensor == nullptr ? std::nullopt : std::optional(sensor->Active);
 }
 
 bool SensorOn(std::string_view name) {
@@ -68,8 +68,16 @@ bool SensorOff(std::string_view name) {
 }
 
 bool Known(std::string_view name) {
-    const std::optional<int> index = FindSensor(name);
-    return index && SensorKnown(*index);
+    const SensorRecord* sensor = FindSensor(name);
+    return sensor != nullptr && SensorKnown(*sensor);
+}
+
+bool LanguageChosen(std::string_view name) {
+    return LowerCased(CurrentLanguage()) == name;
+}
+
+bool UnitsChosen(std::string_view units) {
+    return CurrentUnits() == units;
 }
 
 /// Dark on purpose, so that the pause lamp of a skin never lights.
@@ -117,6 +125,9 @@ constexpr ImageWord kImageWords[] = {
     {{"known", Sensor, "rpm.engine",
       "the value of the sensor came from the vehicle within the last seconds"},
      Known},
+    {{"language", Language, "German", "the language is that one"}, LanguageChosen},
+    {{"units", Fixed, kMetric, "the units are metric"}, UnitsChosen},
+    {{"units", Fixed, kImperial, "the units are imperial"}, UnitsChosen},
     {{"pause", Nothing, "", "never"}, Pause},
     {{"startup", Nothing, "", "the first second after the start"}, Startup},
     {{"resume", Nothing, "", "never"}, Resume},

@@ -37,19 +37,19 @@ float ListPosition(std::string_view) {
 }
 
 float SensorNumber(std::string_view name) {
-    const std::optional<int> index = FindSensor(name);
-    return index ? SensorValue(*index) : kNoNumber;
+    const SensorRecord* sensor = FindSensor(name);
+    return sensor == nullptr ? kNoNumber : SensorValue(*sensor);
 }
 
 float LiveNumber(std::string_view name) {
-    const std::optional<int> index = FindSensor(name);
-    return index && SensorKnown(*index) ? SensorValue(*index) : kNoNumber;
+    const SensorRecord* sensor = FindSensor(name);
+    return sensor != nullptr && SensorKnown(*sensor) ? SensorValue(*sensor) : kNoNumber;
 }
 
 template <bool Greatest>
 float ExtremeNumber(std::string_view name) {
-    const std::optional<int> index = FindSensor(name);
-    return index ? SensorExtreme(*index, Greatest).value_or(kNoNumber) : kNoNumber;
+    const SensorRecord* sensor = FindSensor(name);
+    return sensor != nullptr ? SensorExtreme(*sensor, Greatest).value_or(kNoNumber) : kNoNumber;
 }
 
 float CodeCount(std::string_view) {

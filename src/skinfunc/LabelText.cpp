@@ -4,8 +4,11 @@
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
+#include "platform/At.h"
 #include "platform/Clock.h"
 #include "platform/Text.h"
+#include "settings/Words.h"
+#include "settings/basSettings.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {
@@ -24,7 +27,7 @@ Text ListEntryText(std::string_view argument) {
     if (list == nullptr || list->Entries.empty()) return "";
     const double entry = list->Selected + LeadingNumber(argument);
     if (!(entry >= 1 && entry <= EntryCount(*list))) return "";
-    return list->Entries[static_cast<std::size_t>(entry) - 1].Text;
+    return At(list->Entries, static_cast<int>(entry) - 1).Text;
 }
 
 /// Day and month change places, whatever the system's date looks like.
@@ -89,9 +92,8 @@ Text ProtocolName(std::string_view) {
 }
 
 Text SensorText(std::string_view name, std::string SensorRecord::*field) {
-    const std::optional<int> index = FindSensor(name);
-    if (!index) return std::nullopt;
-    return basGlobal.Sensors[static_cast<std::size_t>(*index)].*field;
+    const SensorRecord* sensor = FindSensor(name);
+    return sensor == nullptr ? std::nullopt : Text(sensor->*field);
 }
 
 Text SensorCaption(std::string_view name) {
@@ -106,17 +108,17 @@ constexpr const char* kUnknown = "\u2013";
 
 /// Only a value that was received is a number.
 Text LiveText(std::string_view name) {
-    const std::optional<int> index = FindSensor(name);
-    if (!index) return std::nullopt;
-    if (!SensorShows(*index)) return "Off";
-    if (!SensorKnown(*index)) return kUnknown;
+    const SensorRecord* sensor = FindSensor(name);
+    if (sensor == nullptr) return std::nullopt;
+    if (!SensorShows(*sensor)) return "Off";
+    if (!SensorKnown(*sensor)) return kUnknown;
     return std::nullopt;
 }
 
 template <bool Greatest>
 Text ExtremeText(std::string_view name) {
-    const std::optional<int> index = FindSensor(name);
-    if (index && !SensorExtreme(*index, Greatest)) return kUnknown;
+    const SensorRecord* sensor = FindSensor(name);
+    if (sensor != nullptr && !SensorExtreme(*sensor, Greatest)) return kUnknown;
     return std::nullopt;
 }
 
@@ -124,6 +126,16 @@ Text ExtremeText(std::string_view name) {
 Text LastCommandOnce(std::string_view) {
     return std::exchange(basGlobal.LastCommand, {});
 }
+
+Text LanguageName(std::string_view) {
+    return CurrentLanguage();
+}
+
+Text UnitsName(std::string_view) {
+    return CurrentUnits();
+}
+
+Text WordText(std::string_view name);
 
 struct TextWord {
     FunctionWord Name;
@@ -162,27 +174,77 @@ constexpr TextWord kTextWords[] = {
       "the least value of a sensor since the connect; a dash while there is none"},
      ExtremeText<false>},
     {{"highest", Sensor, "rpm.engine", "its greatest value since the connect"}, ExtremeText<true>},
+    {{"setting", Fixed, "language", "name of the language"}, LanguageName},
+    {{"setting", Fixed, "units", "the units: `metric` or `imperial`"}, UnitsName},
+    {{"word", WordName, "Trouble codes",
+      "a text in the user's language, by its English wording; with a label function behind it, "
+      "what "
+      "that one shows: `word_obd_status`"},
+     WordText},
     {{"function", Nothing, "", "the command that ran last, shown once"}, LastCommandOnce},
 };
 
+/// The text of the row that answers.
+template <typename Condition>
+Text Evaluate(const FunctionText& text, Condition allowed) {
+    for (const TextWord& row : kTextWords) {
+        if (allowed(row.Name) && Names(row.Name, text)) return row.Evaluate(text.Argument);
+    }
+    return std::nullopt;
+}
+
+std::string ShownNumber(float number, std::optional<int> decimals) {
+    return ReplaceAll(decimals ? FixedNumber(number, *decimals) : GeneralNumber(number), ".",
+                      basGlobal.DecimalSign);
+}
+
+/// What a function behind "word_" shows. Only one with an argument is taken for a function:
+/// "word_Time" is a word, not the clock.
+Text BehindWord(std::string_view name, std::optional<int> decimals) {
+    if (name.find('_') == std::string_view::npos) return std::nullopt;
+    std::string function = EvaluatedForm(std::string(name));
+    const Text text = Evaluate(SplitAtFirst(function),
+                               [](const FunctionWord& row) { return row.Argument != Nothing; });
+    if (text) return text;
+    const float number = LabelNumber(function);
+    return number != kNoNumber ? Text(ShownNumber(number, decimals)) : std::nullopt;
+}
+
+std::string Translated(std::string_view name, std::optional<int> decimals) {
+    const Text shown = BehindWord(name, decimals);
+    return Word(shown ? *shown : name);
+}
+
+Text WordText(std::string_view name) {
+    return Translated(name, std::nullopt);
+}
+
+constexpr std::string_view kWordPrefix = "word_";
+
 }  // namespace
 
+std::string EvaluatedForm(std::string function) {
+    const std::size_t length = kWordPrefix.size();
+    if (EqualsNoCase(std::string_view(function).substr(0, length), kWordPrefix))
+        function.replace(0, length, kWordPrefix);
+    else
+        LowerCase(function);
+    return function;
+}
+
 std::string LabelTextFunction(std::string& function) {
-    LowerCase(function);
-    const FunctionText text = SplitAtFirst(function);
-    for (const TextWord& row : kTextWords) {
-        if (Names(row.Name, text)) return row.Evaluate(text.Argument).value_or(kNoText);
-    }
-    return kNoText;
+    function = EvaluatedForm(std::move(function));
+    return Evaluate(SplitAtFirst(function), [](const FunctionWord&) { return true; })
+        .value_or(kNoText);
 }
 
 std::string LabelText(std::string& function, std::optional<int> decimals) {
     std::string text = LabelTextFunction(function);
+    if (decimals && function.starts_with(kWordPrefix))
+        return Translated(std::string_view(function).substr(kWordPrefix.size()), decimals);
     if (text != kNoText) return text;
     const float number = LabelNumber(function);
-    if (number != kNoNumber)
-        return ReplaceAll(decimals ? FixedNumber(number, *decimals) : GeneralNumber(number), ".",
-                          basGlobal.DecimalSign);
+    if (number != kNoNumber) return ShownNumber(number, decimals);
     return ImageState(function) ? "On" : "Off";
 }
 

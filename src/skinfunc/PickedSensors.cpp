@@ -21,8 +21,8 @@ constexpr std::array<std::string_view, kPanelTiles> kTiles = {"panel1", "panel2"
 
 /// The sensor's own name, where the text stands for one.
 std::string OwnName(const std::string& name) {
-    const std::optional<int> index = FindSensor(name);
-    return index ? basGlobal.Sensors[static_cast<std::size_t>(*index)].Function : std::string{};
+    const SensorRecord* sensor = FindSensor(name);
+    return sensor != nullptr ? sensor->Function : std::string{};
 }
 
 }  // namespace

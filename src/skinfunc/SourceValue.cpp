@@ -2,6 +2,7 @@
 
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
+#include "platform/At.h"
 #include "platform/Text.h"
 #include "skinfunc/basValueProc.h"
 
@@ -10,10 +11,10 @@ namespace dravik {
 namespace {
 
 /// Any text that is no number is PID 0; a number outside the shown PIDs is none.
-std::optional<std::size_t> ReadPid(std::string_view argument) {
+std::optional<int> ReadPid(std::string_view argument) {
     const std::int32_t number = HexNumber(argument).value_or(0);
     if (number < 0 || number >= kShownPids) return std::nullopt;
-    return static_cast<std::size_t>(number);
+    return number;
 }
 
 std::int32_t LinkValue(std::string_view source) {
@@ -25,8 +26,8 @@ std::int32_t LinkValue(std::string_view source) {
 }
 
 std::int32_t SecondPortValue(std::string_view source) {
-    for (std::size_t i = 0; i < static_cast<std::size_t>(basGlobal.SensorCount); ++i) {
-        if (basGlobal.Sensors[i].Source == source) return basGlobal.Sensors[i].Raw;
+    for (const SensorRecord& sensor : SensorsInUse()) {
+        if (sensor.Source == source) return sensor.Raw;
     }
     return 0;
 }
@@ -70,31 +71,28 @@ std::optional<int> SourcePid(std::string_view source) {
     return pid ? std::optional(static_cast<int>(*pid)) : std::nullopt;
 }
 
-bool SensorShows(int index) {
-    return basGlobal.Sensors.at(static_cast<std::size_t>(index)).Active || FreezePage();
+bool SensorShows(const SensorRecord& sensor) {
+    return sensor.Active || FreezePage();
 }
 
-bool SensorKnown(int index) {
-    if (!SensorShows(index)) return false;
-    SensorValue(index);  // what is asked for is polled
-    const std::optional<int> pid =
-        SourcePid(basGlobal.Sensors[static_cast<std::size_t>(index)].Source);
+bool SensorKnown(const SensorRecord& sensor) {
+    if (!SensorShows(sensor)) return false;
+    SensorValue(sensor);  // what is asked for is polled
+    const std::optional<int> pid = SourcePid(sensor.Source);
     return pid && PidKnown(*pid);
 }
 
-float SensorValue(int index) {
-    const SensorRecord& sensor = basGlobal.Sensors.at(static_cast<std::size_t>(index));
-    if (!SensorShows(index)) return sensor.Offset;
+float SensorValue(const SensorRecord& sensor) {
+    if (!SensorShows(sensor)) return sensor.Offset;
     const double raw = SourceValue(sensor.Source);
     return static_cast<float>(static_cast<double>(sensor.Factor) * raw +
                               static_cast<double>(sensor.Offset));
 }
 
-std::optional<float> SensorExtreme(int index, bool greatest) {
-    const SensorRecord& sensor = basGlobal.Sensors.at(static_cast<std::size_t>(index));
-    SensorValue(index);  // what is asked for is polled
+std::optional<float> SensorExtreme(const SensorRecord& sensor, bool greatest) {
+    SensorValue(sensor);  // what is asked for is polled
     const std::optional<int> pid = SourcePid(sensor.Source);
-    if (!pid || basGlobal.LiveAt[static_cast<std::size_t>(*pid)] == 0) return std::nullopt;
+    if (!pid || At(basGlobal.LiveAt, *pid) == 0) return std::nullopt;
     const bool ofRaw = sensor.Factor < 0 ? !greatest : greatest;
     const double raw =
         (ofRaw ? basGlobal.LiveGreatest : basGlobal.LiveLeast)[static_cast<std::size_t>(*pid)];
@@ -115,8 +113,8 @@ bool ElementKnown(const std::string& function) {
     const std::string lowered = LowerCased(function);
     const FunctionText text = SplitAtLast(lowered);
     if (text.Word == kSensorWord || text.Word == kLiveWord) {
-        const std::optional<int> sensor = FindSensor(text.Argument);
-        return sensor && SensorKnown(*sensor);
+        const SensorRecord* sensor = FindSensor(text.Argument);
+        return sensor != nullptr && SensorKnown(*sensor);
     }
     const SourceWord* row = FindSource(function);
     if (row == nullptr) return true;

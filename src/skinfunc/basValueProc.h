@@ -33,28 +33,30 @@ std::int32_t SourceValue(std::string_view source);
 
 /// The scaled value of a sensor: Factor * raw + Offset. An inactive sensor reads as its offset
 /// without being polled, except on freeze-frame pages.
-/// @param index  0 to 90
-float SensorValue(int index);
+float SensorValue(const SensorRecord& sensor);
 
 /// The PID that a source names, if it names one.
 std::optional<int> SourcePid(std::string_view source);
 
 /// True while a sensor shows more than its offset: it is active, or the page shows freeze-frame
 /// data.
-/// @param index  0 to 90
-bool SensorShows(int index);
+bool SensorShows(const SensorRecord& sensor);
 
 /// True while the sensor shows a value that was really received, see PidKnown. Asks for it as
 /// SensorValue does.
-/// @param index  0 to 90
-bool SensorKnown(int index);
+bool SensorKnown(const SensorRecord& sensor);
+
+/// A function text as the evaluators take it: in lower case, but for the name behind "word_", which
+/// is shown as it stands where the language has no such word.
+std::string EvaluatedForm(std::string function);
 
 /// The text of a label function. Tried in turn: text function, number function, image function
-/// ("On" or "Off"). The text is replaced by its lower-cased form.
+/// ("On" or "Off"). The text is replaced by its evaluated form.
 /// @param decimals  how many a number is rounded to; nothing: the general number format
 std::string LabelText(std::string& function, std::optional<int> decimals = std::nullopt);
 
-/// The text of a text function; "error" when it is none. The text is lower-cased in place.
+/// The text of a text function; "error" when it is none. The text is replaced by its evaluated
+/// form.
 std::string LabelTextFunction(std::string& function);
 
 /// The number of a number function; 65535 when it is none, or when its value is not finite. The
@@ -66,16 +68,15 @@ float LabelNumber(std::string& function);
 std::optional<float> ElementValue(const std::string& function);
 
 /// The least or the greatest value of a sensor since the connect; nothing while none came.
-/// @param index  0 to 90
-std::optional<float> SensorExtreme(int index, bool greatest);
+std::optional<float> SensorExtreme(const SensorRecord& sensor, bool greatest);
 
 /// False while the value that ElementValue gives was not received. What does not come from the
 /// vehicle is always known.
 bool ElementKnown(const std::string& function);
 
 /// Index of the first sensor in use whose name is the text `name`, whatever its encoding, or that
-/// this name stands for.
-std::optional<int> FindSensor(std::string_view name);
+/// this name stands for; null for none.
+SensorRecord* FindSensor(std::string_view name);
 
 // Sensors that the user picks ---------------------------------------------------------------------
 

@@ -64,6 +64,10 @@ std::string Placeholder(const FunctionWord& row) {
             return "SOURCE";
         case Takes::Message:
             return "TEXT";
+        case Takes::Language:
+            return "LANGUAGE";
+        case Takes::WordName:
+            return "TEXT";
         case Takes::Question:
             return "TEXT:COMMAND";
     }

@@ -1,11 +1,11 @@
 // The virtual vehicle as a program of its own: see docs/vehicle.md.
 
-#include <charconv>
 #include <cstdio>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "platform/Number.h"
 #include "tools/EndOfProgram.h"
 #include "vehicle/VehicleServer.h"
 
@@ -44,12 +44,9 @@ std::string ReadArguments(int count, char** arguments, Options& options) {
         if (option == "--link") options.Link = value;
         if (option == "--scenario") options.Scenario = value;
         if (option == "--tcp") {
-            int port = 0;
-            const char* end = value.data() + value.size();
-            const auto [stopped, error] = std::from_chars(value.data(), end, port);
-            if (error != std::errc() || stopped != end || port < 0 || port > 65535)
+            options.Port = dravik::WholeNumber(value);
+            if (!options.Port || *options.Port < 0 || *options.Port > 65535)
                 return "\"" + std::string(value) + "\" is no port number from 0 to 65535";
-            options.Port = port;
         }
     }
     if (options.Port && !options.Link.empty()) return "--link and --tcp exclude each other";

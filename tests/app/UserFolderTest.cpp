@@ -48,7 +48,7 @@ class UserFolder : public ::testing::Test {
 
     ~UserFolder() override { EXPECT_EQ(ContentOf(installed_), atFirst_) << "it is not ours"; }
 
-    std::unique_ptr<ConsoleProgram> Start(std::vector<std::string> arguments = {}) {
+    std::unique_ptr<ConsoleProgram> Start(const std::vector<std::string>& arguments = {}) {
         environment_["XDG_CONFIG_HOME"] = machine_ / "config";
         const ConsoleProgram::Variables variables(environment_.begin(), environment_.end());
         return std::make_unique<ConsoleProgram>(arguments, machine_ / "bin/dravik", variables);

@@ -217,12 +217,6 @@ TEST_F(ButtonExTest, RepaintsOnlyWhatChanged) {
 
 TEST(SkinTextTest, ColoursAreReadFromTheLowByteUp) {
     EXPECT_EQ(SkinColor(0x030201), QColor(1, 2, 3));
-    const std::pair<const char*, std::int32_t> rows[] = {
-        {"255", 255},  {" 65280 ", 65280}, {"&HFF00FF", 0xFF00FF},
-        {"&hff", 255}, {"12 apples", 12},  {"", 0},
-        {"red", 0},    {"1e30", 0},
-    };
-    for (const auto& [text, value] : rows) EXPECT_EQ(ColorValue(text), value) << text;
 }
 
 TEST(SkinTextTest, FontsAreSizedAt96DotsPerInchTimesTheScale) {

@@ -1,11 +1,13 @@
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QGroupBox>
 #include <QLabel>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QTableView>
 #include <filesystem>
 #include <set>
 #include <sstream>
@@ -13,6 +15,8 @@
 #include "console/ConsoleRequests.h"
 #include "dialog/DialogFixture.h"
 #include "dialog/StepField.h"
+#include "platform/Profile.h"
+#include "settings/Words.h"
 #include "skin/message/ShowMessage.h"
 #include "skin/message/frWarning.h"
 
@@ -152,6 +156,118 @@ TEST_F(SettingsDialog, EveryControlFitsAFingerOnScreensOfEveryShape) {
         }
         dialog.close();
     }
+}
+
+/// What a widget says, where it has a caption of its own.
+QString CaptionOf(const QWidget* widget) {
+    if (const auto* label = qobject_cast<const QLabel*>(widget)) return label->text();
+    if (const auto* group = qobject_cast<const QGroupBox*>(widget)) return group->title();
+    if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) return button->text();
+    if (const auto* table = qobject_cast<const QTableView*>(widget)) {
+        QString headers;
+        for (int i = 0; i < table->model()->columnCount(); ++i)
+            headers += table->model()->headerData(i, Qt::Horizontal).toString();
+        return headers;
+    }
+    return {};
+}
+
+// A language that puts a mark in front of every word shows which captions are none of them.
+TEST_F(SettingsDialog, EveryCaptionIsAWordOfTheLanguage) {
+    const std::string english = DRAVIK_LANGUAGES "English.ini";
+    std::string marked = "[Sensors]\nFilename=english.sensors\n[Words]\n";
+    for (const std::string& name : ProfileKeys(english, "Words"))
+        marked += name + "=§" + name + "\n";
+    folder_.Write("languages/marked.ini", marked);
+    ASSERT_TRUE(ChooseLanguage("marked"));
+    const std::set<std::string> everywhere = {"",
+                                              "s",
+                                              "ms",
+                                              "km/h",
+                                              "aux",
+                                              "−",
+                                              "+",
+                                              "COM3",
+                                              "/dev/ttyUSB2",
+                                              "PID 00",
+                                              "PID§Source§Function"};
+    const frSettings& dialog = Open();
+    EXPECT_EQ(dialog.windowTitle().toStdString(), "§Dravik Settings");
+    auto* tabs = dialog.findChild<QTabWidget*>();
+    for (int tab = 0; tab < tabs->count(); ++tab) {
+        EXPECT_TRUE(tabs->tabText(tab).startsWith(QStringLiteral("§")));
+        for (const QWidget* widget : dialog.findChildren<QWidget*>()) {
+            const std::string caption = CaptionOf(widget).toStdString();
+            if (widget->isVisible() && !everywhere.contains(caption) &&
+                !widget->objectName().startsWith(QStringLiteral("lbl")) &&
+                widget->objectName() != QStringLiteral("lTitle")) {
+                EXPECT_TRUE(caption.starts_with("§")) << caption;
+            }
+        }
+        ShowTab(1);
+    }
+}
+
+TEST_F(SettingsDialog, NothingIsClippedInAnyLanguage) {
+    basGlobal.LanguagePath = DRAVIK_LANGUAGES;
+    ASSERT_GE(LanguageNames().size(), 6U);
+    for (const std::string& language : LanguageNames()) {
+        basGlobal.Launch.Language = language;
+        LoadSettings();
+        for (const QSize size : {QSize(800, 480), QSize(480, 800)}) {
+            SCOPED_TRACE(language + " " + std::to_string(size.width()));
+            window_->resize(size);
+            frSettings& dialog = Open();
+            auto* tabs = dialog.findChild<QTabWidget*>();
+            for (int tab = 0; tab < tabs->count(); ++tab) {
+                const QTabBar* bar = tabs->tabBar();
+                EXPECT_LE(bar->fontMetrics().horizontalAdvance(bar->tabText(tab)),
+                          bar->tabRect(tab).width())
+                    << bar->tabText(tab).toStdString();
+                for (const QWidget* widget : dialog.findChildren<QWidget*>()) {
+                    const bool button = qobject_cast<const QAbstractButton*>(widget) != nullptr;
+                    const auto* group = qobject_cast<const QGroupBox*>(widget);
+                    if (!widget->isVisible()) continue;
+                    if ((button && !widget->objectName().isEmpty()) ||
+                        qobject_cast<const QLabel*>(widget) != nullptr)
+                        ExpectWhole(widget, dialog);
+                    if (const auto* field = qobject_cast<const QLineEdit*>(widget)) {
+                        const QString note = field->placeholderText();
+                        EXPECT_LE(field->fontMetrics().horizontalAdvance(note), field->width())
+                            << note.toStdString();
+                    }
+                    if (group != nullptr) {
+                        EXPECT_LT(group->fontMetrics().horizontalAdvance(group->title()),
+                                  group->width())
+                            << group->title().toStdString();
+                    }
+                }
+                ShowTab(1);
+            }
+            dialog.close();
+        }
+    }
+}
+
+// Units are chosen by their name in the language and kept by a word that no language changes.
+TEST_F(SettingsDialog, UnitsAreChosenApartFromTheLanguage) {
+    folder_.Write("languages/Deutsch.ini",
+                  "[Sensors]\nFilename=english.sensors\n[Words]\nImperial=Imperiale\n");
+    ASSERT_TRUE(ChooseLanguage("Deutsch"));
+    const std::string before = folder_.Read("Dravik.ini");
+    Open();
+    EXPECT_EQ(TextOf("coUnits"), "");
+    auto* units = Find<QComboBox>("coUnits");
+    ASSERT_EQ(units->count(), 2);
+    units->setCurrentText(units->itemText(1));
+    EXPECT_EQ(TextOf("coUnits"), "Imperiale");
+    Click("bSave");
+    EXPECT_EQ(ReadIniString(basGlobal.IniFile, "Options", "Units"), "imperial");
+    Open();
+    EXPECT_EQ(TextOf("coUnits"), "Imperiale");
+    Type("coUnits", QString());
+    Click("bSave");
+    EXPECT_EQ(folder_.Read("Dravik.ini"), before);
 }
 
 /// The ways a finger reaches the program: as a mouse, and as itself.
@@ -336,7 +452,7 @@ TEST_F(SettingsDialog, AConsoleUsesItByWhatItLists) {
     EXPECT_EQ(field[8], "100");
     EXPECT_EQ(ElementLine("coBaudrate")[6], "0");  // further down
     AnswerRequest("move 400 300");
-    AnswerRequest("wheel -8");
+    AnswerRequest("wheel -11");
     const auto speed = ElementLine("coBaudrate");
     EXPECT_EQ(speed[0], "Combo");
     EXPECT_EQ(speed[6], "1");

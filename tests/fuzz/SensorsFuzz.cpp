@@ -19,17 +19,19 @@ void Run(std::string_view input) {
             "the table holds the sensors");
     for (const std::int32_t raw : {0, 1, 0xFFFF, 0x7FFFFFFF, -0x7FFFFFFF - 1}) {
         basGlobal.LiveRaw.fill(raw);
-        for (int i = 0; i < basGlobal.SensorCount; ++i) {
-            SensorRecord& sensor = basGlobal.Sensors[static_cast<std::size_t>(i)];
+        int i = 0;
+        for (SensorRecord& sensor : SensorsInUse()) {
             sensor.Active = !sensor.Active;
             UpdatePidWanted(sensor);
-            SensorValue(i);
-            Require(FindSensor(sensor.Function).value_or(kSensorLimit) <= i,
-                    "a sensor is found by its name", sensor.Function);
+            SensorValue(sensor);
+            const SensorRecord* found = FindSensor(sensor.Function);
+            Require(found != nullptr && found <= &sensor, "a sensor is found by its name",
+                    sensor.Function);
             for (const char* word : {"sensor_", "sensorunit_", "sensorcaption_", "sensoron_"}) {
                 std::string function = word + sensor.Function;
                 LabelText(function, i % 8);
             }
+            ++i;
         }
     }
     SaveResumeState();

@@ -17,7 +17,7 @@ constexpr const char* kSection = "errorcodes";
 constexpr std::size_t kLongestDescription = 63;  // characters
 
 constexpr const char* kCodeFiles[] = {"english.codes", "german.codes", "french.codes",
-                                      "spanish.codes"};
+                                      "spanish.codes", "italian.codes"};
 
 std::string Description(const std::string& file, const std::string& code) {
     return ReadIniString(kLanguageFolder + file, kSection, code);
@@ -29,23 +29,27 @@ std::string Code(char letter, int number) {
     return text;
 }
 
-TEST(CodeFiles, AreNamedByTheFiveLanguagesOfTheFolderAndNothingElseLiesThere) {
+TEST(CodeFiles, AreNamedByTheLanguagesOfTheFolderAndNothingElseLiesThere) {
     struct Language {
         const char* Name;
         const char* Codes;
         const char* Locales;
     };
-    constexpr Language kExpected[] = {{"English", "english.codes", "en"},
-                                      {"English (miles)", "english.codes", "en_US,en_GB"},
-                                      {"German", "german.codes", "de"},
-                                      {"French", "french.codes", "fr"},
-                                      {"Spanish", "spanish.codes", "es"}};
+    constexpr Language kExpected[] = {
+        {"English", "english.codes", "en"}, {"English (miles)", "english.codes", "en_US,en_GB"},
+        {"German", "german.codes", "de"},   {"French", "french.codes", "fr"},
+        {"Spanish", "spanish.codes", "es"}, {"Italian", "italian.codes", "it"}};
     std::set<std::string> named;
     for (const Language& language : kExpected) {
-        LoadLanguage(language.Name);
+        StartIn(language.Name);
         EXPECT_EQ(basGlobal.DescriptionFile, kLanguageFolder + language.Codes);
         EXPECT_EQ(ReadIniString(basGlobal.LanguageFile, "General", "Locales"), language.Locales);
-        named.insert({basGlobal.LanguageFile, basGlobal.SensorFile, basGlobal.DescriptionFile});
+        named.insert({basGlobal.LanguageFile, basGlobal.DescriptionFile});
+        for (const char* units : {kMetric, kImperial}) {
+            StartIn(language.Name, units);
+            EXPECT_EQ(CurrentUnits(), units) << language.Name;
+            named.insert(basGlobal.SensorFile);
+        }
     }
     std::set<std::string> found;
     for (const auto& entry : std::filesystem::directory_iterator(kLanguageFolder)) {
@@ -113,36 +117,36 @@ TEST(CodeFiles, DescribeEachCodeInTheirOwnLanguageAndBriefly) {
 
 struct Meaning {
     const char* Code;
-    const char* Words[4];  // part of the description in English, German, French, Spanish
+    const char* Words[5];  // part of the description, in the order of kCodeFiles
 };
 
 // Codes at the ends of series and of long runs: one row too many or too few in a table would shift
 // what stands behind them. What they mean is written here anew.
 // clang-format off
 constexpr Meaning kMeanings[] = {
-    {"P0175", {"bank 2 too rich", "Bank 2 zu fett", "banc 2 trop riche", "banco 2 demasiado rica"}},
-    {"P0229", {"pedal sensor C, intermittent", "Pedalgeber C, Signal setzt aus", "pédale C, signal intermittent", "pedal C, señal intermitente"}},
-    {"P02B9", {"Cylinder 8, injector leaking", "Zylinder 8, Einspritzventil undicht", "Cylindre 8, injecteur non étanche", "Cilindro 8, inyector con fuga"}},
-    {"P0362", {"Ignition coil L", "Zündspule L", "Bobine d'allumage L", "Bobina de encendido L"}},
-    {"P0394", {"Camshaft sensor B bank 2, intermittent", "Nockenwellensensor B Bank 2", "cames B banc 2", "levas B banco 2"}},
-    {"P0499", {"vent control, voltage too high", "Belüftung, Spannung zu hoch", "canister, tension trop élevée", "cánister, tensión demasiado alta"}},
-    {"P0665", {"Manifold tuning valve bank 2, voltage too high", "Schaltsaugrohrventil Bank 2", "variable banc 2", "variable banco 2"}},
-    {"P0699", {"Sensor supply C, voltage too high", "Sensorversorgung C, Spannung zu hoch", "capteurs C, tension", "sensores C, tensión"}},
-    {"P0799", {"Pressure control solenoid C, intermittent", "Druckregelventil C, sporadischer", "pression C, défaut intermittent", "presión C, fallo intermitente"}},
-    {"P0879", {"pressure sensor D, intermittent", "drucksensor D, Signal setzt aus", "boîte D, signal intermittent", "cambio D, señal intermitente"}},
-    {"P0999", {"Shift solenoid F, voltage too high", "Schaltventil F, Spannung zu hoch", "passage F, tension trop élevée", "cambio F, tensión demasiado alta"}},
-    {"P2087", {"Exhaust temperature sensor 2 bank 2, intermittent", "Abgastemperatursensor 2 Bank 2", "échappement 2 banc 2", "escape 2 banco 2"}},
-    {"P2239", {"O2 sensor 1 bank 1 pump current, voltage too high", "Pumpstrom Lambdasonde 1 Bank 1", "Courant sonde lambda 1 banc 1", "Corriente sonda lambda 1 banco 1"}},
-    {"P2347", {"Cylinder 12 knocks", "Zylinder 12 klopft", "Cylindre 12, cliquetis", "Cilindro 12, picado"}},
-    {"P2590", {"actuator sensor B, intermittent", "Ladedrucksteller B, Signal setzt aus", "suralimentation B", "sobrealimentación B"}},
-    {"P2763", {"Converter clutch pressure solenoid, voltage too high", "Wandlerkupplung, Spannung zu hoch", "convertisseur, tension trop élevée", "convertidor, tensión demasiado alta"}},
-    {"P2824", {"Pressure control solenoid H, voltage too high", "Druckregelventil H, Spannung zu hoch", "pression H, tension", "presión H, tensión"}},
-    {"P3496", {"Exhaust valve shut-off cylinder 12, voltage too high", "Auslassabschaltung Zylinder 12", "échappement cylindre 12", "escape cilindro 12"}},
-    {"C003A", {"rear right", "hinten rechts", "arrière droite", "trasera derecha"}},
-    {"U0121", {"ABS control unit, no communication", "ABS-Steuergerät, keine Kommunikation", "Calculateur ABS, communication", "ABS, sin comunicación"}},
-    {"U0205", {"Door control unit G", "Türsteuergerät G", "porte G", "puerta G"}},
-    {"U0331", {"Body control unit A, incompatible", "Karosseriesteuergerät A, Software", "carrosserie A, logiciel", "carrocería A, software"}},
-    {"U0431", {"Body control unit A sends invalid", "Karosseriesteuergerät A sendet", "carrosserie A, données", "carrocería A, envía"}},
+    {"P0175", {"bank 2 too rich", "Bank 2 zu fett", "banc 2 trop riche", "banco 2 demasiado rica", "bancata 2 troppo ricca"}},
+    {"P0229", {"pedal sensor C, intermittent", "Pedalgeber C, Signal setzt aus", "pédale C, signal intermittent", "pedal C, señal intermitente", "pedale C, segnale intermittente"}},
+    {"P02B9", {"Cylinder 8, injector leaking", "Zylinder 8, Einspritzventil undicht", "Cylindre 8, injecteur non étanche", "Cilindro 8, inyector con fuga", "Cilindro 8, perdita dell'iniettore"}},
+    {"P0362", {"Ignition coil L", "Zündspule L", "Bobine d'allumage L", "Bobina de encendido L", "Bobina di accensione L"}},
+    {"P0394", {"Camshaft sensor B bank 2, intermittent", "Nockenwellensensor B Bank 2", "cames B banc 2", "levas B banco 2", "camme B bancata 2"}},
+    {"P0499", {"vent control, voltage too high", "Belüftung, Spannung zu hoch", "canister, tension trop élevée", "cánister, tensión demasiado alta", "canister, tensione troppo alta"}},
+    {"P0665", {"Manifold tuning valve bank 2, voltage too high", "Schaltsaugrohrventil Bank 2", "variable banc 2", "variable banco 2", "variabile bancata 2"}},
+    {"P0699", {"Sensor supply C, voltage too high", "Sensorversorgung C, Spannung zu hoch", "capteurs C, tension", "sensores C, tensión", "sensori C, tensione troppo alta"}},
+    {"P0799", {"Pressure control solenoid C, intermittent", "Druckregelventil C, sporadischer", "pression C, défaut intermittent", "presión C, fallo intermitente", "pressione C, guasto intermittente"}},
+    {"P0879", {"pressure sensor D, intermittent", "drucksensor D, Signal setzt aus", "boîte D, signal intermittent", "cambio D, señal intermitente", "cambio D, segnale intermittente"}},
+    {"P0999", {"Shift solenoid F, voltage too high", "Schaltventil F, Spannung zu hoch", "passage F, tension trop élevée", "cambio F, tensión demasiado alta", "cambiata F, tensione troppo alta"}},
+    {"P2087", {"Exhaust temperature sensor 2 bank 2, intermittent", "Abgastemperatursensor 2 Bank 2", "échappement 2 banc 2", "escape 2 banco 2", "scarico 2 bancata 2"}},
+    {"P2239", {"O2 sensor 1 bank 1 pump current, voltage too high", "Pumpstrom Lambdasonde 1 Bank 1", "Courant sonde lambda 1 banc 1", "Corriente sonda lambda 1 banco 1", "Corrente lambda 1 bancata 1"}},
+    {"P2347", {"Cylinder 12 knocks", "Zylinder 12 klopft", "Cylindre 12, cliquetis", "Cilindro 12, picado", "Cilindro 12, detonazione"}},
+    {"P2590", {"actuator sensor B, intermittent", "Ladedrucksteller B, Signal setzt aus", "suralimentation B", "sobrealimentación B", "turbo B, segnale intermittente"}},
+    {"P2763", {"Converter clutch pressure solenoid, voltage too high", "Wandlerkupplung, Spannung zu hoch", "convertisseur, tension trop élevée", "convertidor, tensión demasiado alta", "convertitore, tensione troppo alta"}},
+    {"P2824", {"Pressure control solenoid H, voltage too high", "Druckregelventil H, Spannung zu hoch", "pression H, tension", "presión H, tensión", "pressione H, tensione"}},
+    {"P3496", {"Exhaust valve shut-off cylinder 12, voltage too high", "Auslassabschaltung Zylinder 12", "échappement cylindre 12", "escape cilindro 12", "scarico cilindro 12"}},
+    {"C003A", {"rear right", "hinten rechts", "arrière droite", "trasera derecha", "posteriore destra"}},
+    {"U0121", {"ABS control unit, no communication", "ABS-Steuergerät, keine Kommunikation", "Calculateur ABS, communication", "ABS, sin comunicación", "ABS, nessuna comunicazione"}},
+    {"U0205", {"Door control unit G", "Türsteuergerät G", "porte G", "puerta G", "porta G"}},
+    {"U0331", {"Body control unit A, incompatible", "Karosseriesteuergerät A, Software", "carrosserie A, logiciel", "carrocería A, software", "carrozzeria A, software"}},
+    {"U0431", {"Body control unit A sends invalid", "Karosseriesteuergerät A sendet", "carrosserie A, données", "carrocería A, envía", "carrozzeria A, invia"}},
 };
 // clang-format on
 

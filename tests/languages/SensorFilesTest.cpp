@@ -123,11 +123,25 @@ std::string UnitIn(const std::string& language, const std::string& unit) {
     return unit;
 }
 
-class SensorFiles : public ::testing::TestWithParam<const char*> {
- protected:
-    void SetUp() override { LoadLanguage(GetParam()); }
+/// A language and the units that are chosen; without a choice the language has its own.
+using Choice = std::pair<std::string, std::string>;
 
-    static bool IsImperial() { return std::string(GetParam()) == "English (miles)"; }
+std::vector<Choice> Choices() {
+    std::vector<Choice> choices;
+    for (const char* language : kLanguages) {
+        for (const char* units : {"", kMetric, kImperial}) choices.emplace_back(language, units);
+    }
+    return choices;
+}
+
+class SensorFiles : public ::testing::TestWithParam<Choice> {
+ protected:
+    void SetUp() override { StartIn(GetParam().first, GetParam().second); }
+
+    static bool IsImperial() {
+        const auto& [language, units] = GetParam();
+        return units.empty() ? language == "English (miles)" : units == kImperial;
+    }
 
     static double Expected(const Parameter& row, int raw) {
         const double metric = row.Value.Step * raw + row.Value.Begin;
@@ -162,7 +176,7 @@ TEST_P(SensorFiles, ShowTheStandardsValuesForEveryPatternOfDataBytes) {
         for (const int pattern : {0, 1, 0x55, 0x80, 0xFF, 0x100, 0x1AF8, 0x8000, 0xFFFF}) {
             if (pattern > top) continue;
             basGlobal.LiveRaw[static_cast<std::size_t>(row.Pid)] = pattern;
-            EXPECT_NEAR(static_cast<double>(SensorValue(static_cast<int>(i))),
+            EXPECT_NEAR(static_cast<double>(SensorValue(basGlobal.Sensors[i])),
                         Expected(row, pattern), Tolerance(row))
                 << "raw " << pattern;
         }
@@ -182,7 +196,8 @@ TEST_P(SensorFiles, NameEverySensorShortEnoughForADial) {
         EXPECT_GT(sensor.Caption.size(), 0U);
         EXPECT_LE(Characters(sensor.Caption), kDialCharacters) << sensor.Caption;
         EXPECT_TRUE(captions.insert(sensor.Caption).second) << "twice: " << sensor.Caption;
-        EXPECT_EQ(sensor.Unit, UnitIn(GetParam(), IsImperial() ? row.ImperialUnit : row.Unit));
+        EXPECT_EQ(sensor.Unit,
+                  UnitIn(GetParam().first, IsImperial() ? row.ImperialUnit : row.Unit));
     }
 }
 
@@ -204,9 +219,9 @@ TEST_P(SensorFiles, AreUtf8WithPlainLineEndsAndWithoutTheEndingOfALanguage) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Languages, SensorFiles, ::testing::ValuesIn(kLanguages),
-                         [](const auto& language) {
-                             std::string name = language.param;
+INSTANTIATE_TEST_SUITE_P(Languages, SensorFiles, ::testing::ValuesIn(Choices()),
+                         [](const auto& choice) {
+                             std::string name = choice.param.first + choice.param.second;
                              std::erase_if(name, [](char c) { return !std::isalpha(c); });
                              return name;
                          });

@@ -354,8 +354,9 @@ TEST_F(ConnectSequence, AVanishedDeviceNeverLeavesAConnectedState) {
         WriteSettings("");
         OpenIn(static_cast<std::uint8_t>(row.StartState));
         HardwareStep();
-        if (!basGlobal.comOBD.IsOpen() && row.StartState != 3 && row.StartState != 9)
+        if (!basGlobal.comOBD.IsOpen() && row.StartState != 3 && row.StartState != 9) {
             EXPECT_EQ(basGlobal.ConnState, 1);
+        }
         EXPECT_TRUE(Until([] { return !basGlobal.comOBD.IsOpen(); }));
         Settle();
         for (int step = 0; step < 3; ++step) HardwareStep();

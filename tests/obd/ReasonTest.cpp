@@ -38,7 +38,7 @@ TEST_F(Reason, OfAPortThatDoesNotOpen) {
 
     for (const char* port : {"0", "none", "999"}) {
         WriteFile("Dravik.ini", std::string("[OBD]\nComPort=") + port + "\n");
-        EXPECT_EQ(AfterConnect(), "No port is chosen in the settings");
+        EXPECT_EQ(AfterConnect(), "No port chosen");
     }
     WriteFile("Dravik.ini", "[OBD]\nComPort=200\n");
     EXPECT_EQ(AfterConnect(), "There is no port COM200");
@@ -95,9 +95,9 @@ TEST_F(Reason, OfAnInterfaceThatDoesNotBringTheVehicle) {
         const char* Reply;
         std::string Text;
     } rows[] = {
-        {"ATZ", "~", "No answer from the interface on " + device + " in 50 s"},
+        {"ATZ", "~", "No answer from the interface on " + device + " in 50 seconds"},
         {"ATE0", "\xF8\x80|~", "What comes from " + device + " cannot be read at 9600 baud"},
-        {"0101", "~", "No answer from the vehicle in 50 s"},
+        {"0101", "~", "No answer from the vehicle in 50 seconds"},
         {"0101", "SEARCHING...\rUNABLE TO CONNECT\r\r>",
          "The interface does not reach the vehicle: UNABLE TO CONNECT"},
         {"0101", "0101\rSEARCHING...UNABLE TO CONNECT\r\r>",
@@ -135,23 +135,23 @@ TEST_F(Reason, CountsTheSecondsOfAWait) {
         {"",
          "ATZ",
          0,
-         {"", "The interface does not answer: 3 of 50 s",
-          "The interface does not answer: 30 of 50 s"}},
+         {"", "No answer from the interface (3 of 50 seconds)",
+          "No answer from the interface (30 of 50 seconds)"}},
         {"",
          "0101",
          0,
-         {"", "The vehicle does not answer yet: 3 of 50 s",
-          "The vehicle does not answer yet: 30 of 50 s"}},
+         {"", "No answer from the vehicle yet (3 of 50 seconds)",
+          "No answer from the vehicle yet (30 of 50 seconds)"}},
         {"",
          "ATZ",
          9,
-         {"", "The interface does not answer: 3 of 5 s",
-          "The interface does not answer: 5 of 5 s"}},
+         {"", "No answer from the interface (3 of 5 seconds)",
+          "No answer from the interface (5 of 5 seconds)"}},
         {"BusInitDelay=40",
          "",
          0,
-         {"", "The vehicle's bus is given its time: 3 of 40 s",
-          "The vehicle's bus is given its time: 30 of 40 s"}},
+         {"", "Waiting for the vehicle's bus (3 of 40 seconds)",
+          "Waiting for the vehicle's bus (30 of 40 seconds)"}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(std::string(row.Command) + row.Settings);
@@ -212,7 +212,7 @@ TEST_F(Reason, OfALinkThatIsConnectedAndQuiet) {
     basGlobal.PidWanted[5] = true;
     HardwareStep();
     AdvanceHighResTimer(7.5);
-    EXPECT_EQ(ReasonText(), "The interface has not answered for 7 s");
+    EXPECT_EQ(ReasonText(), "No answer from the interface for 7 seconds");
 }
 
 TEST_F(Reason, OfALineThatIsLostOrLetGo) {

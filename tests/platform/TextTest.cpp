@@ -3,7 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <optional>
+
+#include "platform/Number.h"
 
 namespace dravik {
 namespace {
@@ -67,6 +71,15 @@ TEST(Text, LeadingNumberTakesTheLongestDecimalPrefix) {
         {"abc1", 0},    {"1e-999", 0},        {"\n5", 0},    {"007.50", 7.5}, {"-.5e1", -5}};
     for (const auto& [text, value] : rows) EXPECT_EQ(LeadingNumber(text), value) << text;
     EXPECT_EQ(LeadingNumber("-1e999"), -std::numeric_limits<double>::infinity());
+}
+
+TEST(Text, WholeNumberTakesNothingBesideTheNumber) {
+    EXPECT_EQ(WholeNumber("-012"), -12);
+    EXPECT_EQ(WholeNumber<std::uint8_t>("fF", 16), 255);
+    for (const char* text : {"", " 1", "1 ", "+1", "1.5", "0x1", "--1", "2147483648"})
+        EXPECT_EQ(WholeNumber(text), std::nullopt) << text;
+    for (const char* text : {"-1", "256"})
+        EXPECT_EQ(WholeNumber<std::uint8_t>(text), std::nullopt) << text;
 }
 
 TEST(Text, GeneralNumberHasSevenDigitsAndNoTrailingZeros) {

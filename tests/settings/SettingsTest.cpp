@@ -87,6 +87,27 @@ TEST_F(Settings, FilesAreFoundThroughOneAnother) {
     EXPECT_EQ(g.ConnState, 4) << "the demo connects without the option";
 }
 
+TEST_F(Settings, UnitsChooseAmongTheSensorFilesOfTheLanguage) {
+    const std::string both = "[Sensors]\nFilename=own\nMetric=km\nImperial=miles\n";
+    const struct {
+        std::string Language;
+        const char *Units, *File, *Shown;
+    } rows[] = {{both, "", "own", "metric"},
+                {both, "Units=Imperial", "miles", "imperial"},
+                {both, "Units=metric", "km", "metric"},
+                {both, "Units=leagues", "own", "metric"},
+                {"[Sensors]\nFilename=own\n", "Units=imperial", "own", "metric"},
+                {"[Sensors]\nFilename=own\nImperial=own\n", "", "own", "imperial"},
+                {"", "Units=imperial", "0", "metric"}};
+    for (const auto& row : rows) {
+        WriteFile("Dravik.ini", std::string("[Options]\nLanguage=mine\n") + row.Units + "\n");
+        WriteFile("languages/mine.ini", row.Language);
+        LoadSettings();
+        EXPECT_THAT(basGlobal.SensorFile, EndsWith(Native("/languages/") + row.File)) << row.Units;
+        EXPECT_EQ(CurrentUnits(), row.Shown) << row.Language << row.Units;
+    }
+}
+
 TEST_F(Settings, IntervalsBelowOneAreReplaced) {
     const struct {
         const char *Update, *Refresh;
@@ -135,7 +156,7 @@ TEST_F(Settings, SensorsAreReadUpToTheFirstFunctionZero) {
     EXPECT_EQ(sensor.Unit, "1/min");
     EXPECT_TRUE(sensor.Active) << "the table says nothing about it";
     for (const char* name : {"kühler", "k\xFChler"})
-        EXPECT_EQ(FindSensor(name), 1) << "whatever the skin's encoding";
+        EXPECT_EQ(FindSensor(name), &basGlobal.Sensors[1]) << "whatever the skin's encoding";
     EXPECT_EQ(basGlobal.Sensors[1].Factor, 0);
     EXPECT_EQ(basGlobal.Sensors[1].Source, "0");
     EXPECT_EQ(basGlobal.Sensors[3].Function, "");

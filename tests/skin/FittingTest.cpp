@@ -46,8 +46,9 @@ TEST_F(FittingTest, DesignIsScaledUniformlyAndCentredOnBlack) {
                           row.Window.height() - 1 - corner.y());
         EXPECT_EQ(shown.pixelColor(last), QColor(Qt::gray)) << row.Scale;
         for (const QPoint beside : {corner - QPoint(1, 0), corner - QPoint(0, 1)}) {
-            if (shown.rect().contains(beside))
+            if (shown.rect().contains(beside)) {
                 EXPECT_EQ(shown.pixelColor(beside), QColor(Qt::black));
+            }
         }
         EXPECT_EQ(shown.pixelColor(ButtonRect().center()),
                   QColor(row.Scale > 1 ? Qt::green : Qt::blue))

@@ -120,6 +120,29 @@ TEST_F(MessageTest, WithoutASectionTheBoxIsPlainButComplete) {
     }
 }
 
+// What the program words in English stays so for the console.
+TEST_F(MessageTest, ASkinMayShowTheLanguageOfTheUser) {
+    folder.Write("languages/test.ini", "[Words]\nSurely?=Sicher?\nYes=Ja\nok=Gut\n");
+    const std::string skin = kSkin;
+    const std::string opted = skin +
+                              "Label0Function=Word_Message\nButton0LabelFunction=word_Yes\n"
+                              "Button0LabelWidth=60\nButton0LabelColor=&HFF\n";
+    const struct {
+        std::string Skin;
+        const char *Text, *Caption;
+    } rows[] = {
+        {skin, "Surely?", ""}, {opted, "Sicher?", "Ja"}, {"[mainmenu]\n", "Sicher?", "Gut"}};
+    for (const auto& row : rows) {
+        window.reset();
+        Picture("box.png", 400, 200, Qt::darkGray);
+        Start(row.Skin, QSize(800, 480), "Language=test\n");
+        ShowPopup("Surely?", 1);
+        EXPECT_EQ(Dialog().Message(), "Surely?");
+        EXPECT_EQ(Dialog().ShownText().toStdString(), row.Text);
+        EXPECT_EQ(Dialog().ShownButton("ok")->LabelCaption(), row.Caption);
+    }
+}
+
 /// A text fits when the whole of its box, with a rim all round, is on the window.
 TEST_F(MessageTest, PlainBoxIsSizedByTheWindowAtEveryDesign) {
     const std::string path = "/media/usb-stick/" + std::string(150, 'x') + "/last-of-all.png";

@@ -4,6 +4,7 @@
 #include <map>
 
 #include "core/basGlobal.h"
+#include "platform/Number.h"
 #include "skin/SkinFile.h"
 #include "skin/basSkin.h"
 #include "support/TemporaryFolder.h"

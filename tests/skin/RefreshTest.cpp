@@ -51,6 +51,20 @@ TEST_F(RefreshTest, ButtonsComeBeforeLabelsAndTheLastCommandIsShownOnce) {
     EXPECT_EQ(LabelShown(1), "");
 }
 
+TEST_F(RefreshTest, WordsFollowTheLanguageAndKeepTheirCapitals) {
+    folder.Write("languages/one.ini", "[Words]\nEngine=Motor\n");
+    folder.Write("languages/two.ini", "[Words]\nEngine=Moteur\nFuel Rail=Rampe\n");
+    Start(
+        "[mainmenu]\nButton0Function=a\nButton0Up=b64.png\nButton0LabelFunction=word_Engine\n"
+        "Label0Function=Word_Fuel Rail\nLabel0Color=0\n",
+        QSize(800, 480), "Language=one\n");
+    Refresh();
+    EXPECT_EQ(Button(0).LabelCaption() + "," + LabelShown(0), "Motor,Fuel Rail");
+    basGlobal.LanguageFile = folder / "languages/two.ini";
+    Refresh();
+    EXPECT_EQ(Button(0).LabelCaption() + "," + LabelShown(0), "Moteur,Rampe");
+}
+
 TEST_F(RefreshTest, StatusPicturesFollowTheirFunctionFromTheStart) {
     Picture("red.png", 20, 20, Qt::red);
     Start(

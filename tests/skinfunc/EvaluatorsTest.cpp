@@ -5,6 +5,7 @@
 
 #include "platform/Clock.h"
 #include "platform/KeyState.h"
+#include "settings/Words.h"
 #include "settings/basSettings.h"
 #include "skinfunc/basValueProc.h"
 #include "support/GlobalsFixture.h"
@@ -171,7 +172,7 @@ TEST_F(Evaluators, SensorsAreScaledUnlessTheyAreOff) {
         basGlobal.LiveRaw[5] = row.Raw;
         basGlobal.FreezeRaw[5] = 7;
         basGlobal.PidWanted.fill(false);
-        EXPECT_EQ(SensorValue(0), row.Value) << row.Menu << " " << row.Raw;
+        EXPECT_EQ(SensorValue(basGlobal.Sensors[0]), row.Value) << row.Menu << " " << row.Raw;
         EXPECT_EQ(basGlobal.PidWanted[5], row.Wanted) << row.Menu;
     }
 }
@@ -209,6 +210,41 @@ TEST_F(Evaluators, LabelsAreTextsThenNumbersThenStates) {
     basGlobal.Sensors[0].Factor = 1 / 3.0F;
     basGlobal.LiveRaw[0] = 10;
     EXPECT_EQ(Label("sensor_rpm"), "3.083333");
+}
+
+// A name keeps its capitals for where the language lacks it. Only a text function with an argument
+// behind it is evaluated first, so that "Time" is not the clock.
+TEST_F(Evaluators, WordsAreThoseOfTheLanguage) {
+    WriteFile("languages/test.ini",
+              "[Words]\nTrouble codes=Fehlercodes\nÖl_warm=Oil\nNot Connected=Nicht verbunden\n"
+              "Motor Ü=Engine\nTime=Zeit\nDone.=Fertig!\nDone=Fertig\nNothing=\n");
+    basGlobal.LanguageFile = (folder_ / "languages/test.ini").string();
+    basGlobal.ConnState = kNotConnected;
+    NameSensors({"rpm"});
+    basGlobal.Sensors[0].Caption = "Motor Ü";
+    for (const auto& [function, text] : {std::pair{"word_Trouble codes", "Fehlercodes"},
+                                         {"WORD_trouble CODES", "Fehlercodes"},
+                                         {"word_ÖL_Warm", "Oil"},
+                                         {"word_Nobody Knows Me", "Nobody Knows Me"},
+                                         {"word_Time", "Zeit"},
+                                         {"word_A=b", "A=b"},
+                                         {"word_Done.", "Fertig!"},
+                                         {"word_Done..", "Fertig.."},
+                                         {"word_...", "..."},
+                                         {"word_Nothing", ""},
+                                         {"word_", ""},
+                                         {"word_OBD_Status", "Nicht verbunden."},
+                                         {"word_sensorcaption_rpm", "Engine"},
+                                         {"word_SensorCaption_none", "SensorCaption_none"},
+                                         {"word_word_Time", "Zeit"}}) {
+        std::string label = function;
+        EXPECT_EQ(LabelText(label), text) << function;
+        EXPECT_EQ(LabelText(label), text) << "again, as the first reading left it: " << label;
+    }
+    WriteFile("languages/test.ini", "[Words]\nTime=Uhr\n");
+    EXPECT_EQ(Label("word_Time"), "Zeit") << "no file is read for a refresh";
+    LoadWords();
+    EXPECT_EQ(Label("word_Time"), "Uhr");
 }
 
 TEST_F(Evaluators, TheLastCommandIsShownOnce) {

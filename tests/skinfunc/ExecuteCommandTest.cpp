@@ -2,6 +2,7 @@
 #include <string>
 #include <vector>
 
+#include "lists/basFunctions.h"
 #include "platform/Clock.h"
 #include "platform/Text.h"
 #include "platform/serial/PseudoTerminal.h"
@@ -58,6 +59,7 @@ class Dispatcher : public GlobalsTest {
 
 TEST_F(Dispatcher, CommandsThatAskTheScreenForOneThing) {
     basGlobal.PreviousMenu = "before";
+    basGlobal.ChartCount = 3;
     const std::pair<const char*, const char*> rows[] = {
         {"OpenMenu_MainMenu", "page mainmenu"},
         {"openmenu_previous", "page before"},
@@ -67,8 +69,10 @@ TEST_F(Dispatcher, CommandsThatAskTheScreenForOneThing) {
         {"object_+", "tab"},
         {"object_-", "tab back"},
         {"object_left", "focus left"},
-        {"snapshot", "snapshot "},
-        {"snapshot_ALL", "snapshot all"},
+        {"object_down", "focus down"},
+        {"snapshot", "snapshot 0"},
+        {"snapshot_ALL", "snapshot 0 1 2"},
+        {"snapshot_1.6", "snapshot 2"},
         {"showinfo_Engine Warm", "popup 1 Engine Warm"},
         {"SHOWWARNING_Oil: Low", "popup 0 Oil: Low"},
         {"showquery_Really?:quit", "message 2 : Really?:quit"},
@@ -84,6 +88,60 @@ TEST_F(Dispatcher, CommandsThatAskTheScreenForOneThing) {
     EXPECT_EQ(Only("exit"), "closebox");
 }
 
+// The link, the sensors that are on and the page stay; nothing but that one option is written.
+TEST_F(Dispatcher, LanguageAndUnitsChangeAtOnce) {
+    const std::string settings = "; mine\n[Options]\nLanguage=English\nSkin=night\n";
+    WriteFile("Dravik.ini", settings);
+    const std::string sensor = "[SensorConfig]\nSensor0Function=speed\nSensor0Source=obd_0D\n";
+    WriteFile("languages/English.ini", "[Sensors]\nFilename=e.sensors\nImperial=m.sensors\n");
+    WriteFile("languages/German.ini",
+              "[Sensors]\nFilename=d.sensors\nMetric=d.sensors\nImperial=m.sensors\n"
+              "[DTC]\nFilename=d.codes\n[Words]\nGerman=Deutsch\nmetric=metrisch\n");
+    WriteFile("languages/e.sensors", sensor + "Sensor0Unit=km/h\n");
+    WriteFile("languages/d.sensors", sensor + "Sensor0Unit=km/h de\n");
+    WriteFile("languages/m.sensors", sensor + "Sensor0Unit=mph\n");
+    WriteFile("languages/d.codes", "[errorcodes]\nP0001=Mengenregler\nP0002=Regler\n");
+    LoadSettings();
+    basGlobal.ConnState = kReceivingData;
+    basGlobal.Sensors[0].Active = false;
+    basGlobal.DtcCount = 2;
+    basGlobal.DtcList = {"P0001", "P0002"};
+    ShowTroubleCodes();
+    SelectListEntry(*FindList(kCodeListSlot), 2);
+    basGlobal.ChartCount = 1;
+    basGlobal.Launch.Language = "English";  // chosen by touch, another takes its place
+    const auto shown = [](std::string function) { return LabelText(function); };
+    const auto lit = [](std::string function) { return ImageState(function); };
+
+    EXPECT_THAT(Run("language_german"), ElementsAre("clear 0"));
+    EXPECT_EQ(shown("word_setting_language") + ", " + shown("setting_units"), "Deutsch, metric");
+    EXPECT_TRUE(lit("language_GERMAN") && lit("units_metric"));
+    EXPECT_FALSE(lit("language_english") || lit("units_imperial"));
+    EXPECT_EQ(shown("sensorunit_speed"), "km/h de");
+    const ListSlot& codes = *FindList(kCodeListSlot);
+    EXPECT_EQ(codes.Entries.front().Text, "P0001: Mengenregler. ");
+    EXPECT_EQ(codes.Selected, 2);
+    EXPECT_EQ(ReadFile("Dravik.ini"), ReplaceAll(settings, "English", "German"));
+
+    Run("Units_Imperial");
+    EXPECT_EQ(shown("sensorunit_speed") + ", " + shown("setting_units"), "mph, imperial");
+    EXPECT_TRUE(lit("units_imperial"));
+    Run("language_English");
+    EXPECT_EQ(shown("sensorunit_speed"), "mph") << "units are chosen for every language";
+    Run("units_metric");
+    EXPECT_EQ(shown("sensorunit_speed"), "km/h") << "a language with one sensor file has that one";
+    EXPECT_THAT(Run("language_Klingon"), IsEmpty());
+    EXPECT_EQ(shown("setting_language"), "English");
+    EXPECT_EQ(ReadFile("Dravik.ini"), settings + "Units=metric\n");
+    EXPECT_EQ(basGlobal.ConnState, kReceivingData);
+    EXPECT_EQ(Active(), "0");
+
+    basGlobal.IniFile = (folder_ / "none" / "Dravik.ini").string();  // cannot be written
+    Run("language_German");
+    LoadSettings();
+    EXPECT_EQ(shown("setting_language"), "German") << "until the end of the program";
+}
+
 TEST_F(Dispatcher, BadCommandsDoNothing) {
     basGlobal.ChartCount = 3;
     NameSensors({"rpm"});
@@ -91,7 +149,7 @@ TEST_F(Dispatcher, BadCommandsDoNothing) {
         "_ _x open_menu_main showinfo_Engine_Warm nothing quit_now_please showinfo showwarning_ "
         "showquery openmenu openmenu_ openbox object object_select pause clr clr_all clr_xhartall "
         "clr_chart7 clr_chart3 clr_chart-1 clr_chart1e9 pause_chart3 sensoron sensoroff_RPX "
-        "sensortoggle_ obd obd_other value");
+        "sensortoggle_ obd obd_other value snapshot_3");
     commands.push_back("");
     for (const std::string& command : commands) {
         EXPECT_THAT(Run(command), IsEmpty()) << command;

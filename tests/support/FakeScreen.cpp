@@ -36,9 +36,16 @@ void InstallFakeScreen() {
     upCalls.MinimizeMainWindow = [] { Note("minimize"); };
     upCalls.UnloadMainWindow = [] { Note("unload"); };
     upCalls.SendTabKey = [](bool backwards) { Note(backwards ? "tab back" : "tab"); };
-    upCalls.MoveFocus = [](const std::string& direction) { Note("focus " + direction); };
+    upCalls.MoveFocus = [](Direction direction) {
+        constexpr const char* kNames[] = {"left", "right", "up", "down"};
+        Note(std::string("focus ") + kNames[static_cast<int>(direction)]);
+    };
     upCalls.ShowSettingsDialog = [] { Note("settings"); };
-    upCalls.TakeSnapshot = [](const std::string& argument) { Note("snapshot " + argument); };
+    upCalls.TakeSnapshot = [](const std::vector<int>& charts) {
+        std::string call = "snapshot";
+        for (const int chart : charts) call += " " + std::to_string(chart);
+        Note(call);
+    };
 }
 
 }  // namespace dravik

@@ -45,9 +45,10 @@ TEST(TroubleCodes, FramesStayAsTheyWereWhileTheCarDrivesOn) {
     EXPECT_EQ(frame(), before);
     for (std::size_t pid = 0; pid < 0x4E; ++pid) {
         const unsigned long mask = Value(before[pid / 32 * 32], 3);
-        if (pid % 32 != 31)
+        if (pid % 32 != 31) {
             EXPECT_EQ((mask >> (31 - pid % 32) & 1) != 0, before[pid + 1] != "NO DATA\r\r>")
                 << pid + 1;
+        }
     }
 }
 

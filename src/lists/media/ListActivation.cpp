@@ -5,6 +5,7 @@
 #include "core/UpCalls.h"
 #include "lists/basFunctions.h"
 #include "lists/media/MediaEntry.h"
+#include "platform/At.h"
 #include "platform/Paths.h"
 #include "platform/ProcessStart.h"
 #include "platform/Profile.h"
@@ -41,7 +42,7 @@ const char* FilterOf(int slot) {
 }
 
 std::string StartFolder(int slot) {
-    const std::string& name = basGlobal.FolderName[static_cast<std::size_t>(slot)];
+    const std::string& name = At(basGlobal.FolderName, slot);
     const std::string stated =
         ReadProfileString(basGlobal.IniFile, "Folders", name, "", kLongestPath);
     if (EqualsNoCase(stated, kTopFolder)) return kTopFolder;
@@ -105,7 +106,7 @@ void ActivateListEntry(int slot) {
         OpenParentFolder(slot);
         return;
     }
-    const std::string tag = list->Entries[static_cast<std::size_t>(list->Selected) - 1].Tag;
+    const std::string tag = At(list->Entries, list->Selected - 1).Tag;
     const std::string path = tag.substr(std::min(kTagWordLength, tag.size()));
     if (tag.starts_with(kFolderTag)) {
         OpenFolder(slot, path);

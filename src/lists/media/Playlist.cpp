@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <charconv>
 #include <map>
 #include <string>
 #include <utility>
@@ -7,6 +6,7 @@
 
 #include "lists/basFunctions.h"
 #include "lists/media/MediaEntry.h"
+#include "platform/Number.h"
 #include "platform/Paths.h"
 #include "platform/ProcessStart.h"
 #include "platform/Profile.h"
@@ -26,11 +26,7 @@ struct Track {
 /// The number behind a key's word: 12 for "File12" and the word "file".
 std::optional<int> NumberBehind(std::string_view key, std::string_view word) {
     if (!EqualsNoCase(key.substr(0, word.size()), word)) return std::nullopt;
-    const std::string_view digits = key.substr(word.size());
-    int number = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (error != std::errc{} || end != digits.data() + digits.size()) return std::nullopt;
-    return number;
+    return WholeNumber(key.substr(word.size()));
 }
 
 /// Takes the value unless an earlier line has named one.

@@ -1,11 +1,11 @@
 #include <QNetworkProxy>
 #include <QTcpSocket>
-#include <charconv>
 #include <cstdint>
 #include <optional>
 #include <utility>
 
 #include "platform/DeleteLater.h"
+#include "platform/Number.h"
 #include "platform/serial/SerialChannel.h"
 
 namespace dravik {
@@ -28,11 +28,9 @@ std::optional<Address> ParseAddress(std::string_view device) {
         host = host.substr(1, host.size() - 2);
     else if (host.find(':') != std::string_view::npos)
         return std::nullopt;
-    std::uint16_t port = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), port);
-    const bool isNumber = error == std::errc() && end == digits.data() + digits.size();
-    if (host.empty() || !isNumber || port == 0) return std::nullopt;
-    return Address{std::string(host), port};
+    const auto port = WholeNumber<std::uint16_t>(digits);
+    if (host.empty() || port.value_or(0) == 0) return std::nullopt;
+    return Address{std::string(host), *port};
 }
 
 /// Closes the connection now; deleting a socket inside its own signal is not safe.

@@ -1,9 +1,9 @@
 #include <algorithm>
-#include <charconv>
 #include <utility>
 
 #include "core/basGlobal.h"
 #include "obd/basOBD.h"
+#include "platform/Number.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
 #include "skin/check/CheckSkinParts.h"
@@ -21,20 +21,12 @@ string Quoted(string_view text) {
 }
 
 bool IsWholeNumber(string_view text) {
-    int number = 0;
-    text = WithoutPlus(text);
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc{} && end == text.data() + text.size();
+    return WholeNumber(WithoutPlus(text)).has_value();
 }
 
 /// A number written in digits alone.
 std::optional<int> Index(string_view text) {
-    if (text.empty() || text.find_first_not_of("0123456789") != string_view::npos)
-        return std::nullopt;
-    int number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc{}) return std::nullopt;
-    return number;
+    return text.starts_with('-') ? std::nullopt : WholeNumber(text);
 }
 
 /// One function text on its way through the evaluators.
@@ -51,10 +43,9 @@ string SensorFault(const Call& call) {
     const string_view name = call.Text.Argument;
     if (name.find('_') != string_view::npos)
         return "the sensor name " + Quoted(name) + " holds a \"_\"";
-    if (!FindSensor(name) && SensorStoodFor(name) == nullptr) {
+    if (FindSensor(name) == nullptr && SensorStoodFor(name) == nullptr) {
         std::vector<string> names;
-        for (int i = 0; i < basGlobal.SensorCount; ++i)
-            names.push_back(basGlobal.Sensors[static_cast<std::size_t>(i)].Function);
+        for (const SensorRecord& sensor : SensorsInUse()) names.push_back(sensor.Function);
         return "the sensor file has no sensor " + Quoted(name) + DidYouMean(name, names);
     }
     return {};
@@ -102,18 +93,49 @@ string PidFault(const Call& call) {
 }
 
 string SourceFault(const Call& call) {
-    for (int i = 0; i < basGlobal.SensorCount; ++i) {
-        if (basGlobal.Sensors[static_cast<std::size_t>(i)].Source == call.Received) return {};
+    for (const SensorRecord& sensor : SensorsInUse()) {
+        if (sensor.Source == call.Received) return {};
     }
     return "no sensor of the sensor file has the source " + Quoted(call.Received);
 }
 
+/// A label function behind "word_": what it shows is looked up, so it is judged itself.
+bool NamesLabelFunction(string_view name) {
+    const string lowered = LowerCased(string(name));
+    const FunctionText text = SplitAtFirst(lowered);
+    if (text.Argument.empty()) return false;
+    for (const auto& words : {TextFunctionWords(), NumberFunctionWords()}) {
+        if (std::find(words.begin(), words.end(), text.Word) != words.end()) return true;
+    }
+    return false;
+}
+
+/// The name behind "word_" as the skin has it.
+string WordNameOf(const Call& call) {
+    return string(SplitAtFirst(call.Received).Argument);
+}
+
+string WordFault(const Call& call) {
+    const string name = WordNameOf(call);
+    if (NamesLabelFunction(name)) return CheckFunction(kCaptionRole, name).Fault;
+    if (name.find('=') != string::npos) return "no language file can hold a text with a \"=\"";
+    return {};
+}
+
+string UnknownName(const char* thing, string_view name, const std::vector<string>& names) {
+    const bool known = std::any_of(names.begin(), names.end(), [name](const string& candidate) {
+        return LowerCased(candidate) == LowerCased(string(name));
+    });
+    if (known) return {};
+    return string("there is no ") + thing + " " + Quoted(name) + DidYouMean(name, names);
+}
+
 string SkinFault(const Call& call) {
-    const auto names = SkinNames();
-    const string_view name = call.Text.Argument;
-    const bool known = std::any_of(names.begin(), names.end(),
-                                   [name](const string& skin) { return EqualsNoCase(skin, name); });
-    return known ? string{} : "there is no skin " + Quoted(name) + DidYouMean(name, names);
+    return UnknownName("skin", call.Text.Argument, SkinNames());
+}
+
+string LanguageFault(const Call& call) {
+    return UnknownName("language", call.Text.Argument, LanguageNames());
 }
 
 string NoFault(const Call&) {
@@ -126,10 +148,11 @@ struct ArgumentCheck {
 };
 
 constexpr ArgumentCheck kArgumentChecks[] = {
-    {Takes::Sensor, SensorFault}, {Takes::Page, NoFault},         {Takes::Box, NoFault},
-    {Takes::Chart, ChartFault},   {Takes::Control, ControlFault}, {Takes::Number, NumberFault},
-    {Takes::Step, StepFault},     {Takes::Pid, PidFault},         {Takes::Source, SourceFault},
-    {Takes::Skin, SkinFault},     {Takes::Message, NoFault},      {Takes::Question, NoFault},
+    {Takes::Sensor, SensorFault}, {Takes::Page, NoFault},           {Takes::Box, NoFault},
+    {Takes::Chart, ChartFault},   {Takes::Control, ControlFault},   {Takes::Number, NumberFault},
+    {Takes::Step, StepFault},     {Takes::Pid, PidFault},           {Takes::Source, SourceFault},
+    {Takes::Skin, SkinFault},     {Takes::Message, NoFault},        {Takes::Question, NoFault},
+    {Takes::WordName, WordFault}, {Takes::Language, LanguageFault},
 };
 
 string ArgumentFault(const FunctionWord& row, const Call& call) {
@@ -204,6 +227,8 @@ void Follow(const FunctionWord& row, const Call& call, FunctionVerdict& verdict)
     verdict.Word = row.Word;
     verdict.Element = ElementOf(row, call);
     if (row.Argument == Takes::Fixed) verdict.Fixed = row.Sample;
+    if (row.Argument == Takes::WordName && !NamesLabelFunction(call.Text.Argument))
+        verdict.WordName = WordNameOf(call);
     if (row.Argument == Takes::Page || row.Argument == Takes::Box)
         verdict.Openings.push_back(
             {string(call.Text.Argument), row.Argument == Takes::Box, {}, {}});

@@ -2,11 +2,13 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "controls/PictureCheck.h"
+#include "settings/Words.h"
 #include "skin/SkinFile.h"
 #include "skin/SkinVocabulary.h"
 
@@ -36,6 +38,7 @@ struct FunctionVerdict {
     std::optional<NamedElement> Element;
     std::string_view Word;   ///< of the row that answers
     std::string_view Fixed;  ///< its argument where it takes only one, such as "+" of "openmenu_+"
+    std::string WordName;    ///< the name that is looked up among the words of the language
 };
 
 /// Takes a function text apart as the evaluators of its key do.
@@ -85,6 +88,7 @@ class SkinFindings {
     void CheckPicture(const std::string& section, const std::string& key);
     FunctionVerdict CheckRole(const std::string& section, const std::string& key,
                               const FunctionRole& role);
+    void CheckWord(const std::string& section, const std::string& key, const std::string& name);
     void CheckRepeats(const std::string& section);
     void CheckSectionKeys(const std::string& section, std::span<const SectionKey> keys);
     void CheckElement(const SkinElement& element, SectionFacts& facts);
@@ -96,6 +100,8 @@ class SkinFindings {
 
     std::vector<SkinError> findings_;
     std::map<std::string, PicturePair> pictures_;  ///< by path
+    std::map<std::string, WordList> languages_;    ///< by name, once a word has been looked up
+    std::set<std::string> words_;                  ///< looked up, in lower case
 };
 
 /// The number that stands for "#" in a key's name ("Menu#", "Button#X"); nothing when the name is

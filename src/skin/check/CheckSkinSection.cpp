@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <set>
 
 #include "core/basGlobal.h"
+#include "platform/Number.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
@@ -26,12 +26,9 @@ string WholeValue(const string& section, const string& key) {
 
 /// Digits without leading zeros, as the loader writes them.
 std::optional<int> PlainNumber(string_view digits) {
-    if (digits.empty() || digits.size() > 9 || (digits.size() > 1 && digits.front() == '0') ||
-        digits.find_first_not_of("0123456789") != string_view::npos)
-        return std::nullopt;
-    int number = 0;
-    std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    return number;
+    const bool leadingZero = digits.size() > 1 && digits.starts_with('0');
+    if (digits.size() > 9 || leadingZero || digits.starts_with('-')) return std::nullopt;
+    return WholeNumber(digits);
 }
 
 /// An element's key taken apart.
@@ -99,10 +96,8 @@ string UnknownKey(std::span<const SectionKey> rows, const string& key, const str
 }
 
 bool IsInteger(string_view text) {
-    int number = 0;
     text = WithoutPlus(Trimmed(text));
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return text.empty() || (error == std::errc{} && end == text.data() + text.size());
+    return text.empty() || WholeNumber(text);
 }
 
 using Places = std::map<string, std::size_t>;  ///< by the name in lower case
@@ -229,6 +224,7 @@ FunctionVerdict SkinFindings::CheckRole(const string& section, const string& key
     if (text.empty()) return {};
     FunctionVerdict verdict = CheckFunction(role, text);
     if (!verdict.Fault.empty()) Add(section, key, verdict.Fault);
+    if (!verdict.WordName.empty()) CheckWord(section, key, verdict.WordName);
     if (verdict.Element) {
         verdict.Element->Section = section;
         verdict.Element->Key = key;
@@ -238,6 +234,23 @@ FunctionVerdict SkinFindings::CheckRole(const string& section, const string& key
         opening.Key = key;
     }
     return verdict;
+}
+
+/// Told once for each text and language, however often the skin shows it. A language without any
+/// words is told as such.
+void SkinFindings::CheckWord(const string& section, const string& key, const string& name) {
+    if (languages_.empty()) {
+        for (const string& language : LanguageNames()) {
+            const auto& words =
+                languages_.emplace(language, WordList(LanguageFileOf(language))).first->second;
+            if (words.Empty()) Add(section, key, language + ".ini has no section Words");
+        }
+    }
+    if (!words_.insert(LowerCased(name)).second) return;
+    for (const auto& [language, words] : languages_) {
+        if (!words.Empty() && !words.Find(name))
+            Add(section, key, language + ".ini lacks the word \"" + name + "\"");
+    }
 }
 
 void SkinFindings::Note(SectionFacts& facts, const FunctionVerdict& verdict, const string& key) {
@@ -391,6 +404,7 @@ void SkinFindings::CheckMessage(const string& section) {
             Add(section, name, UnknownKey(MessageKeys(), name, "a message box has no such key"));
         if (row == nullptr || row->Role == nullptr) continue;
         CheckRole(section, name, *row->Role);
+        if (row->Role != &kAnswerRole) continue;
         answers.insert(LowerCased(ReadSkinValue(section, name)));
         const string picture = ReplaceAll(row->Name, "#Function", "#Up");
         const string up = ReplaceAll(picture, "#", std::to_string(*NumberInKey(row->Name, name)));

@@ -80,7 +80,7 @@ std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int i
     std::string imageFunction = element.ImageFunction;
     button.SetImageVisible(imageFunction.empty() || ImageState(imageFunction));
 
-    element.EvaluatedLabel = LowerCased(element.LabelFunction);
+    element.EvaluatedLabel = EvaluatedForm(element.LabelFunction);
     element.FixedText = EqualsNoCase(element.LabelFunction, kTextWord);
     button.LabelFunction = element.LabelFunction;
     button.SetLabelX(element.LabelX);

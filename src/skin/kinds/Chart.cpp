@@ -1,5 +1,6 @@
 #include "controls/ChartTrace.h"
 #include "core/basGlobal.h"
+#include "platform/At.h"
 #include "skin/kinds/KindParts.h"
 
 namespace dravik {
@@ -39,7 +40,7 @@ class Trace : public PaintedItem {
 };
 
 ChartRecord& RecordOf(int index) {
-    return basGlobal.Charts[static_cast<std::size_t>(index)];
+    return At(basGlobal.Charts, index);
 }
 
 std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int index) {

@@ -3,6 +3,7 @@
 #include "controls/SkinList.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
+#include "platform/At.h"
 #include "platform/Text.h"
 #include "skin/kinds/KindParts.h"
 #include "skinfunc/basValueProc.h"
@@ -103,8 +104,7 @@ void RefreshHighlight(SkinScreen& screen, ScreenElement& element) {
 void RefreshEntry(SkinScreen& screen, ScreenElement& element) {
     const ListSlot* list = CurrentList();
     std::string key;
-    if (list != nullptr && list->Selected > 0)
-        key = list->Entries[static_cast<std::size_t>(list->Selected) - 1].Picture;
+    if (list != nullptr && list->Selected > 0) key = At(list->Entries, list->Selected - 1).Picture;
     auto& item = ItemOf<PictureItem>(element);
     if (item.EntryPicture == key) return;
     item.EntryPicture = key;

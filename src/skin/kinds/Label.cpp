@@ -1,6 +1,7 @@
 #include <algorithm>
 #include "controls/SkinText.h"
 #include "core/basGlobal.h"
+#include "platform/Number.h"
 #include "platform/Text.h"
 #include "skin/ProgramTitle.h"
 #include "skin/kinds/KindParts.h"

@@ -1,6 +1,7 @@
 #include "controls/SkinList.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
+#include "platform/At.h"
 #include "platform/Text.h"
 #include "skin/kinds/KindParts.h"
 #include "skinfunc/basValueProc.h"
@@ -75,7 +76,7 @@ void Refresh(SkinScreen&, ScreenElement& element, int) {
     if (slot == nullptr || slot->Entries.empty()) {
         if (ShowText(element, EmptyTextOf(element, number))) list.SetEmptyText(element.Shown);
     } else if (slot->Selected > 0) {
-        ShowText(element, slot->Entries[static_cast<std::size_t>(slot->Selected) - 1].Text);
+        ShowText(element, At(slot->Entries, slot->Selected - 1).Text);
     }
 }
 

@@ -10,18 +10,20 @@
 #include "controls/ButtonEx.h"
 #include "core/basGlobal.h"
 #include "platform/Text.h"
+#include "settings/Words.h"
 #include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"
 #include "skin/SkinVocabulary.h"
 #include "skin/basSkin.h"
+#include "skin/kinds/KindParts.h"
 #include "skin/message/ShowMessage.h"
+#include "skinfunc/basValueProc.h"
 
 namespace dravik {
 
 namespace {
 
 constexpr int kCloseAfter = 30000;  // milliseconds until an unanswered question counts as no
-constexpr int kAnswerEntries = 3;
 
 // The plain look, in pixels at its own scale.
 constexpr QSize kPlainSize(560, 260);  // the height grows with the text
@@ -46,17 +48,30 @@ SkinPicture PlainButtonPicture(QColor fill, QSize size, double scale) {
     return MakeSkinPicture(image, scale);
 }
 
-SkinPicture SkinKeyPicture(const std::string& section, const std::string& key, double scale) {
-    return LoadSkinPicture(PicturePath(ReadSkinValue(section, key)), scale);
+void CaptionFromSkin(ButtonEx* button, const SkinElement& keys) {
+    if (keys.LabelFunction.empty()) return;
+    std::string function = keys.LabelFunction;
+    TextLook look;
+    SetFontStyle(look, keys.LabelFontStyle);
+    button->SetLabelX(keys.LabelX);
+    button->SetLabelY(keys.LabelY);
+    button->SetLabelWidth(keys.LabelWidth);
+    button->SetLabelHeight(keys.LabelHeight);
+    button->SetLabelAlignment(keys.LabelAlignment);
+    button->SetLabelFontSize(keys.LabelFontSize);
+    button->SetLabelFont(keys.LabelFont);
+    button->SetLabelStyle(look.Bold, look.Italic);
+    button->SetLabelForecolor(std::to_string(keys.LabelColor));
+    button->SetLabelCaption(LabelText(function));
 }
 
 }  // namespace
 
 frWarning::frWarning(QWidget* window)
     : QWidget(window),
-      buttons_{{{"yes", kAnswerYes, new ButtonEx(this)},
-                {"no", kAnswerNo, new ButtonEx(this)},
-                {"ok", kAnswerOk, new ButtonEx(this)}}} {
+      buttons_{{{"Yes", kAnswerYes, new ButtonEx(this)},
+                {"No", kAnswerNo, new ButtonEx(this)},
+                {"OK", kAnswerOk, new ButtonEx(this)}}} {
     setAttribute(Qt::WA_NoMousePropagation);
     setFocusPolicy(Qt::StrongFocus);
     hide();
@@ -83,8 +98,11 @@ void frWarning::Open(const std::string& message, int kind, double scale) {
 
 /// Puts everything in its place and shows it.
 void frWarning::Arrange() {
-    const std::string section = MessageSections()[static_cast<std::size_t>(kind_)];
+    const std::string section = MessageSection(kind_);
     plain_ = !HasSkinSection(section);
+    const bool inWords =
+        plain_ || EqualsNoCase(ReadSkinValue(section, "Label0Function"), kMessageWord);
+    translated_ = inWords ? Word(message_) : message_;
     scale_ = plain_ ? PlainScale(parentWidget()->size()) : pageScale_;
     for (const AnswerButton& entry : buttons_) {
         entry.Button->hide();
@@ -95,7 +113,7 @@ void frWarning::Arrange() {
         ApplyPlainLook();
     else
         ApplySkin(section);
-    fitted_ = FitText(dravik::ShownText(message_), lWarning_.Pixels().size(), look_, scale_);
+    fitted_ = FitText(dravik::ShownText(translated_), lWarning_.Pixels().size(), look_, scale_);
     setGeometry(parentWidget()->rect());
     show();
     raise();
@@ -115,44 +133,40 @@ void frWarning::Answer(int answer) {
 
 ButtonEx* frWarning::ShownButton(const std::string& name) const {
     for (const AnswerButton& entry : buttons_) {
-        if (name == entry.Name && !entry.Button->isHidden()) return entry.Button;
+        if (EqualsNoCase(name, entry.Name) && !entry.Button->isHidden()) return entry.Button;
     }
     return nullptr;
 }
 
 void frWarning::ApplySkin(const std::string& section) {
-    const auto text = [&section](const char* key) { return ReadSkinValue(section, key); };
-    const auto number = [&section](const char* key) { return ReadSkinInteger(section, key); };
-
-    dim_ = std::clamp(number("Dim"), 0, 100);
-    imgWarning_ = SkinKeyPicture(section, "Background", scale_);
+    const auto picture = [this](const std::string& name) {
+        return LoadSkinPicture(PicturePath(name), scale_);
+    };
+    const SkinElement box = ReadSectionKeys(section, MessageKeys());
+    imgWarning_ = picture(box.Background);
+    dim_ = std::clamp(box.Dim, 0, 100);
     boxSize_ = imgWarning_.IsNull()
                    ? kPlainSize.boundedTo((QSizeF(parentWidget()->size()) / scale_).toSize())
                    : imgWarning_.DesignSize().toSize();
-    look_ = {text("Label0Font"),
-             static_cast<double>(number("Label0FontSize")),
-             LenientNumber(text("Label0Color")).value_or(0),
-             number("Label0Alignment"),
-             false,
-             false};
+    look_ = {box.Font, double{1} * box.FontSize, box.Color, box.Alignment, false, false};
     // A text without a width or a height reaches to the edge of the box.
-    const double x = number("Label0X");
-    const double y = number("Label0Y");
-    const double width = number("Label0Width");
-    const double height = number("Label0Height");
+    const double x = box.X;
+    const double y = box.Y;
+    const double width = box.Width;
+    const double height = box.Height;
     lWarning_ = {x, y, width > 0 ? width : std::max(boxSize_.width() - x, 0.0),
                  height > 0 ? height : std::max(boxSize_.height() - y, 0.0), scale_};
 
-    for (int n = 0; n < kAnswerEntries; ++n) {
-        const std::string prefix = "Button" + std::to_string(n);
-        const std::string function = LowerCased(ReadSkinValue(section, prefix + "Function"));
+    for (int n = 0; n <= kLastAnswer; ++n) {
+        const SkinElement button = ReadSectionKeys(section, MessageKeys(), n);
+        const std::string function = LowerCased(button.Function);
         for (const AnswerButton& entry : buttons_) {
             if (function != entry.Name) continue;
-            entry.Button->SetSkinUp(SkinKeyPicture(section, prefix + "Up", scale_));
-            entry.Button->SetSkinOver(SkinKeyPicture(section, prefix + "Over", scale_));
-            entry.Button->SetSkinDown(SkinKeyPicture(section, prefix + "Down", scale_));
-            PlaceButton(entry.Button, ReadSkinInteger(section, prefix + "X"),
-                        ReadSkinInteger(section, prefix + "Y"));
+            entry.Button->SetSkinUp(picture(button.Up));
+            entry.Button->SetSkinOver(picture(button.Over));
+            entry.Button->SetSkinDown(picture(button.Down));
+            CaptionFromSkin(entry.Button, button);
+            PlaceButton(entry.Button, button.X, button.Y);
         }
     }
 }
@@ -168,7 +182,7 @@ void frWarning::ApplyPlainLook() {
     const int beside = kPlainButton.height() + 3 * kPlainMargin;
     const double textWidth = width - 2 * kPlainMargin;
     const double needed =
-        WrappedHeight(dravik::ShownText(message_), SkinFont(look_, scale_), textWidth * scale_) /
+        WrappedHeight(dravik::ShownText(translated_), SkinFont(look_, scale_), textWidth * scale_) /
         scale_;
     const int height = std::min(std::max(kPlainSize.height(), beside + qCeil(needed) + 1),
                                 std::max(room.height(), beside));
@@ -193,9 +207,7 @@ void frWarning::ApplyPlainLook() {
         button->SetLabelFontSize(kPlainPoints);
         button->SetLabelForecolor(std::to_string(kWhite));
         button->SetLabelAlignment(2);
-        button->SetLabelCaption(entry.Answer == kAnswerYes  ? "Yes"
-                                : entry.Answer == kAnswerNo ? "No"
-                                                            : "OK");
+        button->SetLabelCaption(Word(entry.Name));
         const int left = !question                    ? middle - size.width() / 2
                          : entry.Answer == kAnswerYes ? middle - size.width() - kPlainGap / 2
                                                       : middle + kPlainGap / 2;

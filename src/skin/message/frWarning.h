@@ -16,9 +16,9 @@ namespace dravik {
 class ButtonEx;
 
 /// The message dialog: one small skinned box over the whole window. Its look comes from the skin's
-/// sections "warning", "info" and "query"; where the skin has no such section it is plain and sized
-/// by the window, so that no message is ever invisible. A text that is too long for its place is
-/// set smaller.
+/// sections "warning", "info" and "query", which may ask for the language of the user; where the
+/// skin has no such section it is plain and sized by the window, so that no message is ever
+/// invisible. A text that is too long for its place is set smaller.
 class frWarning : public QWidget {
  public:
     /// Covers `window`; the box stands in its middle.
@@ -70,7 +70,7 @@ class frWarning : public QWidget {
     QRect BoxRect() const;
 
     struct AnswerButton {
-        const char* Name;
+        const char* Name;  ///< in a skin, and the caption in the plain look
         int Answer;
         ButtonEx* Button;
     };
@@ -80,8 +80,9 @@ class frWarning : public QWidget {
     TextLook look_;
     DesignBox lWarning_;
     std::string message_;
-    FittedText fitted_;  ///< the message as it fits into lWarning_
-    QSize boxSize_;      ///< design pixels
+    std::string translated_;  ///< the message in the words of the language, where it is shown so
+    FittedText fitted_;       ///< the message as it fits into lWarning_
+    QSize boxSize_;           ///< design pixels
     int kind_ = 0;
     double scale_ = 1;  ///< of the box: the page's, or the plain look's own
     double pageScale_ = 1;

@@ -239,6 +239,34 @@ TEST(CheckSkin, LoaderTakesTheNumbersThatTheCheckerTakes) {
     }
 }
 
+// A text that several elements show is told once, and a language without any words is told as such.
+TEST(CheckSkin, NamesTheLanguagesThatLackAWord) {
+    const SoundSkin skin;
+    skin.Folder().Write("languages/test.ini",
+                        "[Sensors]\nFilename=test.sensors\n[Words]\nEngine=Motor\n");
+    skin.Folder().Write("languages/other.ini", "[Words]\nengine=Moteur\nFuel=Carburant\n");
+    skin.Folder().Write("languages/German.ini", "[Words]\nEngine=Motor\nFuel=x\nOil=y\n");
+    skin.Folder().Write("languages/old.ini", "[Sensors]\nFilename=test.sensors\n");
+    const auto findings = skin.Check(
+        SoundSkin::Text() +
+        "[engine2]\nLabel0Function=word_Fuel\nLabel0Color=1\nLabel1Function=word_FUEL\n"
+        "Label1Color=1\nLabel2Function=word_Engine\nLabel2Color=1\n"
+        "Label3Function=word_a=b\nLabel3Color=1\nLabel4Function=word_sensorcaption_none\n"
+        "Label4Color=1\nLabel5Function=word_obd_status\nLabel5Color=1\n"
+        "Button0Function=openmenu_mainmenu\nButton0Up=key.png\nButton0LabelFunction=word_Oil\n"
+        "Button0LabelColor=1\n");
+    std::string told;
+    for (const SkinError& finding : findings)
+        if (!finding.Key.empty()) told += finding.Key + " " + finding.Description + "\n";
+    EXPECT_EQ(told,
+              "Label0Function test.ini lacks the word \"Fuel\"\n"
+              "Label3Function no language file can hold a text with a \"=\"\n"
+              "Label4Function the sensor file has no sensor \"none\"\n"
+              "Button0LabelFunction old.ini has no section Words\n"
+              "Button0LabelFunction other.ini lacks the word \"Oil\"\n"
+              "Button0LabelFunction test.ini lacks the word \"Oil\"\n");
+}
+
 TEST(CheckSkin, TellsFindingsInTheOrderOfTheFile) {
     std::string text = SoundSkin::Text();
     for (const auto& [old, wrong] : {std::pair{"Gauge0Max=8000", "Gauge0Max=x"},

@@ -17,6 +17,7 @@ class SoundSkin {
     SoundSkin() {
         folder_.Write("Dravik.ini", "[Options]\nSkin=test\nLanguage=test\n");
         folder_.Write("languages/test.ini", "[Sensors]\nFilename=test.sensors\n");
+        folder_.Write("languages/German.ini", "[Sensors]\nFilename=test.sensors\n");
         folder_.Write("languages/test.sensors",
                       "[SensorConfig]\nSensor0Function=rpm.engine\nSensor0Source=obd_0C\n"
                       "Sensor1Function=speed\nSensor1Source=can_1\n");
