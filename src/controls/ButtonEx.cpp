@@ -17,6 +17,7 @@ namespace dravik {
 namespace {
 
 constexpr int kLeaveWatchMs = 60;
+constexpr double kDimmedOpacity = 0.4;
 constexpr double kHundredthsPerPixel = 26.4583;  ///< hundredths of a millimetre at 96 dots per inch
 
 }  // namespace
@@ -90,6 +91,23 @@ void ButtonEx::ShowState(ButtonState state) {
 
 void ButtonEx::ShowStateOnce(ButtonState state) {
     if (state_ != state) ShowState(state);
+}
+
+void ButtonEx::SetDimmed(bool dimmed) {
+    if (dimmed == dimmed_) return;
+    dimmed_ = dimmed;
+    setFocusPolicy(dimmed ? Qt::NoFocus : Qt::StrongFocus);
+    QWidget* container = parentWidget();
+    if (dimmed) {
+        DropPress();
+        Timer1_.stop();
+        ShowStateOnce(ButtonState::Up);
+        hadFocus_ = hasFocus();
+        if (hadFocus_ && container != nullptr) container->setFocus(Qt::OtherFocusReason);
+    } else if (std::exchange(hadFocus_, false) && container != nullptr && container->hasFocus()) {
+        setFocus(Qt::OtherFocusReason);
+    }
+    update();
 }
 
 // The small picture and the caption ---------------------------------------------------------------
@@ -172,6 +190,7 @@ void ButtonEx::SetLabelCaption(const std::string& text) {
 
 void ButtonEx::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
+    if (dimmed_) painter.setOpacity(kDimmedOpacity);
     const QSizeF size = shown_.DesignSize();
     PaintPicture(painter, box_.Part(0, 0, size.width(), size.height()), shown_);
     if (imageVisible_ && event->region().intersects(ImageRect()))
@@ -194,6 +213,7 @@ int Twips(double pixels, double scale) {
 // looks whether the button is still there.
 
 void ButtonEx::mousePressEvent(QMouseEvent* event) {
+    if (dimmed_) return;
     const QPointer<ButtonEx> alive(this);
     if (event->button() == Qt::LeftButton) press_ = Press::Held;
     if (MouseDown)
@@ -204,6 +224,7 @@ void ButtonEx::mousePressEvent(QMouseEvent* event) {
 }
 
 void ButtonEx::mouseMoveEvent(QMouseEvent* event) {
+    if (dimmed_) return;
     if (press_ == Press::Dropped) {
         if (event->buttons().testFlag(Qt::LeftButton)) return;
         press_ = Press::None;  // its release went elsewhere
@@ -219,6 +240,7 @@ void ButtonEx::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void ButtonEx::mouseReleaseEvent(QMouseEvent* event) {
+    if (dimmed_) return;
     const QPointer<ButtonEx> alive(this);
     const bool left = event->button() == Qt::LeftButton;
     const Press press = left ? std::exchange(press_, Press::None) : press_;
@@ -233,6 +255,7 @@ void ButtonEx::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void ButtonEx::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (dimmed_) return;
     if (event->button() != Qt::LeftButton) {
         mousePressEvent(event);
         return;
@@ -244,6 +267,7 @@ void ButtonEx::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void ButtonEx::DropPress() {
+    hadFocus_ = false;
     if (press_ != Press::None) press_ = Press::Dropped;
     if (state_ == ButtonState::Down) ShowState(ButtonState::Up);
 }

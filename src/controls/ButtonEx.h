@@ -63,6 +63,13 @@ class ButtonEx : public QWidget {
     /// down picture goes. For a button that is given another meaning, hidden or covered meanwhile.
     void DropPress();
 
+    /// A dimmed button is drawn faint, shows its up picture and takes part in nothing: no press, no
+    /// hovering, no focus. Its touches do not reach what lies beneath either. One that had the
+    /// focus gives it to its container, and takes it back from there when it is no longer dimmed,
+    /// unless DropPress has come between.
+    void SetDimmed(bool dimmed);
+    bool Dimmed() const { return dimmed_; }
+
     // The small picture (imgImage).
     void SetImage(const SkinPicture& picture);
     void SetImageVisible(bool visible);
@@ -137,6 +144,8 @@ class ButtonEx : public QWidget {
     SkinPicture shown_;
     ButtonState state_ = ButtonState::Up;
     bool hoverOff_ = true;
+    bool dimmed_ = false;
+    bool hadFocus_ = false;  ///< when it was dimmed
     Press press_ = Press::None;
 
     SkinPicture image_;

@@ -24,6 +24,7 @@ constexpr int kDragThreshold = 8;  ///< design pixels a finger may move and stil
 constexpr int kScrollMarkWidth = 3;
 constexpr int kScrollMarkOpacity = 120;
 constexpr std::size_t kPictureKeys = 256;
+constexpr double kEmptyTextShare = 0.6;   ///< of the text's colour in the text of an empty list
 constexpr double kSelectionShare = 0.25;  ///< of the text's colour in the selected row's ground
 
 /// Between words where there are any, else anywhere: names of files need not have blanks.
@@ -92,6 +93,13 @@ void SkinList::SetLeastRowHeight(int height) {
     pictures_.clear();
     ScrollTo(offset_);
     update();
+}
+
+void SkinList::SetEmptyText(const std::string& text) {
+    const QString shown = ShownText(text);
+    if (shown == emptyText_) return;
+    emptyText_ = shown;
+    if (Count() == 0) update();
 }
 
 int SkinList::RowHeight() const {
@@ -236,7 +244,10 @@ void SkinList::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     const QRect exposed = event->rect();
     painter.fillRect(exposed, backColor_);
-    if (Count() == 0) return;
+    if (Count() == 0) {
+        PaintEmptyText(painter);
+        return;
+    }
     const int row = RowPixels();
     const int firstVisible = FirstVisible();
     const int lastVisible = std::min(Count(), (offset_ + height() - 1) / row + 1);
@@ -302,6 +313,15 @@ void SkinList::PaintText(QPainter& painter, const QRect& room, const QString& te
         painter.drawText(place, int(SkinAlignment(look_.Alignment) | Qt::TextSingleLine), line);
         place.translate(0, metrics.height());
     }
+}
+
+/// Fainter than an entry, which it must not be taken for.
+void SkinList::PaintEmptyText(QPainter& painter) const {
+    const int side = qRound(kSidePadding * box_.Scale);
+    painter.setFont(SkinFont(look_, box_.Scale));
+    painter.setPen(Between(backColor_, SkinColor(look_.Color), kEmptyTextShare));
+    painter.drawText(rect().adjusted(side, side, -side, -side),
+                     int(Qt::AlignCenter) | Qt::TextWordWrap, emptyText_);
 }
 
 /// A thin bar at the right edge tells how much of the list is seen, and where.

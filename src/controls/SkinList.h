@@ -27,6 +27,8 @@ class SkinList : public QWidget {
     void SetLook(const TextLook& look, std::int32_t backColor);
     /// @param height  design pixels; a row is higher where its font needs it
     void SetLeastRowHeight(int height);
+    /// What is shown while there are no entries.
+    void SetEmptyText(const std::string& text);
     /// Where the pictures of entries are looked for, see ListPictureFile.
     void SetPictureFolder(const std::string& folder);
 
@@ -75,12 +77,14 @@ class SkinList : public QWidget {
     const SkinPicture& RowPicture(const std::string& key);
     void PaintRow(QPainter& painter, int index, int indent);
     void PaintText(QPainter& painter, const QRect& room, const QString& text) const;
+    void PaintEmptyText(QPainter& painter) const;
     void PaintScrollMark(QPainter& painter) const;
 
     DesignBox box_;
     TextLook look_;
     QColor backColor_;
     int leastRowHeight_ = 0;
+    QString emptyText_;
     std::string folder_;
     std::map<std::string, SkinPicture> pictures_;  ///< by key; null where there is no file
 

@@ -4,12 +4,15 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "platform/FormTimer.h"
+#include "platform/serial/PortPresence.h"
 #include "platform/serial/SerialPort.h"
 
 /// The state that all modules share. It is created at start-up and lives until the program ends;
@@ -104,6 +107,67 @@ struct LaunchOptions {
     bool KeepsNothing = false;
 };
 
+/// What went wrong with the link last, or stands in its way; `ReasonText` says it in words.
+enum class LinkFault : std::uint8_t {
+    None,
+    NotYet,        ///< nobody has asked for a connection since the start
+    LetGo,         ///< the driver has disconnected
+    NoPortChosen,  ///< the settings name no port
+    NoSuchPort,    ///< nothing of that name is there
+    NoPermission,
+    PortInUse,
+    NoSuchSpeed,
+    Refused,
+    UnknownHost,
+    NoWayToHost,
+    NotOpened,        ///< for a reason that the system does not tell
+    InterfaceSilent,  ///< opened, but no answer to the first commands
+    InterfaceUnread,  ///< opened, but what it sends cannot be read
+    VehicleSilent,    ///< the interface is there and does not answer for the vehicle
+    VehicleUnread,
+    NotReached,  ///< the interface says why it does not reach the vehicle
+    NoData,      ///< the vehicle's bus is there, but nobody on it answers
+    LineLost,    ///< the device disappeared
+};
+
+/// A port that may be offered or searched, and the device that it stands for.
+struct PortCandidate {
+    int Number = 0;
+    std::string Device;
+    bool Ours = false;  ///< the interface is connected through it, so it is there
+    PortState State = PortState::Present;
+};
+
+/// What `ReasonText` is made from.
+struct LinkReport {
+    LinkFault Fault = LinkFault::NotYet;
+    std::array<std::string, 2> Values;  ///< what its text names: the device, seconds, words
+    std::string Awaited;                ///< command whose answer is waited for; empty = the bus
+    double AwaitedSince = 0;            ///< HighResTimer, 0 = nothing is waited for
+    int AwaitedSeconds = 0;             ///< how long the wait may take
+    double NoValueSince = 0;            ///< HighResTimer when replies began to bring no value
+    std::string NoValueWords;           ///< what the interface says instead
+};
+
+/// An interface that a search has found.
+struct FoundInterface {
+    int Port = 0;  ///< its COM number; 0 for the vehicle of the demo
+    std::string Device;
+    int Baudrate = 0;  ///< 0 where the device has no speed
+    std::string Name;  ///< what it calls itself
+};
+
+/// The search for an interface, see `FindInterface`.
+struct InterfaceSearch {
+    bool Wanted = false;  ///< the next step of the link begins it
+    bool Running = false;
+    bool Cancelled = false;
+    bool Reconnects = false;  ///< the link was up or on its way before
+    std::vector<PortCandidate> Ports;
+    std::function<void(const std::optional<FoundInterface>& found)> Finished;
+    std::string Text;  ///< where it is, or what came of it
+};
+
 struct GlobalState {
     // Paths.
     std::string ProgramFolder;  ///< without a separator at its end
@@ -117,6 +181,7 @@ struct GlobalState {
     std::string ImageFolder;     ///< with a separator at its end; may lie over an installed one
     std::string SaveFolder;      ///< where snapshots go
     std::string OSKPath;         ///< on-screen keyboard program
+    bool OSKFound = false;       ///< it was there when the settings were loaded
     bool ImperialUnits = false;  ///< those of the sensor file
     std::string Units;  ///< "metric" or "imperial"; anything else: as the language has them
     LaunchOptions Launch;
@@ -157,6 +222,11 @@ struct GlobalState {
     std::string RxBuffer;       ///< received by the event path since the last whole reply
     int ReconnectSeconds = 0;   ///< OBD/Reconnect; 0 = a lost link stays lost
     bool ConnectTried = false;  ///< a connect has run since start-up
+    bool LetGo = false;         ///< the driver has disconnected: nothing connects but a new request
+    bool StepCancelled = false;  ///< meanwhile, so that the step that runs sets no state any more
+    LinkReport Report;
+    InterfaceSearch Search;
+    bool CodesRead = false;  ///< the trouble codes were read since the last connect
     double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
     double RequestedAt = 0;  ///< HighResTimer of the last live request
     /// HighResTimer of each PID's last value, 0 = none since the connect or for this frame.

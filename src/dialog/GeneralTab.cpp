@@ -7,6 +7,8 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
+#include <QTimer>
 
 #include "core/basGlobal.h"
 #include "dialog/SettingsLook.h"
@@ -20,6 +22,9 @@ namespace dravik {
 
 namespace {
 
+constexpr int kSearchWatchMs = 100;
+constexpr const char* kFindCaption = "Find";
+constexpr const char* kCancelCaption = "Cancel";
 constexpr int kPortListWidth = 290;  // room for the devices beside the names
 constexpr int kDeviceWidth = 120;
 constexpr int kTwoColumns = 640;      // a tab at least that wide has two of them
@@ -153,7 +158,16 @@ QComboBox* GeneralTab::BoxOf(Setting setting) const {
 }
 
 QWidget* GeneralTab::InterfaceGroup() {
-    QWidget* group = SettingsGroup(InWords("OBD interface"), SettingFrame::Interface);
+    auto* cells = new CellGrid;
+    AddSettings(cells, SettingFrame::Interface);
+    cmdFind_ = MakeButton("cmdFind", {});
+    cells->Add(new FieldCell({}, {cmdFind_}), true);
+    QObject::connect(cmdFind_, &QPushButton::clicked, this, [this] { FindOrCancel(); });
+    searchWatch_ = new QTimer(this);
+    searchWatch_->setInterval(kSearchWatchMs);
+    QObject::connect(searchWatch_, &QTimer::timeout, this, [this] { TellSearch(); });
+    cmdFind_->setText(InWords(kFindCaption));
+    QWidget* group = MakeGroup(InWords("OBD interface"), cells);
     QComboBox* port = BoxOf(Setting::ComPort);
     port->view()->setMinimumWidth(Px(kPortListWidth));
     lCommDevice_->setObjectName(QStringLiteral("lCommDevice"));
@@ -280,6 +294,43 @@ void GeneralTab::CommSelected() {
         lCommDevice_->fontMetrics().elidedText(device, Qt::ElideMiddle, Px(kDeviceWidth)));
     lCommDevice_->setToolTip(device);
 #endif
+}
+
+/// The ports with the devices as they stand in the fields, saved or not.
+void GeneralTab::FindOrCancel() {
+    if (Searching()) return CancelSearch();
+    std::vector<PortCandidate> ports = PortCandidates();
+    for (PortCandidate& port : ports) {
+        const std::string& device = values_.Ports[port.Number];
+        port.Device = device.empty() ? DefaultPortDevice(port.Number) : device;
+        port.Ours = false;  // the search closes it first
+    }
+    FindInterface(std::move(ports), [tab = QPointer<GeneralTab>(this)](const auto& found) {
+        if (tab == nullptr) return;
+        if (found) tab->TakeOver(*found);
+        tab->TellSearch();
+    });
+    searchWatch_->start();
+    TellSearch();
+}
+
+void GeneralTab::TakeOver(const FoundInterface& found) {
+    found_ = true;
+    ShowIn(BoxOf(Setting::ComPort), PortName(found.Port));
+    if (found.Baudrate > 0) ShowIn(BoxOf(Setting::Baudrate), QString::number(found.Baudrate));
+    CommSelected();
+}
+
+void GeneralTab::TellSearch() {
+    const bool searching = Searching();
+    if (!searching) searchWatch_->stop();
+    cmdFind_->setText(InWords(searching ? kCancelCaption : kFindCaption));
+    tell_(Shown(FindingText()));
+}
+
+/// What nobody waits for any more.
+GeneralTab::~GeneralTab() {
+    if (searchWatch_->isActive()) CancelSearch();
 }
 
 void GeneralTab::BrowseKeyboard() {

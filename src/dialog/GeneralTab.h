@@ -5,7 +5,7 @@
 #include <string>
 
 #include "dialog/FieldGrid.h"
-#include "dialog/PortSearch.h"
+#include "obd/PortSearch.h"
 #include "settings/SettingsWriter.h"
 #include "settings/basSettings.h"
 
@@ -13,6 +13,8 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QPushButton;
+class QTimer;
 
 namespace dravik {
 
@@ -29,6 +31,11 @@ class GeneralTab : public ArrangedTab {
 
     /// The settings as they stand in the fields.
     SettingsValues Values() const;
+
+    ~GeneralTab() override;
+
+    /// True once a search has filled in the port and the speed.
+    bool HasFound() const { return found_; }
 
     /// Offers a serial port.
     void OfferPort(const PortCandidate& port);
@@ -47,6 +54,9 @@ class GeneralTab : public ArrangedTab {
     QWidget* AdditionsGroup();
     void FillAdditions();
     void CommSelected();
+    void FindOrCancel();
+    void TakeOver(const FoundInterface& found);
+    void TellSearch();
     void BrowseKeyboard();
     void BrowseFolder();
 
@@ -56,6 +66,9 @@ class GeneralTab : public ArrangedTab {
     std::array<QLineEdit*, kSettingCount> fields_{};  ///< where each setting's text stands
     std::array<QComboBox*, kSettingCount> boxes_{};   ///< the box around it, where it is a choice
     QLabel* lCommDevice_ = nullptr;
+    QPushButton* cmdFind_ = nullptr;
+    QTimer* searchWatch_ = nullptr;  ///< runs while a search of this tab does
+    bool found_ = false;
     std::array<QCheckBox*, kMiscOptions> chMiscOptions_{};
     QComboBox* coPort_;
     QComboBox* coPortDevice_;

@@ -15,9 +15,9 @@
 #include "core/basGlobal.h"
 #include "dialog/GeneralTab.h"
 #include "dialog/InfoTabs.h"
-#include "dialog/PortSearch.h"
 #include "dialog/SensorTab.h"
 #include "dialog/SettingsLook.h"
+#include "obd/PortSearch.h"
 #include "obd/basOBD.h"
 #include "platform/serial/PortPresence.h"
 #include "settings/SettingsWriter.h"
@@ -96,9 +96,10 @@ frSettings::frSettings(QWidget* window)
     SearchPorts(
         PortCandidates(),
         [general = QPointer<GeneralTab>(general_)](const PortCandidate& port) {
-            if (general != nullptr) general->OfferPort(port);
+            const bool usable = port.State != PortState::NoPermission;
+            if (general != nullptr && usable) general->OfferPort(port);
         },
-        PortPresent);
+        LookAtPort);
     Place();
     if (window != nullptr)  // a display that is turned, or a keyboard that takes a part of it
         QObject::connect(window->screen(), &QScreen::availableGeometryChanged, this,
@@ -220,6 +221,7 @@ void frSettings::Save() {
 void frSettings::Apply() {
     ClearPidWanted();
     LoadSettings();
+    if (general_->HasFound()) basGlobal.ConnState = kConnecting;  // that is what it was found for
     upCalls.ApplyPointerShape();
     close();  // first, so that nothing that the page has to say is hidden behind the dialog
     LoadSkinPage("mainmenu", false);

@@ -1,6 +1,8 @@
 #include <string_view>
 
 #include "core/basGlobal.h"
+#include "obd/LinkFaults.h"
+#include "obd/LinkStep.h"
 #include "obd/basOBD.h"
 #include "platform/Events.h"
 #include "platform/Profile.h"
@@ -27,20 +29,30 @@ bool OpenPort() {
     std::string device = g.Launch.DemoDevice;
     if (device.empty()) {
         const double number = LeadingNumber(ReadIniString(g.IniFile, "OBD", "ComPort"));
-        if (!(number >= 1 && number <= kHighestPort)) return false;
+        if (!(number >= 1 && number <= kHighestPort)) {
+            NoteFault(LinkFault::NoPortChosen);
+            return false;
+        }
         device = PortDevice(static_cast<int>(number));
+        if (device.empty())
+            NoteFault(LinkFault::NoSuchPort, "COM" + std::to_string(static_cast<int>(number)));
     }
     if (device.empty()) return false;
 
     const int baudrate = ReadProfileInt(g.IniFile, "OBD", "Baudrate", 0);
     g.comOBD.SetDevice(device);
     g.comOBD.SetBaudrate(baudrate > 0 ? baudrate : kDefaultBaudrate);
-    return g.comOBD.Open();
+    if (g.comOBD.Open()) return true;
+    NoteOpenFailure();
+    return false;
 }
 
 bool ResetInterface() {
     for (const char* command : kResetCommands) {
-        if (SendCommand(command).find('>') == std::string::npos) return false;
+        const std::string reply = SendCommand(command);
+        if (reply.find('>') != std::string::npos) continue;
+        NoteSilentInterface(reply);
+        return false;
     }
     return true;
 }
@@ -59,6 +71,7 @@ std::string AskIdentity() {
 /// Gives the vehicle bus its time before the first request. Ends with the device.
 void WaitForBus(int seconds) {
     const GlobalState& g = basGlobal;
+    const AwaitedAnswer wait({}, seconds);
     const double end = HighResTimer() + seconds;
     for (double left = seconds; left > 0 && g.comOBD.IsOpen() && !g.Closing;
          left = end - HighResTimer())
@@ -79,10 +92,16 @@ bool RunSequence() {
     g.InterfaceId = AskIdentity();
     g.tiTimeout.SetEnabled(true);
 
+    if (g.StepCancelled) return false;  // before anything shows another state
     g.ConnState = kInitializing;
     WaitForBus(ReadProfileInt(g.IniFile, "OBD", "BusInitDelay", 0));
-    if (!ReadMonitorStatus(SendCommand("0101"))) return false;
+    const std::string status = SendCommand("0101");
+    if (!ReadMonitorStatus(status)) {
+        NoteVehicleFault(status);
+        return false;
+    }
     g.ProtocolText = AskProtocol();
+    if (!g.comOBD.IsOpen()) NoteSilentInterface({});
     return g.comOBD.IsOpen() && !g.Closing;
 }
 
@@ -103,15 +122,17 @@ void ConnectInterface() {
     g.LiveAt.fill(0);
     g.FreezeAt.fill(0);
     g.ValuesCame = false;
+    g.CodesRead = false;
     g.ValuelessSince = 0;
 
     if (!OpenPort()) {
-        g.ConnState = kPortNotFound;
+        EndStep(kPortNotFound);
     } else if (!RunSequence()) {
-        g.ConnState = kNotConnected;
+        EndStep(kNotConnected);
     } else {
-        g.ConnState = kConnected;
+        EndStep(kConnected);
         g.AwaitingReply = false;
+        NoteFault(LinkFault::None);
     }
 }
 

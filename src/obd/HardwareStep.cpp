@@ -3,6 +3,8 @@
 
 #include "core/basGlobal.h"
 #include "obd/AwaitPrompt.h"
+#include "obd/LinkFaults.h"
+#include "obd/LinkStep.h"
 #include "obd/basOBD.h"
 
 namespace dravik {
@@ -13,7 +15,7 @@ namespace {
 /// (0) never.
 bool ReconnectDue() {
     GlobalState& g = basGlobal;
-    if (g.ReconnectSeconds <= 0 || !g.ConnectTried) return false;
+    if (g.ReconnectSeconds <= 0 || !g.ConnectTried || g.LetGo) return false;
     const double now = HighResTimer();
     if (g.FailedSince == 0) g.FailedSince = now;
     return now - g.FailedSince >= g.ReconnectSeconds;
@@ -27,6 +29,7 @@ bool ReplyOverdue() {
 
 void Connect() {
     basGlobal.ConnectTried = true;
+    basGlobal.LetGo = false;
     basGlobal.FailedSince = 0;
     ConnectInterface();
     WriteConnectLog();
@@ -40,8 +43,8 @@ void PollLink() {
 }
 
 void RestNotConnected() {
-    if ((basGlobal.Misc & kMiscAutoConnect) != 0 || ReconnectDue())
-        basGlobal.ConnState = kConnecting;
+    const bool always = (basGlobal.Misc & kMiscAutoConnect) != 0 && !basGlobal.LetGo;
+    if (always || ReconnectDue()) basGlobal.ConnState = kConnecting;
 }
 
 void RestWithoutPort() {
@@ -89,9 +92,17 @@ constexpr StateAction kStateActions[] = {
     {kPortNotFound, RestWithoutPort},
 };
 
+void Act(std::uint8_t state) {
+    for (const StateAction& action : kStateActions) {
+        if (action.State == state) return action.Act();
+    }
+}
+
 /// A device that vanished has closed its port; the state follows unless a connect is asked for or
 /// running, which finds out by itself.
 void HandleLostDevice() {
+    if (basGlobal.Search.Running) return;
+    NoteFault(LinkFault::LineLost, basGlobal.comOBD.Device());
     const std::uint8_t state = basGlobal.ConnState;
     if (state != kPortNotFound && state != kConnecting) basGlobal.ConnState = kNotConnected;
 }
@@ -109,14 +120,33 @@ void HardwareStep() {
     // Off for the length of the step: a step that waits for the interface pumps events meanwhile
     // and must not be entered twice.
     basGlobal.tiHardware.SetEnabled(false);
-    const std::uint8_t state = basGlobal.ConnState;
-    for (const StateAction& action : kStateActions) {
-        if (action.State == state) {
-            action.Act();
-            break;
-        }
-    }
+    basGlobal.StepCancelled = false;
+    if (basGlobal.Search.Wanted)
+        RunSearch();
+    else
+        Act(basGlobal.ConnState);
     if (!basGlobal.Closing) basGlobal.tiHardware.SetEnabled(true);
+}
+
+void EndStep(std::uint8_t state) {
+    if (!basGlobal.StepCancelled) basGlobal.ConnState = state;
+}
+
+void CloseLink() {
+    GlobalState& g = basGlobal;
+    g.comOBD.Close();  // which ends every wait for an answer
+    g.StepCancelled = true;
+    g.AwaitingReply = g.StepOwed = false;
+    g.RxBuffer.clear();
+    g.ConnState = kNotConnected;
+}
+
+void Disconnect() {
+    basGlobal.Search.Reconnects = false;
+    CancelSearch();
+    NoteFault(LinkFault::LetGo);
+    CloseLink();
+    basGlobal.LetGo = true;
 }
 
 const std::string& CurrentStatusText() {

@@ -2,6 +2,7 @@
 #include <string_view>
 
 #include "core/basGlobal.h"
+#include "obd/LinkFaults.h"
 #include "obd/basOBD.h"
 #include "platform/At.h"
 #include "platform/Number.h"
@@ -147,7 +148,9 @@ void HandlePidReply(const std::string& reply) {
 
     std::string line = reply.substr(0, reply.find('\r'));
     std::erase(line, ' ');
-    if (StoreValue(line)) {
+    const bool value = StoreValue(line);
+    NoteLiveReply(reply, value);
+    if (value) {
         g.ValuesCame = true;
         g.ValuelessSince = 0;
     } else if (TellsNoData(line, reply)) {
@@ -161,6 +164,7 @@ void ClearPidWanted() {
     GlobalState& g = basGlobal;
     for (std::size_t pid = 0; pid < kLastPid; ++pid) g.PidWanted[pid] = false;  // 79 stays
     if (g.ConnState == kReceivingData) g.ConnState = kConnected;
+    g.Report.NoValueSince = 0;
 }
 
 std::uint8_t ReplyByte(std::string_view text, std::size_t n) {

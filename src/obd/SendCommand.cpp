@@ -5,6 +5,7 @@
 
 #include "core/basGlobal.h"
 #include "obd/AwaitPrompt.h"
+#include "obd/LinkFaults.h"
 #include "obd/basOBD.h"
 #include "platform/Events.h"
 
@@ -91,6 +92,7 @@ std::string SendCommand(const std::string& command) {
     SerialPort& port = basGlobal.comOBD;
     if (!port.IsOpen()) return {};
 
+    const AwaitedAnswer wait(command, QuietLimit(command, {}, kAttempts));
     double heard = HighResTimer();
     const double deadline = heard + kReplySeconds;
     Answer answer;

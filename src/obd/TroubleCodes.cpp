@@ -4,6 +4,8 @@
 #include "core/UpCalls.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
+#include "obd/LinkFaults.h"
+#include "obd/LinkStep.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
 
@@ -79,6 +81,11 @@ std::uint8_t StateIfOpen(std::uint8_t state) {
     return basGlobal.comOBD.IsOpen() ? state : static_cast<std::uint8_t>(kNotConnected);
 }
 
+void EndWithoutAnswer(const std::string& reply) {
+    NoteVehicleFault(reply);
+    EndStep(kNotConnected);
+}
+
 }  // namespace
 
 bool ReadMonitorStatus(const std::string& reply) {
@@ -93,18 +100,14 @@ bool ReadMonitorStatus(const std::string& reply) {
 }
 
 void ReadTroubleCodes() {
-    if (!ReadMonitorStatus(SendCommand("0101"))) {
-        basGlobal.ConnState = kNotConnected;
-        return;
-    }
+    const std::string status = SendCommand("0101");
+    if (!ReadMonitorStatus(status)) return EndWithoutAnswer(status);
     const std::string reply = SendCommand("03");
-    if (reply.find('>') == std::string::npos) {
-        basGlobal.ConnState = kNotConnected;
-        return;
-    }
+    if (reply.find('>') == std::string::npos) return EndWithoutAnswer(reply);
     DecodeCodes(reply);
+    basGlobal.CodesRead = true;
     ShowTroubleCodes();
-    basGlobal.ConnState = StateIfOpen(kConnected);
+    EndStep(StateIfOpen(kConnected));
 }
 
 void ClearTroubleCodes() {
@@ -112,10 +115,10 @@ void ClearTroubleCodes() {
     const std::string reply = SendCommand("04\r");
     if (reply.find("44") != std::string::npos) {
         upCalls.ShowMessage("Troublecodes cleared", kMessageInformation, "Dravik");
-        basGlobal.ConnState = StateIfOpen(kReadingCodes);
+        EndStep(StateIfOpen(kReadingCodes));
     } else {
         upCalls.ShowMessage("Could not clear Troublecodes", kMessageCritical, "Dravik");
-        basGlobal.ConnState = StateIfOpen(kConnected);
+        EndStep(StateIfOpen(kConnected));
     }
 }
 

@@ -1,9 +1,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "core/basGlobal.h"
 
 /// The link with the diagnostic interface: a serial device that takes text commands, each ended by
 /// a carriage return, and answers with text lines closed by the prompt ">".
@@ -53,6 +57,10 @@ void HardwareStep();
 /// no answer; on success InterfaceId, ProtocolText, DtcCount and MilOn are set as well.
 void ConnectInterface();
 
+/// Lets go of the interface: ends the waits of a step that runs, closes the port and leaves
+/// state 1. Neither Auto Connect nor Reconnect connects again before a connect is asked for.
+void Disconnect();
+
 /// Writes the status text and the trace of the last connect attempt to log.txt in the program
 /// folder. The trace is brought to "\r\n" line ends in place.
 void WriteConnectLog();
@@ -63,6 +71,47 @@ std::string PortDevice(int number);
 
 /// The status text of the current state; empty for a state outside the table.
 const std::string& CurrentStatusText();
+
+// The search for an interface ---------------------------------------------------------------------
+
+/// Looks for an interface: asks every port for its identification at every usual speed, one after
+/// the other, each for about a second. The next step of the link begins it, after the link that
+/// there is has been closed; that one is connected again at the end. A port that another program
+/// uses, or that this user may not use, is never opened. Pumps events while it waits. Another
+/// request for the link ends it, and while one runs no other begins.
+///
+/// @param ports     where to look, see PortCandidates
+/// @param finished  called at the end, with what was found
+void FindInterface(std::vector<PortCandidate> ports,
+                   std::function<void(const std::optional<FoundInterface>& found)> finished);
+
+/// Looks on all ports, and makes what is found the user's: saves its port and speed in the settings
+/// and connects. In the demo it looks at the vehicle of the demo alone. Ends the search where one
+/// runs already.
+void FindAndConnect();
+
+/// Ends the search, with nothing found.
+void CancelSearch();
+
+/// True from FindInterface on until the search has ended.
+bool Searching();
+
+/// Where the search is ("COM1 /dev/ttyUSB0 38400 ..."), afterwards what came of it: what was found,
+/// or that nothing was and which ports could not be asked, a line each. Empty before the first.
+const std::string& FindingText();
+
+/// The patterns that FindingText fills in, for whoever puts them into other languages.
+std::vector<std::string_view> FindingTexts();
+
+// Reasons -----------------------------------------------------------------------------------------
+
+/// One line on what keeps values away, for the driver: what the last attempt to connect met, how
+/// long an answer has been waited for, or why the values stay out. Empty while values come, and
+/// while a wait is no longer than usual.
+std::string ReasonText();
+
+/// The patterns that ReasonText fills in, for whoever puts them into other languages.
+std::vector<std::string_view> ReasonTexts();
 
 // Live and freeze-frame data ----------------------------------------------------------------------
 

@@ -86,6 +86,7 @@ void LoadSettings() {
     ReadMisc();
     LoadLanguage();
     g.OSKPath = ReadOption("OSKPath");
+    g.OSKFound = FileExists(g.OSKPath);
     g.SaveFolder = JoinPath(g.ProgramFolder, "save");
     FollowClock();
     FindSkinFiles();

@@ -49,4 +49,9 @@ SettingsValues ReadSettings();
 std::optional<NotSaved> SaveSettings(const SettingsValues& values,
                                      const std::vector<SensorRow>& sensors);
 
+/// Writes the port and its speed into the settings file; a speed of 0 leaves that as it is. The
+/// demo's settings are not the user's and stay as they are.
+/// @return false when they could not be written
+bool SavePort(int number, int baudrate);
+
 }  // namespace dravik

@@ -255,7 +255,8 @@ std::vector<QWidget*> Selection::Candidates() const {
         const bool belongs = element->InBox == inBox;
         const bool seen =
             !control->isHidden() && control->parentWidget()->rect().intersects(control->geometry());
-        if (belongs && seen) candidates.push_back(control);
+        const bool works = control->focusPolicy() != Qt::NoFocus;
+        if (belongs && seen && works) candidates.push_back(control);
     }
     return candidates;
 }

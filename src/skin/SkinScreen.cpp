@@ -75,7 +75,8 @@ void SkinScreen::DropPresses() {
 bool SkinScreen::BoxHasWayOut() const {
     const auto& buttons = Elements(kButtonKind);
     return std::any_of(buttons.begin(), buttons.end(), [this](const ScreenElement& button) {
-        // A button without a picture or off the page cannot be touched.
+        // A button without a picture, off the page or dimmed cannot be touched.
+        if (button.Control->focusPolicy() == Qt::NoFocus) return false;
         const QRect place = button.Control->geometry().translated(popUp_->pos());
         return button.InBox && LeavesBox(button.Function) && place.intersects(shield_->rect());
     });

@@ -20,14 +20,15 @@ class PaintedItem;
 /// One element in use: what the skin file says of it, what stands for it on screen and how the
 /// refresh evaluates it.
 struct ScreenElement : SkinElement {
-    QWidget* Control = nullptr;   ///< of a kind that has controls
-    PaintedItem* Item = nullptr;  ///< of a kind that its container paints
-    std::string Evaluated;        ///< function text in the form that the evaluators take
-    std::string EvaluatedImage;   ///< the same of a button's image function
-    std::string EvaluatedLabel;   ///< the same of a button's label function
-    bool FixedText = false;       ///< a label or a caption that no refresh changes
-    std::optional<int> Places;    ///< decimals of a label's number, where stated
-    std::string Shown;            ///< what the last refresh made it show: text or number
+    QWidget* Control = nullptr;    ///< of a kind that has controls
+    PaintedItem* Item = nullptr;   ///< of a kind that its container paints
+    std::string Evaluated;         ///< function text in the form that the evaluators take
+    std::string EvaluatedImage;    ///< the same of a button's image function
+    std::string EvaluatedLabel;    ///< the same of a button's label function
+    std::string EvaluatedEnabled;  ///< the same of what tells whether a button works
+    bool FixedText = false;        ///< a label or a caption that no refresh changes
+    std::optional<int> Places;     ///< decimals of a label's number, where stated
+    std::string Shown;             ///< what the last refresh made it show: text or number
 };
 
 /// What the user does with the elements, by their index; set by the main window.

@@ -41,7 +41,8 @@ struct SkinElement {
     std::string Background, Progress, Bar, BarOver, BarDown;
     std::string Picture;
 
-    // The picture and the caption inside a button.
+    // Whether a button works, the picture and the caption inside it.
+    std::string Enabled;
     std::string ImageFunction;
     int ImageX = 0, ImageY = 0;
     std::string LabelFunction, LabelCaption, LabelFont, LabelFontStyle;
@@ -50,6 +51,7 @@ struct SkinElement {
 
     // Text of labels, lists and text boxes.
     std::string Caption, Font, FontStyle, Decimals;
+    std::string EmptyText, UnreadText;
     int FontSize = 0, Alignment = 0, Lines = 0;
     int Color = 0, FontColor = 0, BackColor = 0;
 

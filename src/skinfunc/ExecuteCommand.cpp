@@ -161,6 +161,14 @@ void Connect(const Command&) {
     basGlobal.ConnState = kConnecting;
 }
 
+void LetGoOfLink(const Command&) {
+    Disconnect();
+}
+
+void FindLink(const Command&) {
+    FindAndConnect();
+}
+
 void ReadCodes(const Command&) {
     if (LinkIdle()) basGlobal.ConnState = kReadingCodes;
 }
@@ -342,6 +350,16 @@ constexpr CommandWord kCommandWords[] = {
     {{"closebox", Nothing, "", "closes the box"}, CloseOpenBox},
     {{"exit", Nothing, "", "closes the box; without one, opens `mainmenu`"}, LeavePage},
     {{"obd", Fixed, "connect", "connects to the interface, anew if need be"}, Connect},
+    {{"obd", Fixed, "disconnect",
+      "lets go of the interface, also while it is being connected; nothing but `obd_connect` or "
+      "new "
+      "settings connect again"},
+     LetGoOfLink},
+    {{"obd", Fixed, "find",
+      "looks for the interface on every port at every speed, saves what it finds and connects; "
+      "ends "
+      "the search that runs"},
+     FindLink},
     {{"obd", Fixed, "gettroublecodes", "reads the trouble codes, while connected"}, ReadCodes},
     {{"obd", Fixed, "cleartroublecodes", "asks, then clears the trouble codes, while connected"},
      AskToClearCodes},

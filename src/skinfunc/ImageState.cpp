@@ -1,4 +1,5 @@
 #include "core/basGlobal.h"
+#include "obd/basOBD.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
 #include "skinfunc/basValueProc.h"
@@ -27,6 +28,26 @@ bool NothingSelected(std::string_view) {
 
 bool Connected(std::string_view) {
     return basGlobal.ConnState == kConnected || basGlobal.ConnState == kReceivingData;
+}
+
+bool Connecting(std::string_view) {
+    return basGlobal.ConnState == kConnecting || basGlobal.ConnState == kInitializing;
+}
+
+bool Finding(std::string_view) {
+    return Searching();
+}
+
+bool CodeKnown(std::string_view) {
+    return basGlobal.DtcCount > 0;
+}
+
+bool CodesRead(std::string_view) {
+    return basGlobal.CodesRead;
+}
+
+bool KeyboardFound(std::string_view) {
+    return basGlobal.OSKFound;
 }
 
 bool Malfunction(std::string_view) {
@@ -91,6 +112,12 @@ constexpr ImageWord kImageWords[] = {
       "slider 0 is selected; those of shared sections count first"},
      SliderSelected},
     {{"obd", Fixed, "connected", "connected to the interface"}, Connected},
+    {{"obd", Fixed, "connecting", "on the way to being connected"}, Connecting},
+    {{"obd", Fixed, "finding", "the interface is being looked for"}, Finding},
+    {{"obd", Fixed, "codes", "the vehicle has stored a trouble code at least"}, CodeKnown},
+    {{"obd", Fixed, "codesread", "the trouble codes were read since the connect"}, CodesRead},
+    {{"obd", Fixed, "keyboard", "an on-screen keyboard is set, and its file is there"},
+     KeyboardFound},
     {{"obd", Fixed, "malfunction", "the vehicle's malfunction lamp is on"}, Malfunction},
     {{"sensoron", Sensor, "rpm.engine", "the sensor is switched on"}, SensorOn},
     {{"sensoractive", Sensor, "rpm.engine", "the same"}, SensorOn},

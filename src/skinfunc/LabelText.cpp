@@ -75,6 +75,14 @@ Text LinkStatus(std::string_view) {
     return CurrentStatusText();
 }
 
+Text LinkReason(std::string_view) {
+    return ReasonText();
+}
+
+Text LinkSearch(std::string_view) {
+    return FindingText();
+}
+
 Text InterfaceName(std::string_view) {
     return basGlobal.InterfaceId;
 }
@@ -149,6 +157,11 @@ constexpr TextWord kTextWords[] = {
     {{"currentfolder", Nothing, "", "the folder that a media list shows"}, CurrentFolder},
     {{"caption", Nothing, "", "always `Off`"}, Caption},
     {{"obd", Fixed, "status", "the state of the link: `Receiving Data.`"}, LinkStatus},
+    {{"obd", Fixed, "reason", "why the link is down or brings no values; empty while all is well"},
+     LinkReason},
+    {{"obd", Fixed, "finding",
+      "where the search for the interface is, and what came of it, in up to several lines"},
+     LinkSearch},
     {{"obd", Fixed, "interface", "what the interface calls itself"}, InterfaceName},
     {{"obd", Fixed, "protocol", "the protocol of the vehicle's bus"}, ProtocolName},
     {{"sensorcaption", Sensor, "rpm.engine", "the caption of a sensor, in the user's language"},

@@ -1,13 +1,17 @@
 #include <fcntl.h>
+#include <gmock/gmock.h>
 #include <unistd.h>
 
 #include <future>
 #include <memory>
 
 #include "dialog/DialogFixture.h"
-#include "dialog/PortSearch.h"
+#include "obd/PortSearch.h"
+#include "obd/basOBD.h"
 #include "platform/Profile.h"
 #include "platform/serial/PseudoTerminal.h"
+#include "support/ScriptedInterface.h"
+#include "support/TestClock.h"
 
 namespace dravik {
 namespace {
@@ -78,16 +82,78 @@ TEST_F(PortSearch, ThePortInUseIsOfferedEvenIfItsNameIsGone) {
     EXPECT_EQ(Offered(), std::vector<std::string>{"COM4"});
 }
 
+class FindButton : public PortSearch {
+ protected:
+    FindButton() {
+        interface_.OnAllCommands();
+        SetDevice(7, interface_.Device());
+        clock_.OnTick([this] {
+            AdvanceHighResTimer(0.02);  // silent speeds need not be waited for
+            if (basGlobal.Search.Running && WhileSearching) WhileSearching();
+        });
+        basGlobal.tiHardware.SetEnabled(true);
+    }
+    static bool WaitForTheEnd() {
+        return QTest::qWaitFor([] { return TextOf("cmdFind") == "Find"; });
+    }
+
+    ScriptedInterface interface_;
+    std::function<void()> WhileSearching;
+
+ private:
+    FormTimer clock_{1, true};
+};
+
+TEST_F(FindButton, FillsInWhatIsFoundAndSavingItConnects) {
+    const auto saved = [] { return ReadIniString(basGlobal.IniFile, "OBD", "ComPort"); };
+    Open();
+    std::string caption;
+    WhileSearching = [&caption] { caption = TextOf("cmdFind"); };
+    Click("cmdFind");
+    ASSERT_TRUE(WaitForTheEnd());
+    EXPECT_EQ(caption, "Cancel");
+    EXPECT_EQ(Message(), "Found: IFX 1.5 on COM7 " + interface_.Device() + " 38400");
+    EXPECT_EQ(TextOf("coCommSelect"), "COM7");
+    EXPECT_EQ(TextOf("lCommDevice"), interface_.Device());
+    EXPECT_EQ(TextOf("coBaudrate"), "38400");
+    EXPECT_EQ(saved(), "3");
+    Click("bSave");
+    EXPECT_EQ(saved(), "7");
+    EXPECT_TRUE(QTest::qWaitFor([] { return basGlobal.ConnState == kConnected; }));
+}
+
+TEST_F(FindButton, PressedAgainOrWithTheDialogItEnds) {
+    interface_.On("ATI", {""});
+    for (const char* button : {"cmdFind", "Command1"}) {
+        Open();
+        WhileSearching = [this, button] {
+            const std::string place = "COM7 " + interface_.Device();
+            if (interface_.Commands.empty() || !Message().starts_with(place)) return;
+            WhileSearching = nullptr;
+            Click(button);
+        };
+        Click("cmdFind");
+        ASSERT_TRUE(QTest::qWaitFor([] { return !Searching(); }));
+        EXPECT_EQ(FindingText(), "The search was cancelled");
+        if (Dialog() != nullptr) {
+            EXPECT_EQ(Message(), "The search was cancelled");
+            EXPECT_EQ(TextOf("coCommSelect"), "COM3");
+        }
+        interface_.Commands.clear();
+    }
+    EXPECT_EQ(Dialog(), nullptr);
+}
+
 TEST_F(PortSearch, ADeviceThatDoesNotAnswerHoldsUpNothing) {
     std::promise<void> answer;
     auto answered = std::make_shared<std::shared_future<void>>(answer.get_future().share());
     std::vector<int> found;
     SearchPorts(
-        {{1, "quick", false}, {2, "stuck", false}, {3, "ours", true}},
+        {{1, "quick"}, {2, "stuck"}, {3, "ours", true}},
         [&found](const PortCandidate& port) { found.push_back(port.Number); },
         [answered](const std::string& device) {
             if (device == "stuck") answered->wait();
-            return true;
+            return PortState::Present;
         });
     // The first port is told while the second one is still being waited for.
     EXPECT_TRUE(QTest::qWaitFor([&] { return !found.empty(); }));

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "languages/LanguageFolder.h"
+#include "obd/basOBD.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
@@ -51,6 +52,8 @@ TEST(Words, EveryTextOfTheProgramIsKnownToEveryLanguage) {
     ASSERT_GE(texts.size(), 5U) << "are the sources where they were?";
     for (const std::string& status : basGlobal.StatusText)
         if (!status.empty()) texts.insert(status);
+    for (const auto& patterns : {ReasonTexts(), FindingTexts()})
+        texts.insert(patterns.begin(), patterns.end());
     for (const SettingRow& row : kSettingRows) {
         for (const std::string text : {row.Caption, row.WhenEmpty})
             if (text.find_first_not_of("0123456789:") != std::string::npos) texts.insert(text);

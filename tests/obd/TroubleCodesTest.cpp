@@ -100,6 +100,10 @@ TEST_F(TroubleCodes, EntriesBeyondTheCountAreKept) {
     EXPECT_EQ(basGlobal.DtcList[0], "P0199");
     ASSERT_EQ(basGlobal.Lists[7].Entries.size(), 1U);
     EXPECT_EQ(basGlobal.Lists[7].Entries[0].Text, "No Errors");
+    EXPECT_TRUE(basGlobal.CodesRead);
+    interface_->OnAllCommands();
+    Connect();
+    EXPECT_FALSE(basGlobal.CodesRead) << "perhaps another vehicle";
 }
 
 TEST_F(TroubleCodes, AFailedReadLeavesTheCodesAndTheLink) {
@@ -116,7 +120,9 @@ TEST_F(TroubleCodes, AFailedReadLeavesTheCodesAndTheLink) {
         interface_->On("0101", {row.Status});
         interface_->On("03", {row.Reply});
         basGlobal.ConnState = kReadingCodes;
+        basGlobal.CodesRead = false;
         HardwareStep();
+        EXPECT_FALSE(basGlobal.CodesRead);
         EXPECT_EQ(basGlobal.ConnState, 1);
         EXPECT_EQ(basGlobal.DtcCount, row.Count);
         EXPECT_EQ(basGlobal.DtcList[0], "P0133");

@@ -307,6 +307,35 @@ TEST_F(RefreshTest, ListsShowTheirSlotAndTheLastOneIsCurrent) {
     EXPECT_EQ(ListPageSize(), 0);
 }
 
+TEST_F(RefreshTest, AnEmptyListSaysWhyInTheWordsOfTheSkin) {
+    Start("[mainmenu]\n" +
+          Repeated("List", 3, "troublecodes", {"Width=200", "Height=100", "FontColor=&HFFFFFF"}) +
+          "List1Function=media\nList1X=300\nList2X=600\n"
+          "List0EmptyText=None\nList0UnreadText=Not read yet\nList1EmptyText=OBD_Status\n");
+    basGlobal.ConnState = kNotConnected;
+    const auto shown = [this](int list) { return Element(kListKind, list).Shown; };
+    const auto bright = [this](int x) {
+        const QImage image = window->grab(QRect(x, 0, 200, 100)).toImage();
+        int count = 0;
+        for (int place = 0; place < 200 * 100; ++place)
+            count += image.pixelColor(place % 200, place / 200).green() > 100;
+        return count > 0;
+    };
+    Refresh();
+    EXPECT_EQ(shown(0), "Not read yet");
+    EXPECT_EQ(shown(1), "Not Connected.") << "a label function";
+    EXPECT_EQ(shown(2), "");
+    EXPECT_TRUE(bright(0) && bright(300));
+    EXPECT_FALSE(bright(600)) << "nothing without the key";
+    basGlobal.CodesRead = true;
+    Refresh();
+    EXPECT_EQ(shown(0), "None");
+    ShowTroubleCodes();
+    SelectListEntry(basGlobal.Lists[kCodeListSlot], 1);
+    Refresh();
+    EXPECT_EQ(shown(0), "No Errors");
+}
+
 TEST_F(RefreshTest, OnlyWhatChangedIsPainted) {
     Picture("track.png", 100, 20, Qt::black);
     Picture("fill.png", 100, 20, Qt::red);

@@ -175,6 +175,67 @@ TEST_F(SelectionTest, PageKeysWorkInTheListThatHasTheFocus) {
     EXPECT_EQ(Media().Selected, last - 3 * page) << "the page has the focus";
 }
 
+TEST_F(SelectionTest, AButtonThatIsNotEnabledTakesNoPartUntilItIs) {
+    Start("[mainmenu]\n" + ButtonKeys({{"a", 0, 0}, {"b", 100, 0}}) + "[other]\n" +
+          ButtonKeys({{"a", 0, 0}, {"value_-", 100, 0}, {"c", 200, 0}}) +
+          "Button1Over=b64.png\nButton1Enabled=OBD_connected\n"
+          "List0Function=media\nList0Y=300\nList0Width=100\nList0Height=100\n");
+    Load("other");
+    Finish();
+    FillMedia(50);
+    const auto becomes = [this](int state) {
+        basGlobal.ConnState = static_cast<std::uint8_t>(state);
+        Refresh();
+    };
+    const auto shown = [this] { return kButtonKind.Shown(Element(kButtonKind, 1)); };
+    EXPECT_EQ(shown(), "dim") << "from the start";
+    EXPECT_NEAR(Pixel(130, 30).blue(), 102, 3);
+    EXPECT_EQ(Pixel(30, 30).blue(), 255);
+    EXPECT_THAT(Walk({Qt::Key_Right, Qt::Key_Right, Qt::Key_Left, Qt::Key_Tab}),
+                ElementsAre(0, 2, 0, 2));
+    Move(130, 30);
+    Move(132, 32);
+    EXPECT_EQ(shown(), "dim");
+    EXPECT_EQ(basGlobal.FocusedButton, 2);
+    basGlobal.LastCommand.clear();
+    Click(130, 30);
+    QTest::mouseDClick(window->windowHandle(), Qt::LeftButton, {}, QPoint(130, 30));
+    EXPECT_EQ(basGlobal.LastCommand, "");
+    EXPECT_EQ(basGlobal.CurrentMenu, "other") << "what lies beneath has no part in it either";
+
+    becomes(3);
+    EXPECT_EQ(Pixel(130, 30).blue(), 255);
+    Button(1).setFocus();
+    Key(Qt::Key_Return);
+    EXPECT_EQ(Media().Selected, 2);
+    becomes(16);
+    EXPECT_EQ(basGlobal.FocusedButton, kNoFocus);
+    Key(Qt::Key_Return);
+    EXPECT_EQ(Media().Selected, 2);
+    becomes(3);
+    EXPECT_EQ(basGlobal.FocusedButton, 1) << "selected again, as nothing else was meanwhile";
+    becomes(16);
+    Button(0).setFocus();
+    becomes(3);
+    EXPECT_EQ(basGlobal.FocusedButton, 0);
+
+    Press(130, 30);
+    ASSERT_TRUE(basGlobal.tiKeyrepeat.Enabled());
+    const int selected = Media().Selected;
+    becomes(1);
+    EXPECT_FALSE(basGlobal.tiKeyrepeat.Enabled()) << "a held press goes no further";
+    becomes(3);
+    Release(130, 30);
+    EXPECT_EQ(Media().Selected, selected);
+
+    Button(1).setFocus();
+    becomes(1);
+    Load("mainmenu");
+    EXPECT_EQ(basGlobal.FocusedButton, kNoFocus);
+    EXPECT_EQ(shown(), "up") << "another page, another button";
+    EXPECT_THAT(Walk({Qt::Key_Right, Qt::Key_Right}), ElementsAre(0, 1));
+}
+
 TEST_F(SelectionTest, HeldArrowKeysAndStepButtonsRepeat) {
     Start("[mainmenu]\n" + ButtonKeys({{"value_-", 0, 0}, {"sensoron_x", 100, 0}, {"b", 200, 0}}) +
           "List0Function=media\nList0Y=300\nList0Width=100\nList0Height=100\n");

@@ -6,6 +6,7 @@
 #include "platform/Clock.h"
 #include "platform/KeyState.h"
 #include "settings/Words.h"
+#include "settings/basSettings.h"
 #include "skinfunc/basValueProc.h"
 #include "support/GlobalsFixture.h"
 
@@ -84,6 +85,18 @@ TEST_F(Evaluators, ImageFunctionsFollowTheState) {
     for (int state = 0; state < 24; ++state) {
         basGlobal.ConnState = static_cast<std::uint8_t>(state);
         EXPECT_EQ(Image("obd_connected"), state == 3 || state == 9) << state;
+        EXPECT_EQ(Image("obd_connecting"), state == 4 || state == 8) << state;
+    }
+    basGlobal.DtcCount = 0;
+    EXPECT_FALSE(Image("obd_codes") || Image("obd_codesread") || Image("obd_finding"));
+    basGlobal.DtcCount = 1;
+    basGlobal.CodesRead = basGlobal.Search.Wanted = true;
+    EXPECT_TRUE(Image("obd_codes") && Image("obd_codesread") && Image("obd_finding"));
+    for (const char* program : {"", "0", "nowhere", "Dravik.ini"}) {
+        const std::string path = (folder_ / program).string();
+        WriteFile("Dravik.ini", "[Options]\nOSKPath=" + path + "\n");
+        LoadSettings();
+        EXPECT_EQ(Image("obd_keyboard"), std::string(program) == "Dravik.ini") << program;
     }
 }
 

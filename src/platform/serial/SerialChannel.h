@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/serial/SerialPort.h"
+
 /// What stands behind a SerialPort: one open device of any kind, and the way there. Only the
 /// serial port's own files include this.
 namespace dravik {
@@ -49,6 +51,9 @@ class SerialOpening {
 
     /// After Finished: the open device, or nothing when it could not be opened.
     virtual std::unique_ptr<SerialChannel> Take(std::weak_ptr<SerialListener> listener) = 0;
+
+    /// After Finished: why it could not be opened.
+    virtual OpenFailure Failure() const = 0;
 };
 
 inline constexpr std::string_view kTcpPrefix = "tcp://";
@@ -62,7 +67,8 @@ using NativeHandle = std::intptr_t;
 inline constexpr NativeHandle kNoHandle = -1;
 
 /// Opens and sets up the system's own serial device; may block, runs in a worker thread.
-NativeHandle OpenNative(const std::string& device, int baudrate);
+/// @param failure  set when there is no handle
+NativeHandle OpenNative(const std::string& device, int baudrate, OpenFailure& failure);
 void CloseNative(NativeHandle handle);
 std::unique_ptr<SerialChannel> MakeNativeChannel(NativeHandle handle,
                                                  std::weak_ptr<SerialListener> listener);

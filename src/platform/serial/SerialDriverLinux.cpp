@@ -35,6 +35,11 @@ bool IsPseudoTerminal(int descriptor) {
     return number >= kFirstMajor && number <= kLastMajor;
 }
 
+bool IsMarked(int descriptor) {
+    int marked = 0;
+    return ioctl(descriptor, TIOCGEXCL, &marked) == 0 && marked != 0;
+}
+
 int CountOverruns(int descriptor) {
     serial_icounter_struct counts{};
     if (ioctl(descriptor, TIOCGICOUNT, &counts) != 0) return 0;

@@ -12,6 +12,10 @@ bool IsPseudoTerminal(int) {
     return false;
 }
 
+bool IsMarked(int) {
+    return false;
+}
+
 int CountOverruns(int) {
     return 0;
 }

@@ -17,6 +17,7 @@ struct Attempt {
     bool Finished = false;
     bool Abandoned = false;
     NativeHandle Handle = kNoHandle;
+    OpenFailure Failure = OpenFailure::None;
 };
 
 std::mutex workerMutex;
@@ -35,7 +36,8 @@ void ReleaseWorker() {
 }
 
 void RunAttempt(Attempt& attempt, const std::string& device, int baudrate) {
-    const NativeHandle handle = OpenNative(device, baudrate);
+    OpenFailure failure = OpenFailure::None;
+    const NativeHandle handle = OpenNative(device, baudrate, failure);
     // The wake-up is posted under the lock: once abandoned, the event loop may be gone.
     const std::lock_guard lock(attempt.Mutex);
     if (attempt.Abandoned) {
@@ -43,6 +45,7 @@ void RunAttempt(Attempt& attempt, const std::string& device, int baudrate) {
         return;
     }
     attempt.Handle = handle;
+    attempt.Failure = failure;
     attempt.Finished = true;
     PostToUserInterface([] {});
 }
@@ -70,6 +73,11 @@ class WorkerOpening : public SerialOpening {
         const NativeHandle handle = std::exchange(attempt_->Handle, kNoHandle);
         if (handle == kNoHandle) return nullptr;
         return MakeNativeChannel(handle, std::move(listener));
+    }
+
+    OpenFailure Failure() const override {
+        const std::lock_guard lock(attempt_->Mutex);
+        return attempt_->Failure;
     }
 
  private:

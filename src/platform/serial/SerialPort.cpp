@@ -40,6 +40,7 @@ struct SerialPort::Impl : SerialListener, std::enable_shared_from_this<SerialPor
 
     std::string Device;
     int Baudrate;
+    OpenFailure Failure = OpenFailure::None;  // of the last Open
     std::unique_ptr<SerialChannel> Channel;
     std::function<void(int)> OnReceive;
     std::function<void()> OnLost;
@@ -71,11 +72,16 @@ struct SerialPort::Impl : SerialListener, std::enable_shared_from_this<SerialPor
 std::unique_ptr<SerialOpening> SerialPort::Impl::WaitForOpening() {
     const unsigned session = session_;
     const unsigned aborts = abortCount;
+    Failure = OpenFailure::GivenUp;
     std::unique_ptr<SerialOpening> opening = StartOpening(Device, Baudrate);
+    if (!opening && Device.starts_with(kTcpPrefix)) Failure = OpenFailure::UnknownHost;
     const Clock::time_point deadline = Clock::now() + kOpenLimit;
     while (opening && !opening->Finished()) {
         const std::chrono::duration<double> left = deadline - Clock::now();
-        if (left.count() <= 0) return nullptr;
+        if (left.count() <= 0) {
+            Failure = OpenFailure::NoAnswer;
+            return nullptr;
+        }
         WaitForEvents(left.count());
         if (session != session_ || aborts != abortCount) return nullptr;
     }
@@ -86,10 +92,12 @@ bool SerialPort::Impl::Open() {
     Close();
     const std::unique_ptr<SerialOpening> opening = WaitForOpening();
     if (!opening) return false;
+    Failure = opening->Failure();
     Channel = opening->Take(weak_from_this());
     CollectForCaller();
     if (Channel) return true;
     Close();  // lost already: there is no open device to report as lost
+    if (Failure == OpenFailure::None) Failure = OpenFailure::NoSuchDevice;
     return false;
 }
 
@@ -224,6 +232,10 @@ int SerialPort::Baudrate() const {
 bool SerialPort::Open() {
     const std::shared_ptr<Impl> self = impl_;
     return self->Open();
+}
+
+OpenFailure SerialPort::LastFailure() const {
+    return impl_->Failure;
 }
 
 void SerialPort::AbortWaits() {

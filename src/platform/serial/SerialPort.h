@@ -1,12 +1,26 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
 namespace dravik {
+
+/// Why a device could not be opened.
+enum class OpenFailure : std::uint8_t {
+    None,
+    NoSuchDevice,  ///< there is none of that name, or it is no serial line
+    NoPermission,  ///< this user may not use it
+    InUse,         ///< another program has it
+    NoSuchSpeed,   ///< it does not take the line speed
+    Refused,       ///< nothing answers at that port of the network address
+    UnknownHost,   ///< there is no computer of that name
+    NoAnswer,      ///< it took too long, or there is no way to the address
+    GivenUp,       ///< the wait was overtaken, or could not begin
+};
 
 /// A serial line to a device: termios on Linux, overlapped I/O on Windows, a socket for devices
 /// named "tcp://host:port". 8 data bits, no parity, one stop bit, no flow control, exclusive.
@@ -40,6 +54,9 @@ class SerialPort {
     /// False too when the wait was overtaken by another Open, a Close or AbortWaits. An open port
     /// is closed first.
     bool Open();
+
+    /// Why the last Open failed; None when it did not, or when there was none yet.
+    OpenFailure LastFailure() const;
 
     /// Makes every Open that is waiting return false at once, for the end of the program.
     static void AbortWaits();

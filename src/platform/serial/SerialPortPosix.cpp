@@ -61,10 +61,24 @@ int Descriptor(NativeHandle handle) {
 }
 
 bool Claim(int descriptor) {
+    if (IsMarked(descriptor)) return false;
     // The lock also keeps out a privileged process, which the mark does not stop. The mark itself
     // would stay on a pseudo-terminal whose user was killed.
     if (flock(descriptor, LOCK_EX | LOCK_NB) != 0) return false;
     return IsPseudoTerminal(descriptor) || ioctl(descriptor, TIOCEXCL) == 0;
+}
+
+/// What the system's error at the way to a device means.
+OpenFailure FailureOf(int error) {
+    switch (error) {
+        case EACCES:
+        case EPERM:
+            return OpenFailure::NoPermission;
+        case EBUSY:
+            return OpenFailure::InUse;
+        default:
+            return OpenFailure::NoSuchDevice;
+    }
 }
 
 /// What SetLine cannot: a speed that has no name in termios.
@@ -205,21 +219,33 @@ void TerminalChannel::Report() {
 
 }  // namespace
 
-NativeHandle OpenNative(const std::string& device, int baudrate) {
+NativeHandle OpenNative(const std::string& device, int baudrate, OpenFailure& failure) {
+    failure = OpenFailure::NoSuchSpeed;
+    if (baudrate <= 0) return kNoHandle;
     struct stat info {};
     // Looked at first, because merely opening a file of another kind can have effects.
-    if (baudrate <= 0 || stat(device.c_str(), &info) != 0 || !S_ISCHR(info.st_mode))
-        return kNoHandle;
+    const bool found = stat(device.c_str(), &info) == 0;
+    failure = found ? OpenFailure::NoSuchDevice : FailureOf(errno);
+    if (!found || !S_ISCHR(info.st_mode)) return kNoHandle;
     const int descriptor = open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0) return kNoHandle;
-    if (isatty(descriptor) == 1 && Claim(descriptor)) {
+    if (descriptor < 0) {
+        failure = FailureOf(errno);
+        return kNoHandle;
+    }
+    const bool terminal = isatty(descriptor) == 1;
+    if (terminal && Claim(descriptor)) {
         if (SetLine(descriptor, FindSpeed(baudrate).value_or(B9600))) {
-            if (SetSpeed(descriptor, baudrate)) return descriptor;
+            if (SetSpeed(descriptor, baudrate)) {
+                failure = OpenFailure::None;
+                return descriptor;
+            }
+            failure = OpenFailure::NoSuchSpeed;
             std::fprintf(stderr, "dravik: %s does not take %d baud\n", device.c_str(), baudrate);
         }
         CloseNative(descriptor);
         return kNoHandle;
     }
+    if (terminal) failure = OpenFailure::InUse;
     close(descriptor);
     return kNoHandle;
 }

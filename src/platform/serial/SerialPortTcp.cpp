@@ -107,6 +107,19 @@ class TcpOpening : public SerialOpening {
         return std::make_unique<TcpChannel>(std::move(socket_), std::move(listener));
     }
 
+    OpenFailure Failure() const override {
+        if (!socket_ || socket_->state() == QAbstractSocket::ConnectedState)
+            return OpenFailure::None;
+        switch (socket_->error()) {
+            case QAbstractSocket::ConnectionRefusedError:
+                return OpenFailure::Refused;
+            case QAbstractSocket::HostNotFoundError:
+                return OpenFailure::UnknownHost;
+            default:
+                return OpenFailure::NoAnswer;
+        }
+    }
+
  private:
     Socket socket_;
 };

@@ -25,10 +25,12 @@ HANDLE Handle(NativeHandle handle) {
     return reinterpret_cast<HANDLE>(handle);
 }
 
-bool SetLine(HANDLE port, int baudrate) {
+/// Whether the line is set up now, else what stands in the way.
+OpenFailure SetLine(HANDLE port, int baudrate) {
     DCB line{};
     line.DCBlength = sizeof(line);
-    if (!GetCommState(port, &line)) return false;  // also the answer of what is no serial port
+    // Also the answer of what is no serial port.
+    if (!GetCommState(port, &line)) return OpenFailure::NoSuchDevice;
     line.BaudRate = static_cast<DWORD>(baudrate);
     line.fBinary = TRUE;
     line.fParity = FALSE;
@@ -45,13 +47,13 @@ bool SetLine(HANDLE port, int baudrate) {
     line.ByteSize = 8;
     line.Parity = NOPARITY;
     line.StopBits = ONESTOPBIT;
-    if (!SetCommState(port, &line)) return false;
+    if (!SetCommState(port, &line)) return OpenFailure::NoSuchSpeed;
 
     COMMTIMEOUTS none{};
-    if (!SetCommTimeouts(port, &none)) return false;
+    if (!SetCommTimeouts(port, &none)) return OpenFailure::NoSuchDevice;
     SetupComm(port, SerialPort::kBufferSize, SerialPort::kBufferSize);
     PurgeComm(port, PURGE_RXCLEAR | PURGE_TXCLEAR);
-    return true;
+    return OpenFailure::None;
 }
 
 /// One overlapped read or write. The driver uses it until it has given it back.
@@ -234,14 +236,22 @@ void ComChannel::Report() {
 
 }  // namespace
 
-NativeHandle OpenNative(const std::string& device, int baudrate) {
+NativeHandle OpenNative(const std::string& device, int baudrate, OpenFailure& failure) {
+    failure = baudrate <= 0 ? OpenFailure::NoSuchSpeed : OpenFailure::NoSuchDevice;
     if (device.empty() || baudrate <= 0) return kNoHandle;
     const std::string name = device.starts_with("\\\\") ? device : "\\\\.\\" + device;
     // No sharing: the port is exclusive.
     const HANDLE port = CreateFileW(ToWide(name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
                                     OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
-    if (port == INVALID_HANDLE_VALUE) return kNoHandle;
-    if (SetLine(port, baudrate)) return reinterpret_cast<NativeHandle>(port);
+    if (port == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError();
+        // A port that is open elsewhere denies access; there are no permissions to lack.
+        if (error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION)
+            failure = OpenFailure::InUse;
+        return kNoHandle;
+    }
+    failure = SetLine(port, baudrate);
+    if (failure == OpenFailure::None) return reinterpret_cast<NativeHandle>(port);
     CloseHandle(port);
     return kNoHandle;
 }

@@ -20,6 +20,9 @@ constexpr SkinKey kKeys[] = {
      true},
     {"Down", Picture, &E::Down, "key-down.png", "picture while the button is pressed", true},
     {"Tabindex", Lenient, &E::Tabindex, "1", "place in the navigation order", true},
+    {"Enabled", Text, &E::Enabled, "obd_connected",
+     "when the button works; else it is dim and takes no press and no selection", false,
+     &kStateRole},
     {"ImageFunction", Text, &E::ImageFunction, "sensoron_rpm.engine", "when `Image` is shown",
      false, &kStateRole},
     {"ImageX", Short, &E::ImageX, "8", "left edge of Image inside the button"},
@@ -47,6 +50,14 @@ void Connect(SkinScreen& screen, ButtonEx& button, int index) {
     button.MouseDown = [&events, index](int, int, int, int) { events.ButtonPressed(index); };
     button.MouseUp = [&events, index](int, int, int, int) { events.ButtonReleased(index); };
     button.MouseEnter = [&events, index] { events.ButtonEntered(index); };
+}
+
+/// A press that is still held, or its repeat, is not carried on by a button that no longer works.
+void ShowWhetherItWorks(SkinScreen& screen, ScreenElement& element, ButtonEx& button) {
+    const bool works = element.EvaluatedEnabled.empty() || ImageState(element.EvaluatedEnabled);
+    if (works != button.Dimmed()) return;
+    if (button.State() == ButtonState::Down) screen.Events.PressesDropped();
+    button.SetDimmed(!works);
 }
 
 std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int index) {
@@ -85,6 +96,9 @@ std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int i
     button.SetLabelAlignment(element.LabelAlignment);
     button.SetLabelCaption(element.FixedText ? element.LabelCaption : std::string{});
 
+    element.EvaluatedEnabled = LowerCased(element.Enabled);
+    ShowWhetherItWorks(screen, element, button);
+
     basGlobal.ButtonTag.push_back(element.Function);
     if (EqualsNoCase(element.Function, kDvdWord)) screen.HasDvdButton = true;
     button.show();
@@ -101,14 +115,16 @@ std::optional<SkinError> Finish(SkinScreen& screen, ScreenElement& element,
     return pictures.Error();
 }
 
-void Refresh(SkinScreen&, ScreenElement& element, int) {
+void Refresh(SkinScreen& screen, ScreenElement& element, int) {
     auto& button = ControlOf<ButtonEx>(element);
+    ShowWhetherItWorks(screen, element, button);
     if (!element.EvaluatedImage.empty()) button.SetImageVisible(ImageState(element.EvaluatedImage));
     if (element.FixedText || element.EvaluatedLabel.empty()) return;
     if (ShowText(element, LabelText(element.EvaluatedLabel))) button.SetLabelCaption(element.Shown);
 }
 
 std::string Shown(const ScreenElement& element) {
+    if (ControlOf<ButtonEx>(element).Dimmed()) return "dim";
     switch (ControlOf<ButtonEx>(element).State()) {
         case ButtonState::Down:
             return "down";

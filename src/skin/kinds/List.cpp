@@ -4,6 +4,7 @@
 #include "platform/At.h"
 #include "platform/Text.h"
 #include "skin/kinds/KindParts.h"
+#include "skinfunc/basValueProc.h"
 
 namespace dravik {
 
@@ -25,6 +26,10 @@ constexpr SkinKey kKeys[] = {
     {"FontStyle", Text, &E::FontStyle, "Bold", "Bold, Italic or BoldItalic, else regular"},
     {"RowHeight", Integer, &E::RowHeight, "64",
      "least height of a row, for fingers; a text wraps where a row has room for more lines"},
+    {"EmptyText", Text, &E::EmptyText, "No entries",
+     "text, or a label function for it, that the list shows while it has no entries"},
+    {"UnreadText", Text, &E::UnreadText, "Not read yet",
+     "the same for `troublecodes` before the codes are read"},
 };
 
 void Connect(SkinScreen& screen, SkinList& list, int index) {
@@ -38,6 +43,16 @@ TextLook Look(const SkinElement& element) {
     return look;
 }
 
+/// What stands in the place of the entries while there are none.
+std::string EmptyTextOf(const SkinElement& element, int slot) {
+    const bool unread = slot == kCodeListSlot && !basGlobal.CodesRead;
+    const std::string& text =
+        unread && !element.UnreadText.empty() ? element.UnreadText : element.EmptyText;
+    std::string function = text;
+    std::string evaluated = LabelTextFunction(function);
+    return evaluated == kNoText ? text : evaluated;
+}
+
 std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int index) {
     auto& list = UseControl<SkinList>(screen, element, index, Connect);
     list.SetBox(element.X, element.Y, element.Width, element.Height);
@@ -47,16 +62,22 @@ std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int i
     const int slot = ListSlotByName(element.Evaluated);
     list.SetListSlot(FindList(slot));
     basGlobal.CurrentList = slot;
+    list.SetEmptyText({});
     list.Refresh();
     list.show();
     return std::nullopt;
 }
 
 void Refresh(SkinScreen&, ScreenElement& element, int) {
-    ControlOf<SkinList>(element).Refresh();
-    const ListSlot* slot = FindList(ListSlotByName(element.Evaluated));
-    if (slot != nullptr && slot->Selected > 0)
+    auto& list = ControlOf<SkinList>(element);
+    list.Refresh();
+    const int number = ListSlotByName(element.Evaluated);
+    const ListSlot* slot = FindList(number);
+    if (slot == nullptr || slot->Entries.empty()) {
+        if (ShowText(element, EmptyTextOf(element, number))) list.SetEmptyText(element.Shown);
+    } else if (slot->Selected > 0) {
         ShowText(element, At(slot->Entries, slot->Selected - 1).Text);
+    }
 }
 
 void Check(const SkinElement& element, const Complain& complain) {

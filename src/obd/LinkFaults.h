@@ -1,0 +1,42 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "core/basGlobal.h"
+
+/// How the link's procedures leave word of what they meet, for ReasonText. Only the files of this
+/// folder include this.
+namespace dravik {
+
+/// A text of the link in its final form: the pattern with the values in their places.
+std::string Worded(const char* pattern, const std::array<std::string, 2>& values);
+
+/// Takes down what is wrong, unless the driver has disconnected meanwhile.
+/// @param first, second  what the text of the fault names
+void NoteFault(LinkFault fault, std::string first = {}, std::string second = {});
+
+/// The port would not open.
+void NoteOpenFailure();
+
+/// The interface did not end its answer to one of the first commands.
+void NoteSilentInterface(std::string_view reply);
+
+/// The vehicle's answer to a request is not the one that was asked for.
+void NoteVehicleFault(std::string_view reply);
+
+/// A live reply, and whether it brought a value.
+void NoteLiveReply(std::string_view reply, bool value);
+
+/// For as long as it lives, a wait for the answer to a command (for the vehicle's bus when empty)
+/// that may take so many seconds.
+class AwaitedAnswer {
+ public:
+    AwaitedAnswer(std::string command, double seconds);
+    ~AwaitedAnswer();
+    AwaitedAnswer(const AwaitedAnswer&) = delete;
+    AwaitedAnswer& operator=(const AwaitedAnswer&) = delete;
+};
+
+}  // namespace dravik
