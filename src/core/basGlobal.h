@@ -202,6 +202,7 @@ struct GlobalState {
     // Life of the program.
     bool StartupFlag = false;
     bool ResumeFlag = false;
+    bool Welcoming = false;  ///< a new user has not left the pages of the welcome yet
     bool Closing = false;  ///< the program is ending: every wait ends at once
 
     // Link.
