@@ -325,6 +325,21 @@ TEST_F(CheckSkinText, InAFontThatIsNotThereIsOneMistake) {
               "its place\n");
 }
 
+TEST_F(CheckSkinText, WhatAFunctionShowsIsMeasuredAsTheLanguageHasIt) {
+    skin_.Folder().Write("languages/Long.ini",
+                         "[Sensors]\nFilename=long.sensors\n[Words]\n"
+                         "Connected=Mit dem Fahrzeug fest verbunden\nOff=Abgeschaltet\n");
+    const std::pair<std::string, std::string> rows[] = {
+        {"Label0Function=word_obd_status", "Mit dem Fahrzeug fest verbunden."},
+        {"Label0Function=word_live_rpm.engine\nLabel0Decimals=0", "Abgeschaltet"}};
+    for (const auto& [keys, text] : rows) {
+        const int width = static_cast<int>(text.size()) * kCharacter;
+        EXPECT_THAT(Lines(WithLabel(keys, width - 1)), HasSubstr("\"" + text + "\" (Long)"));
+        EXPECT_EQ(Lines(WithLabel(keys, width)), "");
+    }
+    EXPECT_EQ(Lines(WithLabel("Label0Function=word_obd_interface", 1)), "") << "nobody knows it";
+}
+
 TEST(CheckSkin, LoaderTakesTheNumbersThatTheCheckerTakes) {
     const SoundSkin skin;
     for (const char* number : {"32767", "32768", "-32768", "-32769", "&H7FFF", "&H8000", ""}) {
