@@ -33,6 +33,7 @@ class SilentFolder {
         for (const char* name : {"skins", "languages"})
             std::filesystem::create_directory_symlink(std::string(DRAVIK_SOURCE "/") + name,
                                                       folder_ / name);
+        std::filesystem::create_directory_symlink(DRAVIK_FONTS, folder_ / "fonts");
         folder_.Write("Dravik.ini",
                       "[Options]\nSkin=night\nLanguage=English\n[OBD]\nComPort=1\n"
                       "[Ports]\nCOM1=" +

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QImage>
 #include <ctime>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -30,7 +31,9 @@ double ProcessorSeconds() {
 /// and 20 sliders, which show 78 live values.
 class FullPage {
  public:
-    FullPage() {
+    /// @param layers  2: the skin is installed, and the user has laid a picture over one of it
+    explicit FullPage(std::int64_t layers = 1) {
+        const TemporaryFolder& skin = layers == 1 ? folder_ : installed_;
         SavePicture("ground.png", 1024, 600, QColor(20, 24, 32));
         SavePicture("button.png", 60, 40, QColor(60, 80, 110, 200));
         SavePicture("lamp.png", 12, 12, Qt::green);
@@ -41,13 +44,19 @@ class FullPage {
         SavePicture("barfill.png", 14, 80, Qt::cyan);
         SavePicture("chart.png", 140, 80, Qt::black);
         folder_.Write("Dravik.ini", "[Options]\nSkin=full\n");
-        folder_.Write("skins/full.ini",
-                      "[General]\nImagefolder=pics\nWidth=1024\nHeight=600\n[other]\n" + Page(1) +
-                          "[mainmenu]\n" + Page(0));
+        if (layers == 2) {
+            std::filesystem::rename(folder_ / "skins", installed_ / "skins");
+            SavePicture("button.png", 60, 40, QColor(110, 80, 60, 200));
+        }
+        skin.Write("skins/full.ini",
+                   "[General]\nImagefolder=pics\nWidth=1024\nHeight=600\n[other]\n" + Page(1) +
+                       "[mainmenu]\n" + Page(0));
         basGlobal = GlobalState{};
         window_ = std::make_unique<frMain>();
         basGlobal.tiStartup.SetInterval(1);
-        window_->Start({folder_.Path(), {}, true, QSize(1024, 600)});
+        frMain::Options options{folder_.Path(), {}, true, QSize(1024, 600)};
+        if (layers == 2) options.Launch.InstalledData = installed_.Path();
+        window_->Start(options);
         for (FormTimer* timer : {&basGlobal.tiMain, &basGlobal.tiAux, &basGlobal.tiHardware})
             timer->SetEnabled(false);
         basGlobal.SensorCount = kSensors;
@@ -144,6 +153,7 @@ class FullPage {
     }
 
     TemporaryFolder folder_;
+    TemporaryFolder installed_;
     std::unique_ptr<frMain> window_;
     std::size_t nextSensor_ = 0;
     std::size_t round_ = 0;
@@ -193,7 +203,7 @@ void RefreshEveryValueChangedPainted(benchmark::State& state) {
 BENCHMARK(RefreshEveryValueChangedPainted)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 void ChangePagePainted(benchmark::State& state) {
-    FullPage page;
+    FullPage page(state.range(0));
     bool other = false;
     page.Load(true);
     page.Load(false);
@@ -204,6 +214,10 @@ void ChangePagePainted(benchmark::State& state) {
             page.Drain();
         });
 }
-BENCHMARK(ChangePagePainted)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(ChangePagePainted)
+    ->ArgName("layers")
+    ->DenseRange(1, 2)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace

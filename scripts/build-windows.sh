@@ -17,7 +17,7 @@ qt=$cache/qt
 host_tools=(-DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR=/usr/lib/x86_64-linux-gnu/cmake)
 
 packages=(g++-mingw-w64-x86-64-posix cmake ninja-build ccache
-    qt6-base-dev qt6-base-dev-tools qt6-base-private-dev)
+    qt6-base-dev qt6-base-dev-tools qt6-base-private-dev fonts-dejavu-core fonts-dejavu-extra)
 [ $tests = ON ] && packages+=(googletest python3 wine64 wine)
 scripts/install-packages.sh "${packages[@]}"
 

@@ -1,6 +1,6 @@
 #include "app/CheckSkinCommand.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <cstdio>
 
 #include "app/ProgramFolder.h"
@@ -8,6 +8,7 @@
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "settings/basSettings.h"
+#include "skin/SkinFile.h"
 #include "skin/check/CheckSkin.h"
 
 namespace dravik {
@@ -33,7 +34,10 @@ int CheckSkinCommand(const CommandLine& line) {
     int count = 1;
     char name[] = "dravik";
     char* arguments[] = {name, nullptr};
-    const QCoreApplication application(count, arguments);  // finds the picture formats
+#ifndef _WIN32
+    qputenv("QT_QPA_PLATFORM", "offscreen");  // needs no display
+#endif
+    const QGuiApplication application(count, arguments);  // finds the picture formats and the fonts
     basGlobal.Launch.Skin = line.Skin;
     basGlobal.Launch.Language = line.Language;
     InitGlobals(FindProgramFolder(line.Folder, basGlobal.Launch));
@@ -43,6 +47,7 @@ int CheckSkinCommand(const CommandLine& line) {
         std::fprintf(stderr, "dravik: %s\n", reason.c_str());
         return kNotReadable;
     }
+    LoadSkinFonts();
     const std::vector<SkinError> findings = CheckSkin();
     for (const SkinError& finding : findings)
         std::printf("%s: %s\n", finding.Context().c_str(), finding.Description.c_str());

@@ -4,15 +4,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <optional>
 #include <sstream>
 #include <vector>
 
+#include "app/OldCopies.h"
 #include "core/basGlobal.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
-#include "platform/ProfileEdit.h"
 
 namespace dravik {
 
@@ -21,9 +20,12 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kSettings = "Dravik.ini";
-constexpr const char* kSkins = "skins";
 constexpr const char* kLanguages = "languages";
 constexpr std::size_t kLongestSetting = 4096;  // bytes
+
+/// The mark of a folder out of which the copies of earlier versions have gone. They go once: a copy
+/// that the user makes later, to change it, stays.
+const ProfileEntry kLayered = {"Program", "Layered", "1"};
 
 fs::path PathOf(const std::string& utf8) {
     return std::u8string(utf8.begin(), utf8.end());
@@ -34,7 +36,7 @@ std::string TextOf(const fs::path& path) {
     return {utf8.begin(), utf8.end()};
 }
 
-/// Where an installation keeps what the user's folder starts with; empty when there is none.
+/// Where an installation keeps what the user's folder lies over; empty when there is none.
 std::string InstalledData() {
     for (const char* place : {"../share/dravik", "data"}) {
         const fs::path data = PathOf(JoinPath(ExecutableFolder(), place)).lexically_normal();
@@ -101,49 +103,6 @@ std::string FirstLanguage(const std::string& data) {
     return ReadProfileString(JoinPath(data, kSettings), "Options", "Language", "", kLongestSetting);
 }
 
-/// A folder lacks something when it is new, when its filling was cut short, and when the program
-/// once ran in it without having been able to fill it.
-bool IsFilled(const std::string& folder) {
-    return !ProfileKeys(JoinPath(folder, kSettings), "Options").empty() &&
-           FolderExists(JoinPath(folder, kSkins)) && FolderExists(JoinPath(folder, kLanguages));
-}
-
-/// Copies the content only, since installed files may be read-only and the user's own are not. Of
-/// what is there already, an unfinished copy is finished and everything else belongs to the user.
-bool CopyFile(const fs::path& from, const fs::path& to) {
-    const std::optional<std::string> content = ReadWholeFile(TextOf(from));
-    if (!content) return false;
-    std::error_code error;
-    if (fs::exists(to, error)) {
-        const std::optional<std::string> present = ReadWholeFile(TextOf(to));
-        if (!present || !content->starts_with(*present)) return true;
-        fs::permissions(to, fs::perms::owner_write, fs::perm_options::add, error);
-        if (present->size() == content->size()) return true;
-    }
-    std::ofstream file(to, std::ios::binary);
-    file << *content;
-    file.close();
-    return !file.fail();
-}
-
-/// The first file or folder that could not be copied; nothing when all could.
-std::optional<fs::path> CopyTree(const fs::path& from, const fs::path& to) {
-    std::error_code error;
-    if (!fs::is_directory(from, error)) {
-        if (CopyFile(from, to)) return std::nullopt;
-        return to;
-    }
-    fs::create_directory(to, error);
-    if (!fs::is_directory(to, error)) return to;
-    fs::permissions(to, fs::perms::owner_all, fs::perm_options::add, error);
-    fs::directory_iterator entry(from, error);
-    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-        if (auto failed = CopyTree(entry->path(), to / entry->path().filename())) return failed;
-    }
-    if (error) return to;
-    return std::nullopt;
-}
-
 bool HasSetting(const std::string& file, const ProfileEntry& setting) {
     // No value can hold a line break, so that one stands for a missing key.
     constexpr const char* kMissing = "\n";
@@ -164,62 +123,49 @@ std::vector<ProfileEntry> MissingSettings(const std::string& installed, const st
     return missing;
 }
 
-/// Gives the folder its settings in one step, or adds those that it lacks.
-bool FillSettings(const std::string& installed, const std::string& own,
-                  const std::string& language) {
-    const std::vector<ProfileEntry> first = {{"Options", "Language", language}};
-    if (FileExists(own)) {
-        std::vector<ProfileEntry> entries = MissingSettings(installed, own);
-        if (!HasSetting(own, first[0])) entries.push_back(first[0]);  // the last of one name stays
-        return WriteProfileEntries(own, entries);
-    }
-    const std::optional<std::string> text = ReadWholeFile(installed);
-    if (!text) return false;
-    const std::optional<std::string> settings = EditProfile(*text, first);
-    return settings && ReplaceFile(own, *settings);
+/// Makes room for the installed files where an earlier version has put copies of them.
+/// @return true when none of them is left
+bool RemoveCopies(const std::string& folder, const std::string& data, bool cutShort) {
+    const OldCopies copies = RemoveOldCopies(folder, data, cutShort);
+    if (copies.Differing > 0)
+        std::fprintf(stderr,
+                     "dravik: files in %s that are not as installed, and are used in their place: "
+                     "%d; delete those that you have not changed\n",
+                     folder.c_str(), copies.Differing);
+    return copies.AllGone;
 }
 
-/// Fills the user's folder from the installed data; what could not be made, or nothing.
-std::optional<fs::path> FillFolder(const std::string& folder, const std::string& data) {
-    const fs::path root = PathOf(folder);
-    if (!root.is_absolute()) return root;
-    std::error_code error;
-    fs::create_directories(root, error);
-    if (!fs::is_directory(root, error)) return root;
-    for (const char* name : {kSkins, kLanguages, "Dravik.jpg"}) {
-        const std::string from = JoinPath(data, name);
-        if (!fs::exists(PathOf(from), error)) continue;
-        if (auto failed = CopyTree(PathOf(from), PathOf(ResolvePath(JoinPath(folder, name)))))
-            return failed;
-    }
-    FlushFiles();  // a power cut must not leave settings that say "filled" beside empty files
-    // The settings come last: a folder that has them counts as filled.
-    const std::string settings = JoinPath(folder, kSettings);
-    if (!FillSettings(JoinPath(data, kSettings), settings, FirstLanguage(data)))
-        return PathOf(settings);
+/// Prepares the user's folder to lie over the installed data, and gives it its settings, or those
+/// that it lacks: all of them when it is new, some when the program ran in it without having been
+/// able to write them.
+/// @return what could not be made without which nothing can be kept; or nothing
+std::optional<std::string> PrepareFolder(const std::string& folder, const std::string& data) {
+    const std::string own = JoinPath(folder, kSettings);
+    const bool lacking = ProfileKeys(own, "Options").empty();
+    if (!lacking && HasSetting(own, kLayered)) return std::nullopt;
+    if (!PathOf(folder).is_absolute() || !MakeFolder(folder)) return folder;
+
+    const std::string installed = JoinPath(data, kSettings);
+    const ProfileEntry language = {"Options", "Language", FirstLanguage(data)};
+    std::vector<ProfileEntry> entries;
+    if (lacking && FileExists(own)) entries = MissingSettings(installed, own);
+    if (lacking && !HasSetting(own, language)) entries.push_back(language);  // the last one stays
+    if (RemoveCopies(folder, data, lacking)) entries.push_back(kLayered);
+    const bool written = !WriteProfiles({{own, entries, installed}});
+    if (lacking && !written) return own;
     return std::nullopt;
 }
 
-/// Without a folder of the user's own the program runs on what is installed.
-void UseInstalledData(const std::string& data, LaunchOptions& launch) {
-    launch.InstalledData = data;
-    if (launch.Skin.empty())
-        launch.Skin =
-            ReadProfileString(JoinPath(data, kSettings), "Options", "Skin", "", kLongestSetting);
-    if (launch.Language.empty()) launch.Language = FirstLanguage(data);
-}
-
-std::string FilledUserFolder(LaunchOptions& launch) {
-    std::string folder = UserFolder();
-    const std::string data = InstalledData();
-    if (data.empty() || IsFilled(folder)) return folder;
-    if (const auto failed = FillFolder(folder, data)) {
+void LayOverInstalledData(const std::string& folder, LaunchOptions& launch) {
+    launch.InstalledData = InstalledData();
+    if (launch.InstalledData.empty()) return;
+    if (const auto failed = PrepareFolder(folder, launch.InstalledData)) {
         std::fprintf(stderr,
                      "dravik: %s could not be made; Dravik runs from %s and keeps no settings\n",
-                     TextOf(*failed).c_str(), data.c_str());
-        UseInstalledData(data, launch);
+                     failed->c_str(), launch.InstalledData.c_str());
+        launch.KeepsNothing = true;
+        if (launch.Language.empty()) launch.Language = FirstLanguage(launch.InstalledData);
     }
-    return folder;
 }
 
 }  // namespace
@@ -228,7 +174,10 @@ std::string FindProgramFolder(const std::string& asked, LaunchOptions& launch) {
     std::string folder = asked;
     if (folder.empty()) {
         folder = ExecutableFolder();
-        if (!FileExists(JoinPath(folder, kSettings))) folder = FilledUserFolder(launch);
+        if (!FileExists(JoinPath(folder, kSettings))) {
+            folder = UserFolder();
+            LayOverInstalledData(folder, launch);
+        }
     }
     while (folder.size() > 1 && (folder.ends_with('/') || folder.ends_with(kPathSeparator)))
         folder.pop_back();

@@ -4,6 +4,7 @@
 #include <QDir>
 
 #include "app/frMain.h"
+#include "core/DataFiles.h"
 #include "core/basGlobal.h"
 #include "platform/Paths.h"
 #include "platform/ProfileCache.h"
@@ -22,8 +23,23 @@ QString Resolved(const std::string& path) {
     return QString::fromUtf8(ResolvePath(path));
 }
 
+/// Where the pictures of the skin may lie, whether it does or not.
+std::vector<std::string> ImageFolders() {
+    return PlacesOf(OwnFile(basGlobal.ImageFolder));
+}
+
 QFileInfoList Pictures() {
-    return QDir(Resolved(basGlobal.ImageFolder)).entryInfoList(QDir::Files);
+    QFileInfoList files;
+    for (const std::string& folder : ImageFolders())
+        files += QDir(Resolved(folder)).entryInfoList(QDir::Files);
+    return files;
+}
+
+/// The folder that tells when `path` comes, changes or goes: itself, or the first above it.
+QString NearestFolder(const std::string& path) {
+    QFileInfo folder(Resolved(path));
+    while (!folder.isDir() && folder.path() != folder.filePath()) folder.setFile(folder.path());
+    return folder.filePath();
 }
 
 }  // namespace
@@ -63,12 +79,14 @@ void SkinWatch::Aim() {
     QStringList paths = watcher_.files() + watcher_.directories();
     if (!paths.isEmpty()) watcher_.removePaths(paths);
 
-    const QFileInfo skin(Resolved(skinFile_));
-    const QFileInfo folder(Resolved(imageFolder_));
-    paths = {skin.path()};
-    if (skin.isFile()) paths.append(skin.filePath());
-    if (folder.isDir()) paths.append(folder.filePath());
+    paths.clear();
+    for (const std::string& skin : PlacesOf(OwnFile(skinFile_))) {
+        paths.append(NearestFolder(skin));
+        if (FileExists(skin)) paths.append(Resolved(skin));
+    }
+    for (const std::string& folder : ImageFolders()) paths.append(NearestFolder(folder));
     for (const QFileInfo& picture : Pictures()) paths.append(picture.filePath());
+    paths.removeDuplicates();
     watcher_.addPaths(paths);
 }
 
@@ -82,13 +100,14 @@ void SkinWatch::Follow() {
 void SkinWatch::TakeUpChange() {
     if (basGlobal.Closing) return;
     // Between the old file and the new one there may be none.
-    const bool missing = !FileExists(basGlobal.SkinFile);
+    const std::string skin = DataFile(OwnFile(basGlobal.SkinFile));
+    const bool missing = !FileExists(skin);
     if (MustWait() || missing) {
         if (!missing) settle_.start();
         return;
     }
-    ForgetProfile(basGlobal.SkinFile);
-    FindImageFolder();
+    ForgetProfile(skin);
+    FindSkinFilesAgain();
     Aim();  // before the files are read, so that no later change is missed
     if (Stamps now = StampsOfSkin(); now != seen_) {
         seen_ = std::move(now);

@@ -9,6 +9,7 @@
 #include <QWindow>
 
 #include "app/Snapshot.h"
+#include "core/DataFiles.h"
 #include "core/UpCalls.h"
 #include "dialog/frSettings.h"
 #include "lists/basFunctions.h"
@@ -20,6 +21,7 @@
 #include "settings/basSettings.h"
 #include "skin/PageCanvas.h"
 #include "skin/Selection.h"
+#include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"
 #include "skin/basSkin.h"
 #include "skin/message/ShowMessage.h"
@@ -113,6 +115,7 @@ void frMain::Start(const Options& options) {
     ShowWindow(options);
 
     LoadSettings();
+    LoadSkinFonts();  // now, while the start-up picture is shown
     ApplyPointerShape();
     LoadResumeState();
     Pause();
@@ -131,7 +134,8 @@ void frMain::Start(const Options& options) {
 
 /// A missing picture is no error: the window then waits in black.
 void frMain::ShowStartupPicture() {
-    const std::string path = ResolvePath(JoinPath(basGlobal.DataFolder, kStartupPicture));
+    const std::string path =
+        ResolvePath(DataFile(JoinPath(basGlobal.ProgramFolder, kStartupPicture)));
     startupPicture_.load(QString::fromStdString(path));
 }
 

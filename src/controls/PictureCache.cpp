@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "controls/WholePicture.h"
+#include "core/DataFiles.h"
 #include "platform/Paths.h"
 
 namespace dravik {
@@ -120,11 +121,11 @@ bool Scale(SkinPicture::Data& data, const QImage& pixels) {
 }
 
 /// Decodes the file into `data`, or says in its Error why that failed.
-void Decode(SkinPicture::Data& data, const QString& file, bool doubleSize) {
-    const std::string name = doubleSize ? DoubleSizeName(data.Path) : data.Path;
-    const std::string notAPicture = "not a picture: " + name;
-    const std::string tooLarge = "picture too large: " + name;
+void Decode(SkinPicture::Data& data, const PictureFile& picture) {
+    const std::string notAPicture = "not a picture: " + picture.Name;
+    const std::string tooLarge = "picture too large: " + picture.Name;
 
+    const QString file = picture.File.filePath();
     QImageReader reader(file);
     reader.setDecideFormatFromContent(true);
     if (!reader.canRead()) {
@@ -144,7 +145,7 @@ void Decode(SkinPicture::Data& data, const QString& file, bool doubleSize) {
     // Qt reads a pixel ratio of 2 off a name with @2x. Here the ratio is in DesignSize alone: with
     // both, pictures are painted half as large, and Qt 6.4 crashes on scaling one with a palette.
     pixels.setDevicePixelRatio(1);
-    data.DesignSize = QSizeF(pixels.size()) / (doubleSize ? 2 : 1);
+    data.DesignSize = QSizeF(pixels.size()) / (picture.DoubleSize ? 2 : 1);
     if (!Scale(data, pixels)) data.Error = tooLarge;
 }
 
@@ -190,14 +191,8 @@ SkinPicture SkinPicture::AtScale(double scale) const {
 SkinPicture LoadSkinPicture(const std::string& path, double scale) {
     if (path.empty()) return {};
 
-    bool doubleSize = false;
-    QFileInfo file;
-    if (scale * density > 1) {
-        file.setFile(QString::fromUtf8(ResolvePath(DoubleSizeName(path))));
-        doubleSize = file.isFile();
-    }
-    if (!doubleSize) file.setFile(QString::fromUtf8(ResolvePath(path)));
-
+    const PictureFile picture = FindPicture(path, scale * density > 1);
+    const QFileInfo& file = picture.File;
     auto data = std::make_shared<SkinPicture::Data>();
     data->Path = path;
     data->Scale = scale;
@@ -210,7 +205,7 @@ SkinPicture LoadSkinPicture(const std::string& path, double scale) {
     const FileStamp stamp{file.filePath(), file.lastModified(), file.size()};
     const std::string key = std::to_string(scale) + ' ' + std::to_string(density) + ' ' + path;
     if (PictureData known = Store().Find(key, stamp)) return SkinPicture(std::move(known));
-    Decode(*data, stamp.Name, doubleSize);
+    Decode(*data, picture);
     if (data->Error.empty()) Store().Add(key, stamp, data);
     return SkinPicture(std::move(data));
 }
@@ -235,6 +230,19 @@ std::string DoubleSizeName(const std::string& path) {
     const std::size_t dot = path.rfind('.');
     if (dot == std::string::npos || (name != std::string::npos && dot < name)) return path + "@2x";
     return path.substr(0, dot) + "@2x" + path.substr(dot);
+}
+
+PictureFile FindPicture(const std::string& path, bool sharp) {
+    for (const std::string& place : PlacesOf(path)) {
+        for (const bool doubleSize : {true, false}) {
+            if (doubleSize && !sharp) continue;
+            const std::string name = doubleSize ? DoubleSizeName(place) : place;
+            const std::string resolved = ResolvePath(name);
+            QFileInfo file(QString::fromUtf8(resolved));
+            if (file.isFile()) return {name, std::move(file), doubleSize};
+        }
+    }
+    return {path, {}, false};
 }
 
 void PaintPicture(QPainter& painter, const QRect& target, const SkinPicture& picture) {

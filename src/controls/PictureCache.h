@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFileInfo>
 #include <QImage>
 #include <QPixmap>
 #include <QRect>
@@ -95,5 +96,18 @@ void ClearPictureCache();
 
 /// The name of the picture of double size: "dir/name.png" becomes "dir/name@2x.png".
 std::string DoubleSizeName(const std::string& path);
+
+/// The file that a picture is read from.
+struct PictureFile {
+    std::string Name;  ///< before it was resolved
+    QFileInfo File;    ///< no file when there is none
+    bool DoubleSize = false;
+};
+
+/// @param sharp  the picture of double size is taken where there is one
+///
+/// A picture that the user has put over an installed one also stands for its double size, so that
+/// it is seen on every screen.
+PictureFile FindPicture(const std::string& path, bool sharp);
 
 }  // namespace dravik

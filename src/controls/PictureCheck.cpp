@@ -4,13 +4,13 @@
 
 #include "controls/PictureCache.h"
 #include "controls/WholePicture.h"
-#include "platform/Paths.h"
 
 namespace dravik {
 
-PictureFacts InspectPicture(const std::string& path) {
-    if (!FileExists(path)) return {0, 0, "there is no such picture"};
-    QImageReader reader(QString::fromUtf8(ResolvePath(path)));
+namespace {
+
+PictureFacts Inspect(const QString& file) {
+    QImageReader reader(file);
     reader.setDecideFormatFromContent(true);
     if (IsTooLarge(reader))
         return {0, 0,
@@ -24,9 +24,17 @@ PictureFacts InspectPicture(const std::string& path) {
     return {image.width(), image.height(), {}};
 }
 
+}  // namespace
+
+PictureFacts InspectPicture(const std::string& path) {
+    const PictureFile picture = FindPicture(path, false);
+    if (!picture.File.isFile()) return {0, 0, "there is no such picture"};
+    return Inspect(picture.File.filePath());
+}
+
 PictureFacts InspectDoublePicture(const std::string& path) {
-    const std::string name = DoubleSizeName(path);
-    return FileExists(name) ? InspectPicture(name) : PictureFacts{};
+    const PictureFile picture = FindPicture(path, true);
+    return picture.DoubleSize ? Inspect(picture.File.filePath()) : PictureFacts{};
 }
 
 }  // namespace dravik

@@ -51,6 +51,10 @@ QFont SkinFont(const TextLook& look, double scale) {
     return fonts[key] = MakeFont(look, pixels);
 }
 
+void ForgetSkinFonts() {
+    Fonts().clear();
+}
+
 Qt::Alignment SkinAlignment(int alignment) {
     if (alignment == 1) return Qt::AlignRight;
     if (alignment == 2) return Qt::AlignHCenter;

@@ -35,6 +35,9 @@ QColor SkinColor(std::int32_t value);
 /// kept.
 QFont SkinFont(const TextLook& look, double scale);
 
+/// Has the fonts looked up anew: there are more than before.
+void ForgetSkinFonts();
+
 /// 0 left, 1 right, 2 centre; anything else is left.
 Qt::Alignment SkinAlignment(int alignment);
 

@@ -10,10 +10,10 @@ namespace dravik {
 void InitGlobals(const std::string& programFolder) {
     GlobalState& g = basGlobal;
     g.ProgramFolder = programFolder;
-    g.DataFolder = g.Launch.InstalledData.empty() ? programFolder : g.Launch.InstalledData;
-    g.IniFile = JoinPath(programFolder, "Dravik.ini");
-    g.SkinPath = JoinPath(g.DataFolder, "skins") + kPathSeparator;
-    g.LanguagePath = JoinPath(g.DataFolder, "languages") + kPathSeparator;
+    g.IniFile =
+        JoinPath(g.Launch.KeepsNothing ? g.Launch.InstalledData : programFolder, "Dravik.ini");
+    g.SkinPath = JoinPath(programFolder, "skins") + kPathSeparator;
+    g.LanguagePath = JoinPath(programFolder, "languages") + kPathSeparator;
     g.FolderName = {"extprog",     "gallery",   "playlist", "media",
                     "dvdchapters", "phonebook", "newfiles", "troublecodes"};
     // Several states share a text on purpose: the dots only show that time passes.

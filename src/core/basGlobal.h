@@ -100,9 +100,11 @@ struct LaunchOptions {
     std::string DemoDevice;  ///< device of the built-in virtual vehicle; empty without --demo
     std::string Skin;        ///< overrides Options/Skin when not empty
     std::string Language;    ///< overrides Options/Language when not empty
-    /// The installed skins and languages, where the user's own folder could not be filled with
-    /// them; nothing is then written there, and no settings are kept. Empty otherwise.
+    /// The installed skins and languages, which the program folder lies over (see DataFiles.h);
+    /// empty when it is not the user's own.
     std::string InstalledData{};
+    /// The user's folder could not be given its settings: those installed are read, none are kept.
+    bool KeepsNothing = false;
 };
 
 /// What went wrong with the link last, or stands in its way; `ReasonText` says it in words.
@@ -169,15 +171,14 @@ struct InterfaceSearch {
 struct GlobalState {
     // Paths.
     std::string ProgramFolder;  ///< without a separator at its end
-    std::string DataFolder;     ///< holds skins and languages; as a rule the program folder
     std::string IniFile;        ///< the settings file
-    std::string SkinPath;       ///< the skins folder, with a separator at its end
-    std::string LanguagePath;   ///< the languages folder, with a separator at its end
+    std::string SkinPath;       ///< skins of the program folder, with a separator at its end
+    std::string LanguagePath;   ///< languages of the program folder, with a separator at its end
     std::string LanguageFile;   ///< names the sensor files and the description file
     std::string SensorFile;
     std::string DescriptionFile;  ///< trouble code texts
     std::string SkinFile;
-    std::string ImageFolder;     ///< with a separator at its end
+    std::string ImageFolder;     ///< with a separator at its end; may lie over an installed one
     std::string SaveFolder;      ///< where snapshots go
     std::string OSKPath;         ///< on-screen keyboard program
     bool OSKFound = false;       ///< it was there when the settings were loaded

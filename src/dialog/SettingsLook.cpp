@@ -320,6 +320,7 @@ void ApplySettingsLook(QWidget* window, double scale) {
     palette.setColor(QPalette::Window, ColorOf(kBack));
     window->setPalette(palette);
     QFont font = window->font();
+    font.setFamilies({QStringLiteral("DejaVu Sans"), font.family()});  // laid out for the first
     font.setPixelSize(Px(kTextPixels));
     window->setFont(font);
     window->setStyleSheet(ScaledSheet());

@@ -1,6 +1,7 @@
 #include "platform/Paths.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "platform/FileReplacement.h"
@@ -30,6 +31,13 @@ std::vector<std::string> FilesMatching(std::string_view folder, std::string_view
     std::vector<std::string> names;
     for (auto& [key, name] : matching) names.push_back(std::move(name));
     return names;
+}
+
+bool MakeFolder(std::string_view path) {
+    const std::string name = ResolvePath(path);
+    std::error_code error;
+    std::filesystem::create_directories(std::u8string(name.begin(), name.end()), error);
+    return FolderExists(name);
 }
 
 bool ReplaceFile(std::string_view path, std::string_view content) {

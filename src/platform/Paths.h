@@ -58,8 +58,8 @@ bool ReplaceFile(std::string_view path, std::string_view content);
 /// it could not be written; there may then be no file or a part of it.
 bool WriteFileAnew(std::string_view path, std::string_view content);
 
-/// Sees that files written before are on the disk, as far as the system does that for all of them.
-void FlushFiles();
+/// Makes the folder and those above it, as far as they are missing; true when it is then there.
+bool MakeFolder(std::string_view path);
 
 /// Names (not paths) of the files of a folder, without its subfolders, whose names end in
 /// `extension` (".ini", compared without regard to case), sorted by name without regard to case.

@@ -65,6 +65,16 @@ std::string PathWithoutCase(std::string_view path) {
     return resolved;
 }
 
+/// What a path means under which there is nothing. As a rule its folder is there, and only the last
+/// name has to be looked for.
+std::string OtherSpelling(const std::string& path) {
+    const std::size_t name = path.rfind('/') + 1;
+    std::string folder = path.substr(0, name);
+    if (name < 2 || name == path.size() || !InfoOf(folder)) return PathWithoutCase(path);
+    const std::string entry = EntryWithoutCase(folder, std::string_view(path).substr(name));
+    return entry.empty() ? path : folder + entry;
+}
+
 struct ResolvedFile {
     std::string Path;
     std::optional<FileInfo> Info;
@@ -74,11 +84,13 @@ ResolvedFile Resolve(std::string_view path) {
     std::string exact(path);
     std::optional<FileInfo> info = InfoOf(exact);
     if (info || exact.find('\0') != std::string::npos) return {std::move(exact), info};
-    std::replace(exact.begin(), exact.end(), '\\', '/');
-    info = InfoOf(exact);
-    if (info) return {std::move(exact), info};
-    std::string found = PathWithoutCase(exact);
-    info = InfoOf(found);
+    if (exact.find('\\') != std::string::npos) {
+        std::replace(exact.begin(), exact.end(), '\\', '/');
+        info = InfoOf(exact);
+        if (info) return {std::move(exact), info};
+    }
+    std::string found = OtherSpelling(exact);
+    if (found != exact) info = InfoOf(found);
     return {std::move(found), info};
 }
 

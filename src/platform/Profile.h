@@ -69,6 +69,7 @@ bool WriteProfileEntries(const std::string& file, const std::vector<ProfileEntry
 struct ProfileChange {
     std::string File;
     std::vector<ProfileEntry> Entries;
+    std::string From{};  ///< the file whose content a missing File starts with; empty: with none
 };
 
 /// Writes into several files in a single step: none is changed unless all of them can be.

@@ -43,10 +43,13 @@ struct ProfileRewrite {
 std::optional<ProfileRewrite> Prepare(const ProfileChange& change) {
     ProfileRewrite rewrite{change.File, ReadWholeFile(change.File, kLargestProfile), std::nullopt};
     if (!rewrite.Old && FileExists(change.File)) return std::nullopt;  // unread, not to be replaced
-    const std::string before = rewrite.Old.value_or(std::string());
-    const std::optional<std::string> after = EditProfile(before, change.Entries);
+    const std::optional<std::string> start = rewrite.Old || change.From.empty()
+                                                 ? rewrite.Old.value_or(std::string())
+                                                 : ReadWholeFile(change.From, kLargestProfile);
+    if (!start) return std::nullopt;
+    const std::optional<std::string> after = EditProfile(*start, change.Entries);
     if (!after) return std::nullopt;
-    if (*after == before) return rewrite;
+    if (*after == rewrite.Old.value_or(std::string())) return rewrite;
     rewrite.Next.emplace(change.File, *after);
     if (!rewrite.Next->Ready()) return std::nullopt;
     return rewrite;

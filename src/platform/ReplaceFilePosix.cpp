@@ -183,8 +183,4 @@ void RemoveFile(std::string_view path) {
     ::unlink(ResolvePath(path).c_str());
 }
 
-void FlushFiles() {
-    ::sync();
-}
-
 }  // namespace dravik

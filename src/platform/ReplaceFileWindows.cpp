@@ -131,7 +131,4 @@ void RemoveFile(std::string_view path) {
     ::DeleteFileW(ToWide(ResolvePath(path)).c_str());
 }
 
-/// Flushing all of a volume is for administrators alone; each file is flushed when it is replaced.
-void FlushFiles() {}
-
 }  // namespace dravik

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "core/DataFiles.h"
 #include "core/basGlobal.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
@@ -33,8 +34,8 @@ void Load(const std::string& languageFile, const std::string& units) {
     g.Units = units;
     const std::string sensors = SensorFileFor(units);
     g.ImperialUnits = sensors != "0" && sensors == SensorFileUnder("Imperial");
-    g.SensorFile = g.LanguagePath + sensors;
-    g.DescriptionFile = g.LanguagePath + ReadIniString(languageFile, "DTC", "Filename");
+    g.SensorFile = DataFile(g.LanguagePath + sensors);
+    g.DescriptionFile = DataFile(g.LanguagePath + ReadIniString(languageFile, "DTC", "Filename"));
     LoadWords();
     LoadSensorConfig();
 }
@@ -42,7 +43,7 @@ void Load(const std::string& languageFile, const std::string& units) {
 /// Keeps one option in the settings file and nothing else.
 bool Keep(const std::string& key, const std::string& value) {
     const std::string& file = basGlobal.IniFile;
-    const bool kept = WriteProfileEntries(file, {{kOptions, key, value}});
+    const bool kept = KeepSettings({{kOptions, key, value}});
     if (!kept) std::fprintf(stderr, "%s: %s could not be written\n", file.c_str(), key.c_str());
     return kept;
 }
@@ -55,6 +56,17 @@ void LoadLanguage() {
                                      ? ReadIniString(g.IniFile, kOptions, "Language")
                                      : g.Launch.Language;
     Load(LanguageFileOf(language), LowerCased(ReadIniString(g.IniFile, kOptions, "Units")));
+}
+
+std::vector<std::string> SensorFilesOf(const std::string& languageFile) {
+    std::vector<std::string> files;
+    for (const char* key : {"Filename", "Metric", "Imperial"}) {
+        const std::string name = ReadIniString(languageFile, "Sensors", key);
+        if (name != "0") files.push_back(DataFile(basGlobal.LanguagePath + name));
+    }
+    std::sort(files.begin(), files.end());
+    files.erase(std::unique(files.begin(), files.end()), files.end());
+    return files;
 }
 
 bool ChooseLanguage(const std::string& name) {

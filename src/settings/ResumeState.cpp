@@ -41,7 +41,6 @@ void LoadResumeState() {
 
 void SaveResumeState() {
     const GlobalState& g = basGlobal;
-    if (!g.Launch.InstalledData.empty()) return;  // the user was told so at the start
     std::string states;  // stays empty without the option, so that all sensors come up active
     if (HasOption(kMiscResumeSensors)) {
         for (std::size_t i = 1; i <= kResumeSensors; ++i) states += g.Sensors[i].Active ? '1' : '0';
@@ -51,7 +50,7 @@ void SaveResumeState() {
         entries.push_back({kSection, "Menu", g.CurrentMenu});
         entries.push_back({kSection, "PreviousMenu", g.PreviousMenu});
     }
-    if (!WriteProfileEntries(g.IniFile, entries))
+    if (!KeepSettings(entries))
         std::fprintf(stderr, "%s: the resume state could not be written\n", g.IniFile.c_str());
 }
 

@@ -11,40 +11,58 @@ namespace {
 
 constexpr const char* kSection = "SensorConfig";
 
-std::string ReadText(int sensor, std::string_view field) {
-    std::string key = "Sensor" + std::to_string(sensor);
-    key += field;
-    return ReadIniString(basGlobal.SensorFile, kSection, key);
-}
+/// One sensor of a sensor file.
+struct SensorKeys {
+    const std::string& File;
+    int Number;
 
-/// Decimal numbers may be written with a comma or a point.
-float ReadNumber(int sensor, std::string_view field) {
-    return static_cast<float>(LeadingNumber(ReplaceAll(ReadText(sensor, field), ",", ".")));
-}
+    std::string Text(std::string_view field) const {
+        std::string key = "Sensor" + std::to_string(Number);
+        key += field;
+        return ReadIniString(File, kSection, key);
+    }
 
-void ReadSensor(int number, const std::string& function) {
-    SensorRecord& sensor = At(basGlobal.Sensors, number);
-    sensor.Function = LowerCased(ToUtf8(function));
-    sensor.Source = ReadText(number, "Source");
-    sensor.Factor = ReadNumber(number, "Factor");
-    sensor.Offset = ReadNumber(number, "Offset");
-    sensor.Min = ReadNumber(number, "Min");
-    sensor.Max = ReadNumber(number, "Max");
-    sensor.Caption = ReadText(number, "Caption");
-    sensor.Unit = ReadText(number, "Unit");
-}
+    /// Decimal numbers may be written with a comma or a point.
+    float Value(std::string_view field) const {
+        return static_cast<float>(LeadingNumber(ReplaceAll(Text(field), ",", ".")));
+    }
+
+    bool Exists() const { return Text("Function") != "0"; }
+
+    /// Leaves alone whether it is on.
+    void Read(SensorRecord& sensor) const {
+        sensor.Function = LowerCased(ToUtf8(Text("Function")));
+        sensor.Source = Text("Source");
+        sensor.Factor = Value("Factor");
+        sensor.Offset = Value("Offset");
+        sensor.Min = Value("Min");
+        sensor.Max = Value("Max");
+        sensor.Caption = Text("Caption");
+        sensor.Unit = Text("Unit");
+    }
+};
 
 }  // namespace
+
+std::vector<SensorRecord> ReadSensors(const std::string& sensorFile) {
+    std::vector<SensorRecord> sensors;
+    for (int number = 0; number < kSensorLimit; ++number) {
+        const SensorKeys keys{sensorFile, number};
+        if (!keys.Exists()) break;
+        keys.Read(sensors.emplace_back());
+    }
+    return sensors;
+}
 
 bool LoadSensorConfig() {
     int count = 0;
     bool fits = true;
     for (;; ++count) {
-        const std::string function = ReadText(count, "Function");
-        if (function == "0") break;
+        const SensorKeys keys{basGlobal.SensorFile, count};
+        if (!keys.Exists()) break;
         fits = count < kSensorLimit;
         if (!fits) break;
-        ReadSensor(count, function);
+        keys.Read(At(basGlobal.Sensors, count));
     }
     basGlobal.SensorCount = static_cast<std::int16_t>(count);
     if (!fits)

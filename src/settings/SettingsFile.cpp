@@ -1,3 +1,4 @@
+#include "core/DataFiles.h"
 #include "core/basGlobal.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
@@ -55,16 +56,22 @@ std::string PanelKey(int tile) {
     return "Panel" + std::to_string(tile);
 }
 
+bool KeepSettings(const std::vector<ProfileEntry>& entries) {
+    const GlobalState& g = basGlobal;
+    return g.Launch.KeepsNothing || WriteProfileEntries(g.IniFile, entries);
+}
+
 void FindSkinFiles() {
     GlobalState& g = basGlobal;
     g.SkinFile = g.SkinPath + CurrentSkin() + ".ini";
-    FindImageFolder();
+    FindSkinFilesAgain();
 }
 
-void FindImageFolder() {
+void FindSkinFilesAgain() {
     GlobalState& g = basGlobal;
-    g.ImageFolder =
-        g.SkinPath + ReadIniString(g.SkinFile, "General", "Imagefolder") + kPathSeparator;
+    g.SkinFile = DataFile(OwnFile(g.SkinFile));
+    g.ImageFolder = DataFolder(g.SkinPath + ReadIniString(g.SkinFile, "General", "Imagefolder")) +
+                    kPathSeparator;
 }
 
 void LoadSettings() {

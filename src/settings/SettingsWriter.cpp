@@ -1,5 +1,6 @@
 #include "settings/SettingsWriter.h"
 
+#include "core/DataFiles.h"
 #include "core/basGlobal.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
@@ -74,10 +75,9 @@ bool NeedsNoFile(const std::vector<SensorRow>& sensors) {
 }
 
 /// A folder of languages that is itself a link was made one by the user, and by no language file.
-bool SensorsLieOutside() {
+bool LiesOutside(const std::string& sensorFile) {
     const GlobalState& g = basGlobal;
-    return !LiesBeneath(g.SensorFile, g.ProgramFolder) &&
-           !LiesBeneath(g.SensorFile, g.LanguagePath);
+    return !LiesBeneath(sensorFile, g.ProgramFolder) && !LiesBeneath(sensorFile, g.LanguagePath);
 }
 
 bool HaveChanged(const std::vector<SensorRow>& sensors) {
@@ -108,13 +108,16 @@ SettingsValues ReadSettings() {
 std::optional<NotSaved> SaveSettings(const SettingsValues& values,
                                      const std::vector<SensorRow>& sensors) {
     const GlobalState& g = basGlobal;
-    // The sensors on the screen are then those of the installation, and not the user's to change.
-    if (!g.Launch.InstalledData.empty()) return NotSaved{g.IniFile};
+    if (g.Launch.KeepsNothing) return NotSaved{OwnFile(g.IniFile)};
     std::vector<ProfileChange> changes = {{g.IniFile, SettingsEntries(values)}};
-    if (SensorsLieOutside()) {
+    const std::string own = OwnFile(g.SensorFile);
+    const bool installed = own != g.SensorFile;
+    if (LiesOutside(own)) {
         if (HaveChanged(sensors)) return NotSaved{g.SensorFile, true};
-    } else if (!NeedsNoFile(sensors)) {
-        changes.push_back({g.SensorFile, SensorEntries(sensors)});
+    } else if (installed ? HaveChanged(sensors) : !NeedsNoFile(sensors)) {
+        // The user's folder may lack the folder of a file that was not the user's until now.
+        if (!g.Launch.InstalledData.empty()) MakeFolder(own.substr(0, own.find_last_of("/\\")));
+        changes.push_back({own, SensorEntries(sensors), installed ? g.SensorFile : std::string()});
     }
     if (const auto failed = WriteProfiles(changes)) return NotSaved{*failed};
     return std::nullopt;

@@ -38,6 +38,9 @@ SettingsValues ReadSettings();
 /// Writes the settings into the settings file and the rows into the current sensor file, with the
 /// end mark behind them, in one step: when one of them cannot be written, both stay as they were.
 ///
+/// Rows of an installed sensor file go, when they have changed, into a file of the same name in the
+/// user's folder, which counts from then on.
+///
 /// The sensor file is named by the language file, which may come from anywhere. One that leads out
 /// of the program folder, links included, is read but never written: rows that have changed are
 /// then refused, and the settings are saved without them when they have not.

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "core/DataFiles.h"
 #include "core/basGlobal.h"
 #include "platform/Clock.h"
 #include "platform/Paths.h"
@@ -48,7 +49,7 @@ bool NightByClock() {
 /// Names of the ini files of a folder, without the extension.
 std::vector<std::string> IniNames(const std::string& folder) {
     std::vector<std::string> names;
-    for (const std::string& file : FilesMatching(folder, kIniExtension)) {
+    for (const std::string& file : DataFilesMatching(folder, kIniExtension)) {
         // A file that is nothing but the extension has no name to choose it by.
         if (file.size() > kIniExtension.size())
             names.push_back(file.substr(0, file.size() - kIniExtension.size()));
@@ -83,7 +84,7 @@ bool ChooseSkin(const std::string& name) {
     if (found == names.end()) return false;
     g.Launch.Skin.clear();
     g.ChosenSkin = *found;
-    if (!WriteProfileEntries(g.IniFile, {{"Options", "Skin", *found}}))
+    if (!KeepSettings({{"Options", "Skin", *found}}))
         std::fprintf(stderr, "%s: the skin could not be written\n", g.IniFile.c_str());
     FindSkinFiles();
     return true;

@@ -1,5 +1,6 @@
 #include "settings/Words.h"
 
+#include "core/DataFiles.h"
 #include "core/basGlobal.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
@@ -43,7 +44,7 @@ std::optional<std::string> WordList::Find(std::string_view name) const {
 }
 
 std::string LanguageFileOf(std::string_view name) {
-    return basGlobal.LanguagePath + std::string(name) + std::string(kExtension);
+    return DataFile(basGlobal.LanguagePath + std::string(name) + std::string(kExtension));
 }
 
 void LoadWords() {

@@ -5,6 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "core/basGlobal.h"
+#include "platform/Profile.h"
+
 /// The settings file Dravik.ini, the files named through it, the sensor table and the resume state.
 namespace dravik {
 
@@ -18,6 +21,11 @@ constexpr std::size_t kSkinValueBytes = 63;
 
 /// One key of the current skin file: at most kSkinValueBytes, empty when missing.
 std::string ReadSkinValue(const std::string& section, const std::string& key);
+
+/// Writes into the settings file. Nothing is written, which the user was told at the start, when no
+/// settings are kept: the settings file is then an installed one.
+/// @return false when it could not be written
+bool KeepSettings(const std::vector<ProfileEntry>& entries);
 
 /// Reads the settings file and the files named through it, loads the sensor table, sets the first
 /// `ConnState` and the intervals of tiHardware and tiMain. tiMain and tiAux are off meanwhile and
@@ -52,8 +60,9 @@ bool FollowClock();
 /// Takes the skin file of the current skin, and its image folder.
 void FindSkinFiles();
 
-/// Takes the image folder from the skin file.
-void FindImageFolder();
+/// Looks anew where the file of the same skin and its image folder lie: the user may have got one
+/// of his own, or the skin names another folder.
+void FindSkinFilesAgain();
 
 // Language ----------------------------------------------------------------------------------------
 
@@ -92,6 +101,12 @@ std::string StartKeyboard();
 
 /// Starts it unless it is running already. Without one nothing happens.
 void BringUpKeyboard();
+
+/// The sensor files that a language file names, for all units.
+std::vector<std::string> SensorFilesOf(const std::string& languageFile);
+
+/// The sensors of the section SensorConfig of a sensor file, at most kSensorLimit, all of them off.
+std::vector<SensorRecord> ReadSensors(const std::string& sensorFile);
 
 /// Fills the sensor table from the section SensorConfig of the sensor file.
 ///

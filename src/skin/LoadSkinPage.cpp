@@ -11,6 +11,7 @@
 #include "platform/At.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
+#include "settings/Words.h"
 #include "skin/PageCanvas.h"
 #include "skin/SkinFile.h"
 #include "skin/SkinScreen.h"
@@ -107,14 +108,13 @@ bool PageIsEmpty() {
 /// Why there is nothing to show, where the skin is at fault.
 std::string WhyNothing(const std::optional<SkinError>& error) {
     if (!FileExists(basGlobal.SkinFile))
-        return "The skin file was not found:\n" + basGlobal.SkinFile;
+        return Word("The skin file was not found:") + "\n" + basGlobal.SkinFile;
     if (ProfileTooLarge(basGlobal.SkinFile))
-        return "The skin file is larger than 16 MB:\n" + basGlobal.SkinFile;
+        return Word("The skin file is larger than 16 MB:") + "\n" + basGlobal.SkinFile;
     if (!PageIsEmpty()) return {};
     if (!HasSkinSection(kFirstPage))
-        return "The skin file has no page \"" + std::string(kFirstPage) + "\":\n" +
-               basGlobal.SkinFile;
-    if (error) return "A fault in the skin leaves nothing to show:\n" + error->Context();
+        return Word("The skin file has no page \"%1\":", {kFirstPage}) + "\n" + basGlobal.SkinFile;
+    if (error) return Word("A fault in the skin leaves nothing to show:") + "\n" + error->Context();
     return {};
 }
 
@@ -122,11 +122,11 @@ std::string WhyNothing(const std::optional<SkinError>& error) {
 void TellWhyNothing(const std::optional<SkinError>& error) {
     const std::string reason = WhyNothing(error);
     if (reason.empty()) return;
-    skinScreen->Page()->SetNotice(
-        ShownText(reason +
-                  "\n\nTouch the screen to choose another skin, or set Skin in the section Options "
-                  "of\n" +
-                  basGlobal.IniFile + "\n\nCtrl+Q ends the program."));
+    skinScreen->Page()->SetNotice(ShownText(
+        reason + "\n\n" +
+        Word("Touch the screen to choose another skin, or set Skin in the section Options "
+             "of") +
+        "\n" + basGlobal.IniFile + "\n\n" + Word("Ctrl+Q ends the program.")));
 }
 
 /// The lists of the page and the box.
@@ -166,6 +166,7 @@ std::optional<SkinError> FinishKind(const SkinKind& kind) {
 }
 
 void BuildPage(const std::string& name, bool box) {
+    LoadSkinFonts();  // the settings may have brought another skin
     PageCanvas* page = skinScreen->Page();
     page->setUpdatesEnabled(false);  // the page is not seen while it is being rebuilt
     if (!box) faultToFollow.reset();

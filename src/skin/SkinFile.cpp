@@ -2,8 +2,11 @@
 
 #include <algorithm>
 
+#include "controls/FontFiles.h"
+#include "core/DataFiles.h"
 #include "core/basGlobal.h"
 #include "platform/Number.h"
+#include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
 
@@ -102,6 +105,15 @@ std::vector<std::string> PageSections(const std::string& page) {
     // left for it.
     if (sections.size() <= kLastCommonObject) sections.push_back(page);
     return sections;
+}
+
+void LoadSkinFonts() {
+    const GlobalState& g = basGlobal;
+    std::vector<std::string> folders = {g.ProgramFolder, g.Launch.InstalledData};
+    for (std::string& place : PlacesOf(OwnFile(g.ImageFolder))) folders.push_back(std::move(place));
+    for (const std::string& folder : folders) {
+        if (!folder.empty()) LoadFontFiles(JoinPath(folder, "fonts"));
+    }
 }
 
 std::string PicturePath(const std::string& name) {

@@ -39,6 +39,11 @@ SkinElement ReadSectionKeys(const std::string& section, std::span<const SectionK
 /// The sections that make up a page, in loading order: its CommonObjects, then itself.
 std::vector<std::string> PageSections(const std::string& page);
 
+/// Loads the fonts that come with the program and those of the current skin: every font file in the
+/// folder `fonts` of the program folder, of the installed data and of the skin's image folder. What
+/// was loaded before stays.
+void LoadSkinFonts();
+
 /// Full path of a picture of the skin; empty for an empty name.
 std::string PicturePath(const std::string& name);
 

@@ -71,6 +71,7 @@ enum class Read {
     Strict,   ///< a whole decimal or "&H" number; anything else ends the load with an error
     Text,     ///< at most 63 bytes
     Picture,  ///< a file name in the image folder
+    Font,     ///< the name of a font, read as a text
 };
 
 /// What a key with a function text may name: words of these evaluators, and words of its own.
@@ -131,6 +132,22 @@ struct SkinError {
     std::string Context() const;
 };
 
+/// A text that an element shows at a place of its own.
+struct TextPlace {
+    const char* Key;       ///< that names the text
+    std::string Function;  ///< what it shows
+    std::string Caption;   ///< the text itself, with the function `text`
+    std::string Decimals;  ///< of a number; empty: the general number format
+    std::string Font;
+    int Points = 0;
+    bool Bold = false;
+    bool Italic = false;
+    int X = 0;      ///< left edge on the page, or in the picture of the element
+    int Width = 0;  ///< 0: to the edge of the page or the picture
+    int Lines = 0;  ///< that it may be wrapped into, 0: it is not wrapped
+    bool InPicture = false;
+};
+
 /// Tells the skin checker what is wrong with one key of an element.
 using Complain = std::function<void(const char* key, const std::string& text)>;
 
@@ -164,6 +181,9 @@ struct SkinKind {
     std::string (*Shown)(const ScreenElement& element) = nullptr;
     /// What the skin checker asks of a well-read element; null for nothing.
     void (*Check)(const SkinElement& element, const Complain& complain) = nullptr;
+    /// Where a well-read element shows which text, for the skin checker; null for a kind that makes
+    /// its texts fit, or shows none.
+    TextPlace (*Text)(const SkinElement& element) = nullptr;
 };
 
 /// The kinds, in the order in which the loader builds them: that of skin/kinds/CMakeLists.txt.

@@ -59,7 +59,7 @@ void PutIntoTile(const std::string& name) {
     if (sensor.empty()) return;
     g.PanelSensors[static_cast<std::size_t>(g.PanelTile - 1)] = sensor;
     const std::string key = PanelKey(g.PanelTile);
-    if (!WriteProfileEntries(g.IniFile, {{"Options", key, sensor}}))
+    if (!KeepSettings({{"Options", key, sensor}}))
         std::fprintf(stderr, "%s: %s could not be written\n", g.IniFile.c_str(), key.c_str());
     upCalls.LoadSkinPage(kPanelPage, false);
 }

@@ -32,6 +32,8 @@ const char* NameOf(Read how) {
             return "text";
         case Read::Picture:
             return "picture";
+        case Read::Font:
+            return "font";
     }
     return "";
 }

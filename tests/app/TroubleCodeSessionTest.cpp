@@ -53,7 +53,9 @@ TEST(TroubleCodeSession, ReadsShowsAFreezeFrameAndClears) {
         EXPECT_EQ(dravik.ReadLine(), "query\tClear troublecodes and all stored data?");
         EXPECT_EQ(dravik.ReadLine(), "ok");
         EXPECT_EQ(dravik.ReadLine(), "ok");
-        if (std::string(answer) == "no") EXPECT_EQ(dravik.State("DtcCount"), "3");
+        if (std::string(answer) == "no") {
+            EXPECT_EQ(dravik.State("DtcCount"), "3");
+        }
     }
     EXPECT_EQ(dravik.Until(message, "info\tTroublecodes cleared"), "info\tTroublecodes cleared");
     EXPECT_EQ(dravik.Ask("click ok"), "ok");

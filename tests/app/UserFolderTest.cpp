@@ -13,6 +13,7 @@ namespace {
 namespace fs = std::filesystem;
 using ::testing::AllOf;
 using ::testing::Contains;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
@@ -24,8 +25,8 @@ FolderContent ContentOf(const std::string& folder) {
     for (const auto& entry : fs::recursive_directory_iterator(folder)) {
         std::ifstream file(entry.path(), std::ios::binary);
         if (entry.is_regular_file())
-            content[fs::relative(entry.path(), folder)] = {std::istreambuf_iterator<char>(file),
-                                                           {}};
+            content[entry.path().lexically_relative(folder)] = {
+                std::istreambuf_iterator<char>(file), {}};
     }
     return content;
 }
@@ -65,6 +66,22 @@ class UserFolder : public ::testing::Test {
         return settings.substr(value, settings.find('\n', value) - value);
     }
 
+    /// The settings of a new user: those installed, with the comment and the user's language.
+    std::string Settings() {
+        std::string settings = atFirst_["Dravik.ini"];
+        return settings.replace(settings.find("Language=test"), 13, "Language=Deutsch") + kMark;
+    }
+
+    /// The lines of `elements` for one kind.
+    static std::vector<std::string> ElementsOf(ConsoleProgram& dravik, const std::string& kind) {
+        std::vector<std::string> lines = dravik.AskLines("elements");
+        std::erase_if(lines,
+                      [&](const std::string& line) { return !line.starts_with(kind + "\t"); });
+        return lines;
+    }
+
+    const std::string kMark = "[Program]\nLayered=1\n";
+    const std::string kResume = "[Resume]\nSensorActive=\n";
     const TemporaryFolder machine_;
     const std::string installed_ = machine_ / "share/dravik";
     const std::string user_ = machine_ / "config/dravik";
@@ -72,7 +89,7 @@ class UserFolder : public ::testing::Test {
     FolderContent atFirst_;
 };
 
-TEST_F(UserFolder, IsFilledOnFirstUseWithFilesThatCanBeWritten) {
+TEST_F(UserFolder, IsGivenSettingsOnFirstUseAndNothingElse) {
     const auto changeAll = [&](fs::perm_options options) {
         constexpr fs::perms kWrite = fs::perms::owner_write;
         for (const auto& entry : fs::recursive_directory_iterator(installed_))
@@ -82,19 +99,10 @@ TEST_F(UserFolder, IsFilledOnFirstUseWithFilesThatCanBeWritten) {
     changeAll(fs::perm_options::remove);
     const auto dravik = Start();
     EXPECT_EQ(dravik->State("SensorCount"), "3");
+    EXPECT_EQ(ElementsOf(*dravik, "Button").size(), 2U);
     EXPECT_EQ(dravik->Finish(), 0);
     changeAll(fs::perm_options::add);  // so that they can be removed
-
-    FolderContent expected = atFirst_;
-    std::string& settings = expected["Dravik.ini"];
-    settings.replace(settings.find("Language=test"), 13, "Language=Deutsch");
-    settings += "[Resume]\nSensorActive=\n";
-    EXPECT_EQ(ContentOf(user_), expected);
-    for (const auto& entry : fs::recursive_directory_iterator(user_)) {
-        const bool writable =
-            (entry.status().permissions() & fs::perms::owner_write) != fs::perms::none;
-        EXPECT_TRUE(writable) << entry.path();
-    }
+    EXPECT_EQ(ContentOf(user_), FolderContent({{"Dravik.ini", Settings() + kResume}}));
 }
 
 TEST_F(UserFolder, StartsInTheFirstLanguageOfTheSystemThatHasAFile) {
@@ -114,39 +122,91 @@ TEST_F(UserFolder, StartsInTheFirstLanguageOfTheSystemThatHasAFile) {
         EXPECT_EQ(FirstLanguage(locale), language) << ::testing::PrintToString(locale);
 }
 
-TEST_F(UserFolder, OnlyPartlyFilledIsCompletedAndKeepsWhatIsTheUsers) {
-    // A copy that was cut short, a folder copied without its permission to write, and the settings
-    // of a program that ran all the same.
-    const std::string sensors = "config/dravik/languages/test.sensors";
-    const std::string mine = "[Resume]\nMenu=codes\n[OBD]\nComPort=9\nMine=1\n";
-    machine_.Write(sensors, atFirst_["languages/test.sensors"].substr(0, 40));
-    machine_.Write("config/dravik/languages/codes", "[errorcodes]\nP0133=Mine\n");
-    machine_.Write("config/dravik/skins/own.ini", "[mainmenu]\n");
+TEST_F(UserFolder, LiesOverTheInstalledDataFileByFileInAnyCase) {
+    machine_.Write("config/dravik/skins/TEST.ini",
+                   atFirst_["skins/test.ini"] +
+                       "[own]\nImage0Function=picture\nImage0Picture=up.png\n"
+                       "Image1Function=picture\nImage1Picture=lamp.png\n");
+    machine_.Write("config/dravik/languages/Codes", "[errorcodes]\nP0133=Mine\n");
+    SavePicture(machine_ / "share/dravik/skins/test/lamp.png", 30, 30);
+    atFirst_ = ContentOf(installed_);
+    machine_.Write("config/dravik/skins/Test/UP.png", "");
+    SavePicture(machine_ / "config/dravik/skins/Test/UP.png", 40, 20);
+    const auto dravik = Start({"--skin", "test"});
+    EXPECT_EQ(dravik->Ask("do openmenu_own"), "ok");
+    EXPECT_THAT(ElementsOf(*dravik, "Image"), ElementsAre(HasSubstr("\t40\t20\t"),    // the user's
+                                                          HasSubstr("\t30\t30\t")));  // installed
+    EXPECT_EQ(dravik->State("SensorCount"), "3");
+    EXPECT_EQ(dravik->Finish(), 0);
+    EXPECT_EQ(machine_.Read("config/dravik/Dravik.ini"), Settings() + kResume);
+
+    // The checker looks at the same files.
+    const auto check = Start({"--check-skin"});
+    check->Finish();
+    EXPECT_THAT(check->Output(), AllOf(HasSubstr("[own]"), Not(HasSubstr("no such"))));
+}
+
+TEST_F(UserFolder, OfAnEarlierVersionLosesItsUnchangedCopiesOnce) {
+    fs::create_directories(user_);
+    fs::copy(installed_, user_, fs::copy_options::recursive);
+    const std::string mine = "; mine\n[OBD]\nComPort=9\n[Options]\nSkin=test\nLanguage=test\n";
+    const std::string codes = "[errorcodes]\nP0133=Mine\n";
     machine_.Write("config/dravik/Dravik.ini", mine);
-    fs::permissions(machine_ / sensors, fs::perms::owner_read);
-    fs::permissions(user_ + "/skins", fs::perms::owner_read | fs::perms::owner_exec);
+    machine_.Write("config/dravik/languages/codes", codes);
+    machine_.Write("config/dravik/languages/Wiener.ini", "");
+    machine_.Write("config/dravik/skins/own.ini", "[mainmenu]\n");
+    // What the user has linked may be the installation itself.
+    const std::string linked = user_ + "/languages/test.sensors";
+    fs::remove(linked);
+    fs::create_symlink(installed_ + "/languages/test.sensors", linked);
 
     const auto dravik = Start();
     EXPECT_EQ(dravik->State("SensorCount"), "3");
     EXPECT_EQ(dravik->Finish(), 0);
-    EXPECT_EQ(dravik->ErrorOutput().find("dravik:"), std::string::npos);
+    EXPECT_THAT(dravik->ErrorOutput(),
+                HasSubstr(user_ + " that are not as installed, and are used in their place: 2;"));
+    FolderContent expected = {{"Dravik.ini", mine + kMark + kResume},
+                              {"languages/Wiener.ini", ""},
+                              {"languages/codes", codes},
+                              {"languages/test.sensors", atFirst_["languages/test.sensors"]},
+                              {"skins/own.ini", "[mainmenu]\n"}};
+    EXPECT_EQ(ContentOf(user_), expected);
+    EXPECT_FALSE(fs::exists(user_ + "/skins/test")) << "it is empty";
 
-    FolderContent expected = atFirst_;
-    expected["languages/codes"] = "[errorcodes]\nP0133=Mine\n";
-    expected["skins/own.ini"] = "[mainmenu]\n";
-    expected["Dravik.ini"] =
-        "[Resume]\nMenu=codes\nSensorActive=\n"
-        "[OBD]\nComPort=9\nMine=1\nUpdateIntervall=10\nRefreshRate=20\n"
-        "[Options]\nSkin=test\nLanguage=Deutsch\nMisc=0\n";
+    // A copy that the user is about to change.
+    expected["skins/test.ini"] = atFirst_["skins/test.ini"];
+    machine_.Write("config/dravik/skins/test.ini", expected["skins/test.ini"]);
+    Start()->Finish();
     EXPECT_EQ(ContentOf(user_), expected);
 }
 
-TEST_F(UserFolder, ThatCannotBeFilledLeavesTheInstalledDataToRunOn) {
-    for (const std::string obstacle : {"config", "config/dravik", "config/dravik/languages"}) {
+TEST_F(UserFolder, WhoseFillingWasCutShortIsGivenTheSettingsThatItLacks) {
+    const std::string mine = "[Resume]\nMenu=codes\n[OBD]\nComPort=9\nMine=1\n";
+    machine_.Write("config/dravik/languages/test.sensors",
+                   atFirst_["languages/test.sensors"].substr(0, 40));
+    machine_.Write("config/dravik/languages/codes", "[errorcodes]\nP0133=Mine\n");
+    machine_.Write("config/dravik/Dravik.ini", mine);
+    const auto dravik = Start();
+    EXPECT_EQ(dravik->State("SensorCount"), "3");
+    EXPECT_EQ(dravik->Finish(), 0);
+    EXPECT_EQ(ContentOf(user_),
+              FolderContent({{"languages/codes", "[errorcodes]\nP0133=Mine\n"},
+                             {"Dravik.ini",
+                              "[Resume]\nMenu=codes\nSensorActive=\n"
+                              "[OBD]\nComPort=9\nMine=1\nUpdateIntervall=10\nRefreshRate=20\n"
+                              "[Options]\nSkin=test\nLanguage=Deutsch\nMisc=0\n" +
+                                  kMark}}));
+}
+
+TEST_F(UserFolder, ThatCannotBeMadeLeavesTheInstalledDataToRunOn) {
+    machine_.Write("share/dravik/skins/second.ini", atFirst_["skins/test.ini"]);
+    atFirst_ = ContentOf(installed_);
+    for (const std::string obstacle : {"config", "config/dravik"}) {
         machine_.Write(obstacle, "a file where a folder should be");
         const auto dravik = Start();
         EXPECT_EQ(dravik->State("SensorCount"), "3") << obstacle;
         EXPECT_EQ(dravik->Ask("text sensor_rpm"), "0");
+        EXPECT_EQ(dravik->Ask("do skin_second"), "ok");
         EXPECT_EQ(dravik->Ask("do config"), "ok");
         EXPECT_EQ(dravik->Ask("key Ctrl+S"), "ok");
         EXPECT_THAT(dravik->AskLines("elements"),
@@ -155,12 +215,45 @@ TEST_F(UserFolder, ThatCannotBeFilledLeavesTheInstalledDataToRunOn) {
         EXPECT_THAT(dravik->ErrorOutput(),
                     AllOf(HasSubstr("could not be made; Dravik runs from " + installed_),
                           Not(HasSubstr("resume state"))));
-        EXPECT_FALSE(fs::exists(user_ + "/Dravik.ini")) << "it would count as filled";
         fs::remove(machine_ / obstacle);
     }
-    EXPECT_EQ(Start()->State("SensorCount"), "3");
-    EXPECT_EQ(ContentOf(user_ + "/skins"), ContentOf(installed_ + "/skins"));
-    EXPECT_EQ(ContentOf(user_ + "/languages"), ContentOf(installed_ + "/languages"));
+    Start()->Finish();
+    EXPECT_EQ(machine_.Read("config/dravik/Dravik.ini"), Settings() + kResume);
+}
+
+TEST_F(UserFolder, IsWatchedTogetherWithTheInstalledData) {
+    const auto dravik = Start();
+    const auto button = [&] {
+        const std::string line = ElementsOf(*dravik, "Button").front();
+        return line.substr(0, line.find("\t60\t"));
+    };
+    const auto withEdge = [&](const std::string& edge) {
+        std::string skin = atFirst_["skins/test.ini"];
+        skin.replace(skin.find("Button0X=10"), 11, "Button0X=" + edge);
+        machine_.Write("config/dravik/skins/test.ini", skin);
+    };
+    EXPECT_EQ(button(), "Button\t0\t10\t10\t200");
+    withEdge("77");
+    EXPECT_EQ(dravik->Until(button, "Button\t0\t77\t10\t200"), "Button\t0\t77\t10\t200");
+    machine_.Write("config/dravik/skins/test/note", "");
+    SavePicture(machine_ / "config/dravik/skins/test/up.png", 120, 60);
+    EXPECT_EQ(dravik->Until(button, "Button\t0\t77\t10\t120"), "Button\t0\t77\t10\t120");
+    withEdge("78");
+    EXPECT_EQ(dravik->Until(button, "Button\t0\t78\t10\t120"), "Button\t0\t78\t10\t120");
+    fs::remove_all(user_ + "/skins");
+    EXPECT_EQ(dravik->Until(button, "Button\t0\t10\t10\t200"), "Button\t0\t10\t10\t200");
+}
+
+TEST_F(UserFolder, GetsItsFontsFromTheInstallation) {
+    machine_.Write("share/dravik/fonts/broken.ttf", "no font");
+    atFirst_ = ContentOf(installed_);
+    for (int start = 0; start < 2; ++start) {
+        const auto dravik = Start();
+        EXPECT_EQ(dravik->State("SensorCount"), "3");
+        dravik->Finish();
+        EXPECT_THAT(dravik->ErrorOutput(), HasSubstr("fonts/broken.ttf holds no font")) << start;
+    }
+    EXPECT_FALSE(fs::exists(user_ + "/fonts"));
 }
 
 }  // namespace

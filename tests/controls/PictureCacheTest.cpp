@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <filesystem>
+
+#include "core/basGlobal.h"
 #include "support/SavePicture.h"
 #include "support/TemporaryFolder.h"
 
@@ -53,6 +56,27 @@ TEST_F(PictureCacheTest, NoticesAChangedFile) {
     EXPECT_EQ(after.DesignSize(), QSizeF(40, 20));
     EXPECT_EQ(before.DesignSize(), QSizeF(10, 10)) << "a handle never changes";
     EXPECT_EQ(PictureCacheSize(), 40u * 20u * 4u);
+}
+
+TEST_F(PictureCacheTest, TakesTheUsersPictureBeforeTheInstalledOneOfDoubleSize) {
+    const TemporaryFolder installed;
+    basGlobal.ProgramFolder = folder_.Path();
+    basGlobal.Launch.InstalledData = installed.Path();
+    for (const char* name : {"both.png", "both@2x.png", "double.png", "double@2x.png"})
+        SavePicture(installed / name, 80, 80, Qt::blue);
+    Save("both.png", 100, 100);
+    Save("double@2x.png", 200, 200);
+    const auto width = [&](const char* name, double scale) {
+        return LoadSkinPicture(folder_ / name, scale).DesignSize().width();
+    };
+    EXPECT_EQ(width("both.png", 1), 100);
+    EXPECT_EQ(width("both.png", 2), 100);
+    EXPECT_EQ(width("double.png", 1), 80);
+    EXPECT_EQ(width("double.png", 2), 100);
+    std::filesystem::remove(folder_ / "both.png");
+    EXPECT_EQ(width("both.png", 1), 80);
+    EXPECT_EQ(width("both.png", 2), 40);
+    basGlobal = GlobalState{};
 }
 
 TEST_F(PictureCacheTest, TakesTheDoubleSizeFileOnlyAboveScaleOne) {

@@ -121,7 +121,9 @@ void ExpectWhole(const QWidget* widget, const QWidget& dialog) {
     const bool shrinks = qobject_cast<const QLineEdit*>(widget) != nullptr ||
                          qobject_cast<const QComboBox*>(widget) != nullptr ||
                          (label != nullptr && label->wordWrap());
-    if (!shrinks) EXPECT_GE(widget->width(), widget->sizeHint().width()) << name;
+    if (!shrinks) {
+        EXPECT_GE(widget->width(), widget->sizeHint().width()) << name;
+    }
 }
 
 TEST_F(SettingsDialog, EveryControlFitsAFingerOnScreensOfEveryShape) {
@@ -452,7 +454,7 @@ TEST_F(SettingsDialog, AConsoleUsesItByWhatItLists) {
     EXPECT_EQ(field[8], "100");
     EXPECT_EQ(ElementLine("coBaudrate")[6], "0");  // further down
     AnswerRequest("move 400 300");
-    AnswerRequest("wheel -11");
+    for (int turn = 0; turn < 2; ++turn) AnswerRequest("wheel -4");  // one goes a page at most
     const auto speed = ElementLine("coBaudrate");
     EXPECT_EQ(speed[0], "Combo");
     EXPECT_EQ(speed[6], "1");

@@ -157,5 +157,37 @@ TEST_F(SettingsSaving, TheFirstLanguageCanBeChosenWithoutAFolderOfLanguages) {
               With(std::string(kSettings), "Language=English", "Language=Deutsch"));
 }
 
+// The user's folder holds the settings alone, and lies over an installation.
+TEST_F(SettingsSaving, SensorsOfAnInstallationAreWrittenIntoTheUsersFolderWhenTheyChange) {
+    const TemporaryFolder installed;
+    for (const char* part : {"skins", "languages"})
+        std::filesystem::rename(folder_ / part, installed / part);
+    folder_.Write("skins/Night.ini", "[mainmenu]\n");
+    folder_.Write("skins/own.ini", "[mainmenu]\n");
+    basGlobal.Launch.InstalledData = installed.Path();
+    LoadSettings();
+    Open();
+    QStringList skins;
+    for (int i = 0; i < Find<QComboBox>("coSkin")->count(); ++i)
+        skins.append(Find<QComboBox>("coSkin")->itemText(i));
+    EXPECT_EQ(skins, QStringList() << QStringLiteral("day") << QStringLiteral("Night")
+                                   << QStringLiteral("own"))
+        << "each name once, as the user has it";
+    Type("tRefreshRate", QStringLiteral("77"));
+    Click("bSave");
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "languages")) << "no sensor has changed";
+
+    for (const char* caption : {"New", "Newer"}) {
+        Open();
+        ShowTab(1);
+        Type("txtSensorCaption", QString::fromLatin1(caption));
+        Click("bSave");
+        EXPECT_EQ(folder_.Read("languages/english.sensors"),
+                  With(kSensors, "Caption=Engine", std::string("Caption=") + caption));
+        EXPECT_EQ(basGlobal.Sensors[0].Caption, caption);
+    }
+    EXPECT_EQ(installed.Read("languages/english.sensors"), kSensors);
+}
+
 }  // namespace
 }  // namespace dravik

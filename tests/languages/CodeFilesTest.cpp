@@ -110,7 +110,9 @@ TEST(CodeFiles, DescribeEachCodeInTheirOwnLanguageAndBriefly) {
             EXPECT_EQ(text.find_first_of("{}@#|"), std::string::npos) << text;
             EXPECT_EQ(text.find("  "), std::string::npos) << text;
             EXPECT_NE(text.back(), '.') << "the list closes the line itself";
-            if (!english) EXPECT_NE(text, Description(kCodeFiles[0], code));
+            if (!english) {
+                EXPECT_NE(text, Description(kCodeFiles[0], code));
+            }
         }
     }
 }

@@ -63,7 +63,8 @@ TEST(ReadingRules, EveryKeyIsReadByItsOwnRule) {
         {Read::Short, {"12", "16", "fault", "fault", "0"}},
         {Read::Strict, {"fault", "16", "fault", "-32769", "fault"}},
         {Read::Text, {"12x", "&H10", "4294967296", "-32769", ""}},
-        {Read::Picture, {"12x", "&H10", "4294967296", "-32769", ""}}};
+        {Read::Picture, {"12x", "&H10", "4294967296", "-32769", ""}},
+        {Read::Font, {"12x", "&H10", "4294967296", "-32769", ""}}};
     const TemporaryFolder folder;
     for (const SkinKind* kind : SkinKinds()) {
         std::string strictKeys;

@@ -95,6 +95,7 @@ class ConsoleProgram {
         return process_.exitStatus() == QProcess::NormalExit ? process_.exitCode() : -1;
     }
 
+    std::string Output() { return process_.readAllStandardOutput().toStdString(); }
     std::string ErrorOutput() { return process_.readAllStandardError().toStdString(); }
     pid_t Pid() const { return static_cast<pid_t>(process_.processId()); }
 

@@ -2,6 +2,7 @@
 #include <string>
 #include <utility>
 
+#include "core/DataFiles.h"
 #include "core/UpCalls.h"
 #include "lists/basFunctions.h"
 #include "lists/media/MediaEntry.h"
@@ -43,7 +44,7 @@ std::string Tag(std::string_view word, const std::string& path) {
 std::string KnownPictures(const std::string& filter) {
     std::string known;
     for (const std::string_view ending : kPictureEndings) {
-        for (const std::string& file : FilesMatching(basGlobal.ImageFolder, ending)) {
+        for (const std::string& file : DataFilesMatching(basGlobal.ImageFolder, ending)) {
             const std::string name = LowerCased(file.substr(0, file.size() - ending.size()));
             if (filter.find(name + ",") != std::string::npos) known += "." + name;
         }
@@ -64,7 +65,7 @@ std::string ListPictureFile(const std::string& folder, const std::string& pictur
     if (pictureKey.empty() || pictureKey.find_first_of("/\\") != std::string::npos) return {};
     for (const char* ending : kPictureEndings) {
         std::string file = folder + pictureKey + ending;
-        if (FileExists(file)) return file;
+        if (FileExists(DataFile(file))) return file;
     }
     return {};
 }

@@ -11,6 +11,7 @@
 #include "settings/Words.h"
 #include "skin/SkinFile.h"
 #include "skin/SkinVocabulary.h"
+#include "skin/check/LongestTexts.h"
 
 /// The parts of the skin checker.
 namespace dravik {
@@ -95,6 +96,9 @@ class SkinFindings {
     void CheckRanges(const SkinElement& element);
     void CheckSense(const SkinElement& element);
     void CheckPlace(const SkinElement& element);
+    void CheckFont(const std::string& section, const std::string& key);
+    void CheckText(const SkinElement& element);
+    int RoomOf(const TextPlace& place, const SkinElement& element);
     void CheckUnknownKeys(const std::string& section, const SectionFacts& facts);
     static void Note(SectionFacts& facts, const FunctionVerdict& verdict, const std::string& key);
 
@@ -102,6 +106,8 @@ class SkinFindings {
     std::map<std::string, PicturePair> pictures_;  ///< by path
     std::map<std::string, WordList> languages_;    ///< by name, once a word has been looked up
     std::set<std::string> words_;                  ///< looked up, in lower case
+    std::set<std::string> missingFonts_;           ///< that were told, in lower case
+    LongestTexts texts_;
 };
 
 /// The number that stands for "#" in a key's name ("Menu#", "Button#X"); nothing when the name is

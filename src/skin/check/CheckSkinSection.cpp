@@ -214,6 +214,8 @@ void SkinFindings::CheckValue(const string& section, const string& key, Read how
                 ReadSkinValue(section, key) + "\"");
     else if (how == Read::Picture)
         CheckPicture(section, key);
+    else if (how == Read::Font)
+        CheckFont(section, key);
     else if (how != Read::Text)
         CheckNumber(section, key, how);
 }
@@ -316,6 +318,7 @@ void SkinFindings::CheckElement(const SkinElement& element, SectionFacts& facts)
     if (ReadElement(read, KeySet::All)) return;
     CheckSense(read);
     CheckPlace(read);
+    CheckText(read);
 }
 
 void SkinFindings::CheckSectionKeys(const string& section, std::span<const SectionKey> keys) {

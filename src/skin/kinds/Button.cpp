@@ -37,7 +37,7 @@ constexpr SkinKey kKeys[] = {
     {"LabelHeight", Lenient, &E::LabelHeight, "30", "height of the caption"},
     {"LabelAlignment", Lenient, &E::LabelAlignment, "0", "0 left, 1 right, 2 centre"},
     {"LabelFontSize", Lenient, &E::LabelFontSize, "16", "size of the caption in points"},
-    {"LabelFont", Text, &E::LabelFont, "DejaVu Sans", "font of the caption"},
+    {"LabelFont", Font, &E::LabelFont, "DejaVu Sans", "font of the caption"},
     {"LabelFontStyle", Text, &E::LabelFontStyle, "Bold",
      "Bold, Italic or BoldItalic, else regular"},
     {"LabelColor", Lenient, &E::LabelColor, "&HFFFFFF", "colour of the caption"},
@@ -152,6 +152,23 @@ void Check(const SkinElement& element, const Complain& complain) {
                  "moves away");
 }
 
+TextPlace PlaceOfText(const SkinElement& element) {
+    const bool fixed = EqualsNoCase(element.LabelFunction, kTextWord);
+    TextLook style;
+    SetFontStyle(style, element.LabelFontStyle);
+    return {.Key = fixed ? "LabelCaption" : "LabelFunction",
+            .Function = element.LabelFunction,
+            .Caption = element.LabelCaption,
+            .Decimals = {},
+            .Font = element.LabelFont,
+            .Points = element.LabelFontSize,
+            .Bold = style.Bold,
+            .Italic = style.Italic,
+            .X = element.LabelX,
+            .Width = element.LabelWidth,
+            .InPicture = true};
+}
+
 }  // namespace
 
 extern constinit const SkinKind kButtonKind{
@@ -168,6 +185,7 @@ extern constinit const SkinKind kButtonKind{
     .Refresh = Refresh,
     .Shown = Shown,
     .Check = Check,
+    .Text = PlaceOfText,
 };
 
 }  // namespace dravik

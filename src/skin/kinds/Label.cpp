@@ -15,7 +15,7 @@ using E = SkinElement;
 using enum Read;
 
 constexpr SkinKey kKeys[] = {
-    {"FontSize", Integer, &E::FontSize, "24", "size in points"},
+    {"FontSize", Integer, &E::FontSize, "16", "size in points"},
     {"X", Integer, &E::X, "100", "left edge"},
     {"Y", Integer, &E::Y, "220", "top edge"},
     {"Width", Integer, &E::Width, "200", "width; 0: to the edge of the page"},
@@ -23,7 +23,7 @@ constexpr SkinKey kKeys[] = {
     {"Alignment", Integer, &E::Alignment, "2", "0 left, 1 right, 2 centre"},
     {"Color", Strict, &E::Color, "&HFFFFFF", "text colour"},
     {"Caption", Text, &E::Caption, "Engine speed", "fixed text, with `Function=text`"},
-    {"Font", Text, &E::Font, "DejaVu Sans", "font"},
+    {"Font", Read::Font, &E::Font, "DejaVu Sans", "font"},
     {"FontStyle", Text, &E::FontStyle, "Bold", "Bold, Italic or BoldItalic, else regular"},
     {"Lines", Lenient, &E::Lines, "1",
      "wraps the text at words into at most so many lines; without it, only its own line breaks "
@@ -119,6 +119,23 @@ void Check(const SkinElement& element, const Complain& complain) {
                                  std::to_string(kMostDecimals));
 }
 
+TextPlace PlaceOfText(const SkinElement& element) {
+    const bool fixed = EqualsNoCase(element.Function, kTextWord);
+    TextLook style;
+    SetFontStyle(style, element.FontStyle);
+    return {.Key = fixed ? "Caption" : "Function",
+            .Function = element.Function,
+            .Caption = element.Caption,
+            .Decimals = element.Decimals,
+            .Font = element.Font,
+            .Points = element.FontSize,
+            .Bold = style.Bold,
+            .Italic = style.Italic,
+            .X = element.X,
+            .Width = element.Width,
+            .Lines = element.Lines};
+}
+
 }  // namespace
 
 extern constinit const SkinKind kLabelKind{
@@ -133,6 +150,7 @@ extern constinit const SkinKind kLabelKind{
     .Build = Build,
     .Refresh = Refresh,
     .Check = Check,
+    .Text = PlaceOfText,
 };
 
 }  // namespace dravik

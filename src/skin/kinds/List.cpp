@@ -22,7 +22,7 @@ constexpr SkinKey kKeys[] = {
     {"FontColor", Lenient, &E::FontColor, "&HFFFFFF", "text colour"},
     {"BackColor", Lenient, &E::BackColor, "&H000000", "background colour"},
     {"Tabindex", Lenient, &E::Tabindex, "3", "place in the navigation order"},
-    {"Font", Text, &E::Font, "DejaVu Sans", "font"},
+    {"Font", Read::Font, &E::Font, "DejaVu Sans", "font"},
     {"FontStyle", Text, &E::FontStyle, "Bold", "Bold, Italic or BoldItalic, else regular"},
     {"RowHeight", Integer, &E::RowHeight, "64",
      "least height of a row, for fingers; a text wraps where a row has room for more lines"},

@@ -19,7 +19,7 @@ constexpr SkinKey kKeys[] = {
     {"Alignment", Integer, &E::Alignment, "0", "0 left, 1 right, 2 centre"},
     {"FontColor", Lenient, &E::FontColor, "&HFFFFFF", "text colour"},
     {"BackColor", Lenient, &E::BackColor, "&H202020", "background colour"},
-    {"Font", Text, &E::Font, "DejaVu Sans", "font"},
+    {"Font", Read::Font, &E::Font, "DejaVu Sans", "font"},
 };
 
 /// A text box keeps its text by function, so that it is there again when its page is.

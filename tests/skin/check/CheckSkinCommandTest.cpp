@@ -3,6 +3,7 @@
 
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <filesystem>
 
 #include "platform/Paths.h"
 #include "skin/check/SoundSkin.h"
@@ -19,8 +20,11 @@ struct Outcome {
 };
 
 /// Runs the real program with --check-skin where there is no display.
-Outcome CheckSkinOf(const std::string& folder, const std::vector<std::string>& options = {}) {
+Outcome CheckSkinOf(const std::string& folder, const std::vector<std::string>& options = {},
+                    const std::string& fontConfig = "") {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (!fontConfig.empty())
+        environment.insert(QStringLiteral("FONTCONFIG_FILE"), QString::fromStdString(fontConfig));
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
         environment.remove(QString::fromUtf8(name));
     QStringList arguments = {QStringLiteral("--check-skin"), QStringLiteral("--folder"),
@@ -60,14 +64,28 @@ TEST(CheckSkinCommand, ExitStatusTellsCleanFindingsAndUnreadable) {
     EXPECT_THAT(noLanguage.Errors, HasSubstr("Dutch.ini"));
 }
 
-TEST(CheckSkinCommand, OurSkinsAreCleanInEveryLanguage) {
+/// On a system that has no font at all.
+TEST(CheckSkinCommand, OurSkinsAreCleanInEveryLanguageWithTheFontsThatComeWithThem) {
+    namespace fs = std::filesystem;
+    if (!fs::exists(DRAVIK_FONTS)) GTEST_SKIP() << "built without fonts";
+    const TemporaryFolder folder;
+    const std::string noFonts = folder.Write(
+        "fonts.conf", "<fontconfig><cachedir>" + folder / "cache" + "</cachedir></fontconfig>");
+    folder.Write("Dravik.ini", "");
+    for (const char* name : {"skins", "languages"})
+        fs::create_directory_symlink(std::string(DRAVIK_SOURCE) + name, folder / name);
+    EXPECT_THAT(
+        CheckSkinOf(folder.Path(), {"--skin", "night", "--language", "English"}, noFonts).Output,
+        HasSubstr("there is no font \"DejaVu Sans Condensed\""));
+    fs::create_directory_symlink(DRAVIK_FONTS, folder / "fonts");
+
     const auto languages = FilesMatching(DRAVIK_SOURCE "languages", ".ini");
     ASSERT_GE(languages.size(), 5U);
     for (const char* skin : {"night", "day"}) {
         for (const std::string& file : languages) {
             const std::string language = file.substr(0, file.size() - 4);
             const Outcome outcome =
-                CheckSkinOf(DRAVIK_SOURCE, {"--skin", skin, "--language", language});
+                CheckSkinOf(folder.Path(), {"--skin", skin, "--language", language}, noFonts);
             EXPECT_EQ(outcome.Status, 0) << outcome.Errors;
             EXPECT_EQ(outcome.Output, "") << skin << ", " << language;
         }

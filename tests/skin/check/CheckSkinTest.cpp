@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "skin/ProgramTitle.h"
 #include "skin/check/SoundSkin.h"
+#include "support/TestFont.h"
 
 namespace dravik {
 namespace {
@@ -223,6 +225,104 @@ TEST(CheckSkin, LeavesAloneWhatWorks) {
         text.replace(text.find(old), std::string_view(old).size(), other);
         EXPECT_EQ(Lines(skin.Check(text)), "") << other;
     }
+}
+
+/// The sound skin with a label and a button's caption in a font of which every character takes half
+/// of its size: 8 pixels at 12 points.
+class CheckSkinText : public ::testing::Test {
+ protected:
+    static constexpr int kCharacter = 8;
+
+    CheckSkinText() {
+        const TemporaryFolder& folder = skin_.Folder();
+        folder.Write("fonts/half.ttf", TestFont("Test Half", 500));
+        folder.Write("languages/test.sensors", Sensors("rpm", "1/min", "0.25", "8000"));
+        folder.Write("languages/Long.ini", "[Sensors]\nFilename=long.sensors\n");
+        folder.Write("languages/long.sensors", Sensors("Umdrehungen", "/min", "1", "65535"));
+    }
+
+    static std::string Sensors(const std::string& caption, const std::string& unit,
+                               const std::string& factor, const std::string& max) {
+        return "[SensorConfig]\nSensor0Function=rpm.engine\nSensor0Source=obd_0C\nSensor0Caption=" +
+               caption + "\nSensor0Unit=" + unit + "\nSensor0Factor=" + factor +
+               "\nSensor0Offset=-100\nSensor0Min=-100\nSensor0Max=" + max +
+               "\nSensor1Function=speed\nSensor1Source=can_1\n";
+    }
+
+    /// The findings of the sound skin with a label of these keys.
+    std::vector<SkinError> WithLabel(const std::string& keys, int width,
+                                     const std::string& font = "Test Half") const {
+        std::string text = SoundSkin::Text();
+        const std::string old = "Label0Function=time\n";
+        text.replace(text.find(old), old.size(),
+                     keys + "\nLabel0Font=" + font +
+                         "\nLabel0FontSize=12\nLabel0Width=" + std::to_string(width) + "\n");
+        return skin_.Check(text);
+    }
+
+    const SoundSkin skin_;
+};
+
+TEST_F(CheckSkinText, WiderThanItsPlaceIsToldWithTheLanguageThatMakesItSo) {
+    const struct {
+        const char* Keys;
+        std::size_t Characters;
+        const char* Key;
+        const char* Text;
+    } texts[] = {
+        {"Label0Function=text\nLabel0Caption=Engine", 6, "Label0Caption", "\"Engine\" is wider"},
+        {"Label0Function=sensorcaption_RPM.Engine", 11, "Label0Function", "\"Umdrehungen\" (Long)"},
+        {"Label0Function=sensorunit_rpm.engine", 5, "Label0Function", "\"1/min\" (test)"},
+        {"Label0Function=sensor_rpm.engine", 7, "Label0Function", "\"8888.88\" (test)"},
+        {"Label0Function=sensor_rpm.engine\nLabel0Decimals=0", 5, "Label0Function",
+         "\"88888\" (Long)"},
+        {"Label0Function=sensor_rpm.engine\nLabel0Decimals=2", 8, "Label0Function",
+         "\"88888.88\" (Long)"},
+        {"Label0Function=live_rpm.engine\nLabel0Decimals=0", 5, "Label0Function",
+         "\"88888\" (Long)"},
+        {"Label0Function=sensorcaption_picked", 11, "Label0Function", "\"Umdrehungen\" (Long)"},
+        {"Label0Function=text\nLabel0Caption=one two\nLabel0Lines=2", 3, "Label0Caption",
+         "it takes "},
+        {"Label0Function=obd_status", 25, "Label0Function", "\"Resetting Trouble Codes..\""},
+        {"Label0Function=obd_troublecodescount", 3, "Label0Function", "\"128\""},
+        {"Label0Function=time", 8, "Label0Function", "\"88:88:88\""},
+        {"Label0Function=date", 10, "Label0Function", "\"88.88.8888\""},
+        {"Label0Function=APP_Title", ProgramTitle().size(), "Label0Function", "\"Dravik V"},
+    };
+    for (const auto& row : texts) {
+        const int width = static_cast<int>(row.Characters) * kCharacter;
+        const auto narrow = WithLabel(row.Keys, width - 1);
+        EXPECT_THAT(narrow, ::testing::ElementsAre(
+                                AllOf(Field(&SkinError::Key, row.Key),
+                                      Field(&SkinError::Description, HasSubstr(row.Text)))))
+            << row.Keys << "\n"
+            << Lines(narrow);
+        EXPECT_EQ(Lines(WithLabel(row.Keys, width)), "") << row.Keys;
+    }
+}
+
+TEST_F(CheckSkinText, OfAButtonEndsWithItsPicture) {
+    for (const auto& [x, findings] : {std::pair(0, 0U), {1, 1U}}) {
+        std::string text = SoundSkin::Text();
+        const std::string old = "Button0LabelX=\nButton0LabelFunction=sensorunit_rpm.engine";
+        text.replace(text.find(old), old.size(),
+                     "Button0LabelX=" + std::to_string(x) +
+                         "\nButton0LabelFont=Test Half\nButton0LabelFontSize=12\n"
+                         "Button0LabelFunction=text\nButton0LabelCaption=12345");
+        const auto found = skin_.Check(text);
+        EXPECT_EQ(found.size(), findings) << Lines(found);
+        for (const SkinError& finding : found) EXPECT_EQ(finding.Key, "Button0LabelCaption");
+    }
+}
+
+TEST_F(CheckSkinText, InAFontThatIsNotThereIsOneMistake) {
+    const auto findings = WithLabel(
+        "Label0Function=text\nLabel0Caption=Wide\nLabel1Function=time\nLabel1Color=1\n"
+        "Label1Font=test MISSING",
+        1, "Test Missing");
+    EXPECT_EQ(Lines(findings),
+              "test.ini [status] Label0Font: there is no font \"Test Missing\": another one takes "
+              "its place\n");
 }
 
 TEST(CheckSkin, LoaderTakesTheNumbersThatTheCheckerTakes) {

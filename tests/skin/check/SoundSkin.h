@@ -6,6 +6,7 @@
 
 #include "core/basGlobal.h"
 #include "settings/basSettings.h"
+#include "skin/SkinFile.h"
 #include "skin/check/CheckSkin.h"
 #include "support/TemporaryFolder.h"
 
@@ -108,6 +109,7 @@ Button1Up=key.png
         basGlobal = GlobalState{};
         InitGlobals(folder_.Path());
         LoadSettings();
+        LoadSkinFonts();
         return CheckSkin();
     }
 
