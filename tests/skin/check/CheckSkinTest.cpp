@@ -272,8 +272,8 @@ TEST_F(CheckSkinText, WiderThanItsPlaceIsToldWithTheLanguageThatMakesItSo) {
     } texts[] = {
         {"Label0Function=text\nLabel0Caption=Engine", 6, "Label0Caption", "\"Engine\" is wider"},
         {"Label0Function=sensorcaption_RPM.Engine", 11, "Label0Function", "\"Umdrehungen\" (Long)"},
-        {"Label0Function=sensorunit_rpm.engine", 5, "Label0Function", "\"1/min\" (test)"},
-        {"Label0Function=sensor_rpm.engine", 7, "Label0Function", "\"8888.88\" (test)"},
+        {"Label0Function=sensorunit_rpm.engine", 5, "Label0Function", "\"1/min\" (German)"},
+        {"Label0Function=sensor_rpm.engine", 7, "Label0Function", "\"8888.88\" (German)"},
         {"Label0Function=sensor_rpm.engine\nLabel0Decimals=0", 5, "Label0Function",
          "\"88888\" (Long)"},
         {"Label0Function=sensor_rpm.engine\nLabel0Decimals=2", 8, "Label0Function",
