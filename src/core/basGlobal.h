@@ -203,7 +203,7 @@ struct GlobalState {
     bool StartupFlag = false;
     bool ResumeFlag = false;
     bool Welcoming = false;  ///< a new user has not left the pages of the welcome yet
-    bool Closing = false;  ///< the program is ending: every wait ends at once
+    bool Closing = false;    ///< the program is ending: every wait ends at once
 
     // Link.
     std::uint8_t ConnState = 0;
