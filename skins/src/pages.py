@@ -319,7 +319,7 @@ def mediaplayer(skin):
 
 def system(skin):
     page = parts.page(skin, "system", "System")
-    keys = [("obd_connect", "connect", "Connect"), ("obd_disconnect", "disconnect", "Disconnect"),
+    keys = [("obd_connect", "connect", "Connect"), ("obd_disconnect", "disconnect", "Disconnect", "obd_active"),
             ("openmenu_find", "find", "Find"), ("config", "settings", "Settings"),
             ("openmenu_sensors", "sensors", "Sensors"), parts.other_look(skin),
             ("openmenu_language", "language", "Language"),
@@ -352,7 +352,7 @@ def shortcuts(skin):
             ("openmenu_engine", "engine", "Engine"), ("openmenu_chart", "chart", "Chart"),
             ("openmenu_troublecodes", "codes", "Trouble codes"),
             ("openmenu_previous", "back", "Last page"), ("obd_connect", "connect", "Connect"),
-            ("obd_disconnect", "disconnect", "Disconnect"), parts.other_look(skin),
+            ("obd_disconnect", "disconnect", "Disconnect", "obd_active"), parts.other_look(skin),
             ("openmenu_language", "language", "Language"),
             ("keyboard", "keyboard", "Keyboard", "obd_keyboard"), ("closebox", "no", "Close")]
     for i, (function, symbol, caption, *enabled) in enumerate(keys):

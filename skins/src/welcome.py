@@ -40,8 +40,8 @@ def find_part(page, top, tab, demo):
     else:
         keys.append(("config", "settings", "Settings", None))
     for i, (function, symbol, caption, enabled) in enumerate(keys):
-        parts.icon_key(page, function, THIRDS[i], top, THIRD, 100, symbol, caption, tab + i, 17,
-                       46, enabled)
+        parts.icon_key(page, function, THIRDS[i], top, THIRD, 100, symbol, caption, tab + i, 16,
+                       44, enabled)
     page.image(parts.panel(skin, 792, 225), 4, top + 104)
     page.label("word_Plug in the interface and switch the ignition on.", 22, top + 138, 756, 17,
                "muted", ON_PANEL)
