@@ -16,7 +16,7 @@ HERE = os.path.dirname(os.path.abspath(__file__))
 SKINS = os.path.dirname(HERE)
 STARTUP = os.path.join(SKINS, "../packaging/Dravik.jpg")
 
-# What the sensors are called in each language, to measure it.
+# What sensors and texts are called in each language, to measure it.
 sys.path.append(os.path.join(SKINS, "../languages/src"))
 
 import pages  # noqa: E402

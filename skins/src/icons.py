@@ -54,6 +54,16 @@ ICONS = {
                 '<circle cx="20" cy="36" r="4.5" fill="BACK"/>',
     "connect": '<path d="M24 6 V14 M16 6 V14 M32 6 V14" /><path d="M11 14 H37 V21'
                ' a13 13 0 0 1 -26 0 z"/><path d="M24 34 V43"/>',
+    "disconnect": '<path d="M24 6 V10 M16 6 V12 M32 6 V14"/><path d="M11 14 H37 V21'
+                  ' a13 13 0 0 1 -26 0 z"/><path d="M24 34 V43"/><path d="M6 42 L42 6"/>',
+    "find": '<circle cx="21" cy="21" r="13"/><path d="M30.5 30.5 L42 42"/>',
+    "language": '<circle cx="24" cy="24" r="18"/><ellipse cx="24" cy="24" rx="8" ry="18"/>'
+                '<path d="M6 24 H42 M9 14.5 H39 M9 33.5 H39"/>',
+    "panel": '<rect x="5" y="8" width="38" height="32" rx="4"/><path d="M24 8 V40 M5 24 H43"/>',
+    "day": '<circle cx="24" cy="24" r="8.5"/><path d="M24 4 V9 M24 39 V44 M4 24 H9 M39 24 H44'
+           ' M9.9 9.9 L13.4 13.4 M34.6 34.6 L38.1 38.1 M38.1 9.9 L34.6 13.4 M13.4 34.6 L9.9 38.1"/>',
+    "night": '<path d="M38 29 A17 17 0 1 1 20 9 A13.5 13.5 0 0 0 38 29 z"/>',
+    "demo": '<circle cx="24" cy="24" r="18"/><path d="M19.5 15.5 L33 24 L19.5 32.5 z"/>',
     "keyboard": '<rect x="4" y="11" width="40" height="26" rx="4"/>'
                 '<path d="M11.5 18.5 h1 M19.5 18.5 h1 M27.5 18.5 h1 M35.5 18.5 h1'
                 ' M11.5 24.5 h1 M19.5 24.5 h1 M27.5 24.5 h1 M35.5 24.5 h1 M15 31 H33"/>',

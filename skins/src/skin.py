@@ -7,22 +7,33 @@ import functools
 import struct
 
 import fonts
+import panel
 import sensors
 from palette import FIGURES, TEXT, contrast, number
 
 WIDTH, HEIGHT = 800, 480
 TOUCH = 64
+
+# What 13 (texts) and 16 (figures) arc minutes of capital height at 70 cm from a screen of 7 inches
+# take at least, in points.
+LEAST_TEXT, LEAST_FIGURE = 14, 18
 VALUE_BYTES = 63
 LABELS, GAUGES, CHARTS = 41, 17, 7
 
 PLAIN = "DejaVu Sans"
 NARROW = "DejaVu Sans Condensed"
 
+# What a figure shows that is not known, and that of a sensor which is switched off.
+UNKNOWN, OFF = "–", "Off"
+
 STATUS_TEXTS = ["Not Connected.", "Comport not found.", "Connected.", "Connecting....",
                 "Initializing.", "Receiving Data.", "Open Channel.", "Close Channel.",
                 "Reading Trouble Codes..", "Resetting Trouble Codes.."]
 OTHER_TEXTS = {
     "obd_status": STATUS_TEXTS,
+    "obd_reason": ["W" * 30],
+    "obd_finding": ["W" * 30],
+    "listentry_0": ["W" * 30],
     "time": ["14:58:58", "12:58:58 PM"],
     "date": ["28.08.2028"],
     "obd_troublecodescount": ["127"],
@@ -60,10 +71,10 @@ def decimals(name):
 
 
 @functools.cache
-def value_texts(name):
+def value_texts(name, places=None):
     """The longest that a sensor can show, metric or not."""
     _, _, size, factor, offset, unit = _sensor(name)
-    places = decimals(name)
+    places = decimals(name) if places is None else places
     shown = set()
     scales = [(1, 0)]
     if unit in sensors.IMPERIAL:
@@ -88,18 +99,48 @@ def unit_texts(name):
     return sorted(texts)
 
 
-def shown_texts(function, caption=""):
+WORDS = {texts[0].lower(): texts for texts in panel.words()}
+
+
+def translations(text):
+    """A fixed text in every language. Full stops behind it are kept, as the program does."""
+    if text.lower() in WORDS:
+        return list(WORDS[text.lower()])
+    name = text.rstrip(".")
+    return [found + text[len(name):] for found in WORDS[name.lower()]]
+
+
+# Sensors that the driver picks have a name of their own.
+STAND_INS = ("picked", "panel1", "panel2", "panel3", "panel4")
+
+
+def _sensors_behind(name):
+    return [row[1] for row in sensors.SENSORS] if name in STAND_INS else [name]
+
+
+def shown_texts(function, caption="", places=None):
     """What a label function can show at its longest."""
     if function == "text":
         return OTHER_TEXTS.get(caption, [caption])
     word, _, argument = function.partition("_")
-    if word == "sensor":
-        return value_texts(argument)
+    if word == "word":
+        if "_" not in argument:
+            return translations(argument)
+        return [found for text in shown_texts(argument) for found in translations(text)]
+    if word in ("live", "lowest", "highest"):
+        return [text for name in _sensors_behind(argument)
+                for text in value_texts(name, places)] + [UNKNOWN, OFF]
     if word == "sensorcaption":
-        return list(sensors.CAPTIONS[_sensor(argument)[0]])
+        return [text for name in _sensors_behind(argument)
+                for text in sensors.CAPTIONS[_sensor(name)[0]]]
     if word == "sensorunit":
-        return unit_texts(argument)
+        return [text for name in _sensors_behind(argument) for text in unit_texts(name)]
     return OTHER_TEXTS[function]
+
+
+def is_figure(function):
+    return (function.startswith(("live_", "lowest_", "highest_"))
+            or function in ("time", "indexlabel") or function.endswith("count"))
 
 
 class Section:
@@ -131,11 +172,15 @@ class Section:
         if x < 0 or y < 0 or x + width > WIDTH or y + height > HEIGHT:
             self.skin.fault(f"{self.name}: {what} leaves the page")
 
-    def check_text(self, what, texts, width, points, face, color, on, figures):
+    def check_text(self, what, texts, width, points, face, color, on, figures, lines=1):
         size = fonts.pixels(points)
+        least = LEAST_FIGURE if figures else LEAST_TEXT
+        if points < least:
+            self.skin.fault(f"{self.name}: {what} has {points} points, not {least}")
         widest = max(texts, key=lambda text: fonts.width(text, face, size), default="")
         needed = fonts.width(widest, face, size)
-        if needed > width:
+        # Words leave a part of each line free.
+        if needed > width * (lines - 0.3 * (lines > 1)):
             self.skin.fault(f"{self.name}: {what} needs {needed:.0f} of {width}: {widest}")
         colors = self.skin.colors
         bar = FIGURES if figures else TEXT
@@ -145,53 +190,61 @@ class Section:
                 self.skin.fault(f"{self.name}: {what}: {color} on {back} has {found:.2f}, not {bar}")
 
     def label(self, function, x, baseline, width, points, color, on, align=0, caption="",
-              face=NARROW):
-        """A text by its baseline."""
-        figures = function.startswith("sensor_") or function.endswith("count")
+              face=NARROW, lines=1, places=None):
+        """A text by its (first) baseline. Figures have the decimals of their sensor, or `places`."""
         size = fonts.pixels(points)
         y = baseline - int(size * fonts.ASCENT + 0.5)
-        height = int(size * fonts.LINE) + 2
+        height = int(size * fonts.LINE) * lines + 2
         self._inside("label " + function, x, y, width, height)
-        self.check_text("label " + function, shown_texts(function, caption), width, points, face, color,
-                   on, figures)
+        self.check_text("label " + function, shown_texts(function, caption, places), width, points,
+                        face, color, on, is_figure(function), lines)
         keys = dict(X=x, Y=y, Width=width, Height=height, Font=face, FontSize=points,
                     Alignment=align, Color=number(self.skin.colors[color]))
         if function == "text":
             keys["Caption"] = caption
-        if function.startswith("sensor_"):
-            keys["Decimals"] = decimals(function.partition("_")[2])
+        if lines > 1:
+            keys["Lines"] = lines
+        word, _, name = function.partition("_")
+        if word in ("live", "lowest", "highest"):
+            keys["Decimals"] = decimals(name) if places is None else places
         self.add("Label", function, **keys)
 
-    def button(self, function, x, y, key, tab, image=None, state=None, label=None):
-        """A button of the pictures `key`, `key`-over and `key`-down. `image` is a picture and its
-        place, `state` the function that switches it; `label` a caption (or a label function after
-        "=") with x, baseline, width, points, colour, what it stands on, and alignment."""
+    def button(self, function, x, y, key, tab, image=None, state=None, label=None, enabled=None,
+               over=None):
+        """A button of the pictures `key`, `key`-over and `key`-down, which works while the function
+        `enabled` is on. `image` is a picture and its place, `state` the function that switches it;
+        `label` a caption with x, baseline, width, points, colour, what it stands on, and alignment:
+        a word of the language, a label function after "=", or a fixed text after "'". It may lie
+        on the button `over`, whose touch it then takes."""
         width, height = self.skin.size(key + "-up")
         if width < TOUCH or height < TOUCH:
             self.skin.fault(f"{self.name}: button {function} is {width} by {height}")
         self._inside("button " + function, x, y, width, height)
         for other, rect in self.buttons:
-            if (x < rect[0] + rect[2] and rect[0] < x + width
+            if other != over and (x < rect[0] + rect[2] and rect[0] < x + width
                     and y < rect[1] + rect[3] and rect[1] < y + height):
                 self.skin.fault(f"{self.name}: buttons {function} and {other} overlap")
         self.buttons.append((function, (x, y, width, height)))
-        keys = dict(X=x, Y=y, Up=key + "-up.png", Over=key + "-over.png", Down=key + "-down.png",
-                    Tabindex=tab)
+        keys = dict(X=x, Y=y, Up=key + "-up.png", Over=key + "-over.png", Down=key + "-down.png")
+        if tab is not None:
+            keys["Tabindex"] = tab
         if image:
             picture, image_x, image_y = image
             self.skin.size(picture)
             keys.update(Image=picture + ".png", ImageX=image_x, ImageY=image_y)
         if state:
             keys["ImageFunction"] = state
+        if enabled:
+            keys["Enabled"] = enabled
         if label:
             text, label_x, baseline, room, points, color, on, align = label
             size = fonts.pixels(points)
-            if text.startswith("="):
-                keys["LabelFunction"] = text[1:]
-                texts = shown_texts(text[1:])
+            if text.startswith("'"):
+                keys.update(LabelFunction="text", LabelCaption=text[1:])
+                texts = [text[1:]]
             else:
-                keys.update(LabelFunction="text", LabelCaption=text)
-                texts = [text]
+                keys["LabelFunction"] = text[1:] if text.startswith("=") else "word_" + text
+                texts = shown_texts(keys["LabelFunction"])
             self.check_text("button " + function, texts, room, points, NARROW, color, on, False)
             if label_x + room > width:
                 self.skin.fault(f"{self.name}: caption of {function} leaves the button")

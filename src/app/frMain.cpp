@@ -122,7 +122,8 @@ void frMain::Start(const Options& options) {
     if (g.Closing) return;
 
     startupPicture_ = QPixmap();
-    LoadSkinPage(std::string(g.CurrentMenu), false);
+    g.Welcoming = WelcomeAsked() && g.Launch.DemoDevice.empty() && HasSkinSection(kWelcomePage);
+    LoadSkinPage(g.Welcoming ? kWelcomePage : std::string(g.CurrentMenu), false);
     if (g.Closing) return;
     g.tiMain.SetEnabled(true);
     g.tiAux.SetEnabled(true);

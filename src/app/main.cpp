@@ -1,6 +1,4 @@
 #include <QApplication>
-#include <QDir>
-#include <QTemporaryDir>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -8,37 +6,22 @@
 
 #include "app/CheckSkinCommand.h"
 #include "app/CommandLine.h"
+#include "app/DemoVehicle.h"
 #include "app/ProgramFolder.h"
 #include "app/SkinWatch.h"
 #include "app/frMain.h"
 #include "console/Console.h"
+#include "core/UpCalls.h"
 #include "platform/Display.h"
 #include "platform/EndRequest.h"
 #include "platform/Paths.h"
 #include "platform/Terminal.h"
-#include "vehicle/VehicleServer.h"
 
 namespace {
 
 using namespace dravik;
 
 constexpr int kBadArguments = 2;
-
-/// The built-in vehicle. Its terminal stands behind a link in a folder that only this user enters:
-/// after an unplug it comes back under another number, and the old one may be another program's.
-struct DemoVehicle {
-    QTemporaryDir Folder{QDir::tempPath() + QStringLiteral("/dravik-XXXXXX")};
-    vehicle::VehicleServer Server;  ///< goes first, and takes the link away
-};
-
-/// An empty text, or the reason why the vehicle does not start.
-std::string Start(DemoVehicle& vehicle, const std::string& scenario) {
-    if (std::string error = vehicle.Server.LoadScenario(scenario); !error.empty()) return error;
-    if (!vehicle.Folder.isValid())
-        return "no temporary folder: " + vehicle.Folder.errorString().toStdString();
-    return vehicle.Server.ServeSerialLine(
-        vehicle.Folder.filePath(QStringLiteral("interface")).toStdString());
-}
 
 int Fail(const std::string& message) {
     std::fprintf(stderr, "dravik: %s\n", message.c_str());
@@ -72,11 +55,10 @@ int main(int argc, char** argv) {
     options.WindowSize = line.WindowSize;
     options.ProgramFolder = FindProgramFolder(line.Folder, options.Launch);
 
-    std::unique_ptr<DemoVehicle> vehicle;
+    DemoVehicle vehicle;
     if (line.Demo) {
-        vehicle = std::make_unique<DemoVehicle>();
-        if (std::string error = Start(*vehicle, line.Scenario); !error.empty()) return Fail(error);
-        options.Launch.DemoDevice = vehicle->Server.Device();
+        if (std::string error = vehicle.Start(line.Scenario); !error.empty()) return Fail(error);
+        options.Launch.DemoDevice = vehicle.Device();
     }
 
     OutliveReaders();
@@ -85,6 +67,11 @@ int main(int argc, char** argv) {
     int result = 0;
     {
         frMain window;
+        upCalls.StartDemo = [&vehicle] {
+            std::string error = vehicle.Start({});
+            basGlobal.Launch.DemoDevice = vehicle.Device();
+            return error;
+        };
         OnEndRequest([&window] { window.Unload(); });
         std::unique_ptr<Console> console;
         if (line.Console)

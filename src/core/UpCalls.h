@@ -63,6 +63,9 @@ struct UpCalls {
     // The main window.
 
     std::function<void()> MinimizeMainWindow = [] {};
+    /// Starts the virtual vehicle, whose device is from then on the one to connect to.
+    /// @return an empty text, or the reason why it does not start
+    std::function<std::string()> StartDemo = [] { return std::string{}; };
     /// The normal end of the program: the shut-down steps run at once, the event loop ends as soon
     /// as the handlers that are now running have returned.
     std::function<void()> UnloadMainWindow = [] {};

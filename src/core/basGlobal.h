@@ -202,7 +202,8 @@ struct GlobalState {
     // Life of the program.
     bool StartupFlag = false;
     bool ResumeFlag = false;
-    bool Closing = false;  ///< the program is ending: every wait ends at once
+    bool Welcoming = false;  ///< a new user has not left the pages of the welcome yet
+    bool Closing = false;    ///< the program is ending: every wait ends at once
 
     // Link.
     std::uint8_t ConnState = 0;

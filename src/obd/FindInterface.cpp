@@ -232,6 +232,7 @@ std::string Outcome(const std::optional<FoundInterface>& found, const std::strin
 void TakeOver(const std::optional<FoundInterface>& found) {
     GlobalState& g = basGlobal;
     if (!found) return;
+    g.Report.Fault = LinkFault::None;  // it was another port's
     if (SavePort(found->Port, found->Baudrate))
         g.ConnState = kConnecting;
     else

@@ -149,6 +149,13 @@ void Disconnect() {
     basGlobal.LetGo = true;
 }
 
+bool LinkActive() {
+    const GlobalState& g = basGlobal;
+    if (g.ConnState > kPortNotFound || Searching()) return true;
+    const bool always = (g.Misc & kMiscAutoConnect) != 0 && g.ConnState == kNotConnected;
+    return !g.LetGo && (always || (g.ReconnectSeconds > 0 && g.ConnectTried));
+}
+
 const std::string& CurrentStatusText() {
     static const std::string kNone;
     const std::size_t state = basGlobal.ConnState;

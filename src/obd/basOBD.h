@@ -61,6 +61,10 @@ void ConnectInterface();
 /// state 1. Neither Auto Connect nor Reconnect connects again before a connect is asked for.
 void Disconnect();
 
+/// True while there is something to disconnect: the link is up or on its way, is being looked for,
+/// or would be connected again without being asked for.
+bool LinkActive();
+
 /// Writes the status text and the trace of the last connect attempt to log.txt in the program
 /// folder. The trace is brought to "\r\n" line ends in place.
 void WriteConnectLog();

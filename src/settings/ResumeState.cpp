@@ -18,6 +18,16 @@ bool HasOption(int bit) {
 
 }  // namespace
 
+bool WelcomeAsked() {
+    return ReadProfileInt(basGlobal.IniFile, "Options", "Welcome", 0) == 1;
+}
+
+void EndWelcome() {
+    basGlobal.Welcoming = false;
+    if (!KeepSettings({{"Options", "Welcome", std::nullopt}}))
+        std::fprintf(stderr, "%s: could not be written\n", basGlobal.IniFile.c_str());
+}
+
 void LoadResumeState() {
     GlobalState& g = basGlobal;
     const std::string states = ReadIniString(g.IniFile, kSection, "SensorActive");

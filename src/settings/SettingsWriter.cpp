@@ -126,13 +126,12 @@ std::optional<NotSaved> SaveSettings(const SettingsValues& values,
 bool SavePort(int number, int baudrate) {
     const GlobalState& g = basGlobal;
     if (!g.Launch.DemoDevice.empty()) return true;
-    if (!g.Launch.InstalledData.empty()) return false;
     const auto entry = [](Setting setting, int value) {
         return ProfileEntry{RowOf(setting).Section, RowOf(setting).Key, std::to_string(value)};
     };
     std::vector<ProfileEntry> entries = {entry(Setting::ComPort, number)};
     if (baudrate > 0) entries.push_back(entry(Setting::Baudrate, baudrate));
-    return !WriteProfiles({{g.IniFile, entries}});
+    return KeepSettings(entries);
 }
 
 }  // namespace dravik

@@ -114,6 +114,15 @@ std::vector<SensorRecord> ReadSensors(const std::string& sensorFile);
 ///         reported on standard error
 bool LoadSensorConfig();
 
+/// The page that a new user is shown at the start; further ones of the welcome begin with that.
+constexpr const char* kWelcomePage = "welcome";
+
+/// True while the settings say that the welcome is to be shown: those of a new user do.
+bool WelcomeAsked();
+
+/// The user has left the welcome, which is never shown again.
+void EndWelcome();
+
 /// Takes the sensors' on/off states and the menus from the Resume section, as far as the options
 /// ask for it.
 void LoadResumeState();

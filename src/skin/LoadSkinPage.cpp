@@ -95,6 +95,7 @@ void BeginPage(const std::string& name) {
         g.PreviousMenu = g.CurrentMenu;
         g.CurrentMenu = name;
     }
+    if (g.Welcoming && !name.starts_with(kWelcomePage)) EndWelcome();
     ClearPidWanted();  // the new page polls only what it shows
     skinScreen->ReadDesignSize();
 }

@@ -144,6 +144,11 @@ void CloseOpenBox(const Command&) {
     upCalls.CloseBox();
 }
 
+/// Any page but those of the welcome ends that.
+void OpenFirstMenu(const Command&) {
+    upCalls.LoadSkinPage("mainmenu", false);
+}
+
 void LeavePage(const Command&) {
     if (upCalls.BoxOpen())
         upCalls.CloseBox();
@@ -163,6 +168,14 @@ void Connect(const Command&) {
 
 void LetGoOfLink(const Command&) {
     Disconnect();
+}
+
+void TryDemo(const Command& command) {
+    const std::string fault = upCalls.StartDemo();
+    if (fault.empty())
+        Connect(command);
+    else
+        upCalls.ShowPopup(fault, 1);
 }
 
 void FindLink(const Command&) {
@@ -355,6 +368,10 @@ constexpr CommandWord kCommandWords[] = {
       "new "
       "settings connect again"},
      LetGoOfLink},
+    {{"demo", Nothing, "", "connects to the virtual vehicle, until the program ends"}, TryDemo},
+    {{"welcomedone", Nothing, "",
+      "leaves the page `welcome`, which a new user is shown at the start, and opens `mainmenu`"},
+     OpenFirstMenu},
     {{"obd", Fixed, "find",
       "looks for the interface on every port at every speed, saves what it finds and connects; "
       "ends "
@@ -461,8 +478,8 @@ void ShowInNewSkin() {
 
 bool LeavesBox(const std::string& command) {
     constexpr decltype(CommandWord::Run) kWaysOut[] = {
-        OpenLastMenu, OpenNextMenu, OpenMenuBefore, OpenMenu, OpenBox, CloseOpenBox,
-        LeavePage,    OpenValue,    OpenChoice,     Choose,   UseSkin, UseNextSkin};
+        OpenLastMenu, OpenNextMenu, OpenMenuBefore, OpenMenu, OpenBox,     CloseOpenBox, LeavePage,
+        OpenValue,    OpenChoice,   Choose,         UseSkin,  UseNextSkin, OpenFirstMenu};
     const CommandWord* row = FindCommand(LowerCased(command));
     if (row == nullptr) return false;
     if (row->Run == ShowQuery) {

@@ -34,6 +34,10 @@ bool Connecting(std::string_view) {
     return basGlobal.ConnState == kConnecting || basGlobal.ConnState == kInitializing;
 }
 
+bool Active(std::string_view) {
+    return LinkActive();
+}
+
 bool Finding(std::string_view) {
     return Searching();
 }
@@ -113,6 +117,9 @@ constexpr ImageWord kImageWords[] = {
      SliderSelected},
     {{"obd", Fixed, "connected", "connected to the interface"}, Connected},
     {{"obd", Fixed, "connecting", "on the way to being connected"}, Connecting},
+    {{"obd", Fixed, "active",
+      "connected, on the way to it or about to be: there is something for `obd_disconnect`"},
+     Active},
     {{"obd", Fixed, "finding", "the interface is being looked for"}, Finding},
     {{"obd", Fixed, "codes", "the vehicle has stored a trouble code at least"}, CodeKnown},
     {{"obd", Fixed, "codesread", "the trouble codes were read since the connect"}, CodesRead},

@@ -82,7 +82,10 @@ TEST_F(LetGoOfTheLink, NothingConnectsAgainBeforeItIsAskedFor) {
     basGlobal.ReconnectSeconds = 2;
     for (const bool demo : {false, true}) {
         if (demo) basGlobal.Launch.DemoDevice = interface_->Device();
+        basGlobal.ConnState = kNotConnected;
+        EXPECT_TRUE(LinkActive()) << "it is about to connect";
         Connect();
+        EXPECT_TRUE(LinkActive());
         ASSERT_EQ(basGlobal.ConnState, 3);
         basGlobal.PidWanted[5] = true;
         HardwareStep();
@@ -92,6 +95,7 @@ TEST_F(LetGoOfTheLink, NothingConnectsAgainBeforeItIsAskedFor) {
         Disconnect();
         EXPECT_EQ(basGlobal.RxBuffer, "");
         EXPECT_EQ(StateAfterSteps(), 1);
+        EXPECT_FALSE(LinkActive());
         EXPECT_FALSE(basGlobal.comOBD.IsOpen());
 
         Connect();
@@ -99,6 +103,7 @@ TEST_F(LetGoOfTheLink, NothingConnectsAgainBeforeItIsAskedFor) {
         EXPECT_FALSE(basGlobal.AwaitingReply);
         interface_->Vanish();
         ASSERT_TRUE(Until([] { return basGlobal.ConnState == 1; }));
+        EXPECT_TRUE(LinkActive());
         HardwareStep();
         EXPECT_EQ(basGlobal.ConnState, 4) << "by itself, as the settings say";
         interface_ = std::make_unique<ScriptedInterface>();

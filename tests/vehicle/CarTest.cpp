@@ -163,7 +163,9 @@ TEST(Car, FuelTrimSwingsAgainstTheOxygenSensor) {
         probe.Car.AdvanceTo(now + 0.001);
         const Bank& bank = probe.Car.Car().Banks[0];
         const bool rich = bank.FrontVolts > 0.45;
-        if (bank.ShortTrim != before) EXPECT_EQ(bank.ShortTrim < before, rich) << now;
+        if (bank.ShortTrim != before) {
+            EXPECT_EQ(bank.ShortTrim < before, rich) << now;
+        }
         before = bank.ShortTrim;
         swings += rich != wasRich;
         wasRich = rich;

@@ -26,7 +26,7 @@ std::unique_ptr<SerialOpening> StartOpening(const std::string& device, int baudr
 
 // Shared, so that it outlives a SerialPort that is destroyed or moved while one of its handlers or
 // a pending Open is still on the stack.
-struct SerialPort::Impl : SerialListener, std::enable_shared_from_this<SerialPort::Impl> {
+struct SerialPort::Impl final : SerialListener, std::enable_shared_from_this<SerialPort::Impl> {
     explicit Impl(int rate) : Baudrate(rate) {}
 
     bool Open();

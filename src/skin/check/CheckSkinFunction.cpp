@@ -99,17 +99,6 @@ string SourceFault(const Call& call) {
     return "no sensor of the sensor file has the source " + Quoted(call.Received);
 }
 
-/// A label function behind "word_": what it shows is looked up, so it is judged itself.
-bool NamesLabelFunction(string_view name) {
-    const string lowered = LowerCased(string(name));
-    const FunctionText text = SplitAtFirst(lowered);
-    if (text.Argument.empty()) return false;
-    for (const auto& words : {TextFunctionWords(), NumberFunctionWords()}) {
-        if (std::find(words.begin(), words.end(), text.Word) != words.end()) return true;
-    }
-    return false;
-}
-
 /// The name behind "word_" as the skin has it.
 string WordNameOf(const Call& call) {
     return string(SplitAtFirst(call.Received).Argument);
@@ -307,6 +296,16 @@ string FaultOf(const FunctionRole& role, const Judgement& judgement, const strin
 }
 
 }  // namespace
+
+bool NamesLabelFunction(string_view name) {
+    const string lowered = LowerCased(string(name));
+    const FunctionText text = SplitAtFirst(lowered);
+    if (text.Argument.empty()) return false;
+    for (const auto& words : {TextFunctionWords(), NumberFunctionWords()}) {
+        if (std::find(words.begin(), words.end(), text.Word) != words.end()) return true;
+    }
+    return false;
+}
 
 FunctionVerdict CheckFunction(const FunctionRole& role, const string& text) {
     const string lowered = LowerCased(text);

@@ -45,6 +45,10 @@ struct FunctionVerdict {
 /// Takes a function text apart as the evaluators of its key do.
 FunctionVerdict CheckFunction(const FunctionRole& role, const std::string& text);
 
+/// True for a label function with an argument, such as stands behind "word_" to have what it shows
+/// looked up.
+bool NamesLabelFunction(std::string_view name);
+
 /// The word of `known` that is one or two slips of the pen away; empty when there is none.
 std::string NearestWord(std::string_view word, const std::vector<std::string>& known);
 

@@ -9,6 +9,7 @@
 #include "platform/Text.h"
 #include "settings/basSettings.h"
 #include "skin/ProgramTitle.h"
+#include "skin/check/CheckSkinParts.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {
@@ -137,10 +138,20 @@ std::vector<PossibleText> LongestTexts::OfSensors(string_view word, const string
     return possible;
 }
 
-std::vector<PossibleText> LongestTexts::OfWord(string_view name) {
+/// A function behind "word_" has all of its texts looked up, each in the languages it comes in.
+std::vector<PossibleText> LongestTexts::OfWord(const TextPlace& place, const string& name) {
+    TextPlace behind = place;
+    behind.Function = name;
+    const std::vector<PossibleText> texts =
+        NamesLabelFunction(name) ? Of(behind) : std::vector<PossibleText>{{name, {}}};
     std::vector<PossibleText> possible;
-    for (const Language& language : Languages())
-        possible.push_back({language.Words.Find(name).value_or(string(name)), language.Name});
+    for (const Language& language : Languages()) {
+        for (const PossibleText& text : texts) {
+            if (text.Language.empty() || text.Language == language.Name)
+                possible.push_back(
+                    {language.Words.Find(text.Text).value_or(text.Text), language.Name});
+        }
+    }
     return possible;
 }
 
@@ -157,7 +168,7 @@ std::vector<PossibleText> LongestTexts::Of(const TextPlace& place) {
     }
     if (const FunctionText text = SplitAtFirst(place.Function);
         EqualsNoCase(text.Word, string_view("word")))
-        return OfWord(text.Argument);
+        return OfWord(place, string(text.Argument));
     const FunctionText text = SplitAtLast(function);
     for (const string_view word : kSensorWords) {
         if (text.Word == word)

@@ -159,9 +159,8 @@ void frWarning::ApplySkin(const std::string& section) {
 
     for (int n = 0; n <= kLastAnswer; ++n) {
         const SkinElement button = ReadSectionKeys(section, MessageKeys(), n);
-        const std::string function = LowerCased(button.Function);
         for (const AnswerButton& entry : buttons_) {
-            if (function != entry.Name) continue;
+            if (!EqualsNoCase(button.Function, entry.Name)) continue;
             entry.Button->SetSkinUp(picture(button.Up));
             entry.Button->SetSkinOver(picture(button.Over));
             entry.Button->SetSkinDown(picture(button.Down));

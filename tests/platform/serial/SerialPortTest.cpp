@@ -286,7 +286,9 @@ TEST(SerialPortOpen, SetsTheSpeedOfTheLineNamedOrNot) {
         port.SetDevice(terminal.Path());
         port.SetBaudrate(static_cast<int>(baudrate));
         ASSERT_EQ(port.Open(), baudrate > 0) << baudrate;
-        if (port.IsOpen()) EXPECT_EQ(SpeedOf(terminal.Path()), baudrate);
+        if (port.IsOpen()) {
+            EXPECT_EQ(SpeedOf(terminal.Path()), baudrate);
+        }
     }
 }
 

@@ -272,8 +272,8 @@ TEST_F(CheckSkinText, WiderThanItsPlaceIsToldWithTheLanguageThatMakesItSo) {
     } texts[] = {
         {"Label0Function=text\nLabel0Caption=Engine", 6, "Label0Caption", "\"Engine\" is wider"},
         {"Label0Function=sensorcaption_RPM.Engine", 11, "Label0Function", "\"Umdrehungen\" (Long)"},
-        {"Label0Function=sensorunit_rpm.engine", 5, "Label0Function", "\"1/min\" (test)"},
-        {"Label0Function=sensor_rpm.engine", 7, "Label0Function", "\"8888.88\" (test)"},
+        {"Label0Function=sensorunit_rpm.engine", 5, "Label0Function", "\"1/min\" (German)"},
+        {"Label0Function=sensor_rpm.engine", 7, "Label0Function", "\"8888.88\" (German)"},
         {"Label0Function=sensor_rpm.engine\nLabel0Decimals=0", 5, "Label0Function",
          "\"88888\" (Long)"},
         {"Label0Function=sensor_rpm.engine\nLabel0Decimals=2", 8, "Label0Function",
@@ -323,6 +323,21 @@ TEST_F(CheckSkinText, InAFontThatIsNotThereIsOneMistake) {
     EXPECT_EQ(Lines(findings),
               "test.ini [status] Label0Font: there is no font \"Test Missing\": another one takes "
               "its place\n");
+}
+
+TEST_F(CheckSkinText, WhatAFunctionShowsIsMeasuredAsTheLanguageHasIt) {
+    skin_.Folder().Write("languages/Long.ini",
+                         "[Sensors]\nFilename=long.sensors\n[Words]\n"
+                         "Connected=Mit dem Fahrzeug fest verbunden\nOff=Abgeschaltet\n");
+    const std::pair<std::string, std::string> rows[] = {
+        {"Label0Function=word_obd_status", "Mit dem Fahrzeug fest verbunden."},
+        {"Label0Function=word_live_rpm.engine\nLabel0Decimals=0", "Abgeschaltet"}};
+    for (const auto& [keys, text] : rows) {
+        const int width = static_cast<int>(text.size()) * kCharacter;
+        EXPECT_THAT(Lines(WithLabel(keys, width - 1)), HasSubstr("\"" + text + "\" (Long)"));
+        EXPECT_EQ(Lines(WithLabel(keys, width)), "");
+    }
+    EXPECT_EQ(Lines(WithLabel("Label0Function=word_obd_interface", 1)), "") << "nobody knows it";
 }
 
 TEST(CheckSkin, LoaderTakesTheNumbersThatTheCheckerTakes) {

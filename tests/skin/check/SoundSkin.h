@@ -106,6 +106,7 @@ Button1Up=key.png
     /// What the checker finds in a skin file of that text.
     std::vector<SkinError> Check(const std::string& text) const {
         folder_.Write("skins/test.ini", text);
+        folder_.Write("skins/night.ini", "");
         basGlobal = GlobalState{};
         InitGlobals(folder_.Path());
         LoadSettings();

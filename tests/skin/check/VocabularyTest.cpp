@@ -41,6 +41,9 @@ TEST_F(Vocabulary, EveryNumberFunctionIsOneToTheEvaluator) {
     basGlobal.CurrentList = 0;
     basGlobal.Lists[0].Entries.resize(2);
     basGlobal.Lists[0].Selected = 1;
+    basGlobal.ConnState = kReceivingData;
+    basGlobal.LiveAt.fill(HighResTimer());
+    basGlobal.Sensors[0].Active = true;
     for (const FunctionWord& row : NumberFunctionRows()) {
         std::string text = ExampleOf(row);
         EXPECT_NE(LabelNumber(text), kNoNumber) << text;
