@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <set>
 
+#include "platform/Text.h"
 #include "platform/serial/PseudoTerminal.h"
 #include "support/ConsoleProgram.h"
 #include "support/TestSkin.h"
@@ -78,6 +79,30 @@ TEST_F(LiveProgram, DemoChangesNothingInTheSettingsButTheResumeState) {
     EXPECT_EQ(dravik.Until(status, "Receiving Data."), "Receiving Data.");
     EXPECT_EQ(dravik.Finish(), 0);
     EXPECT_EQ(program_.Folder.Read("Dravik.ini"), before + "[Resume]\nSensorActive=\n");
+}
+
+TEST_F(LiveProgram, ANewUserIsWelcomedUntilThatIsLeftAndMayTryTheDemo) {
+    const std::string settings = program_.Folder.Read("Dravik.ini");
+    program_.Folder.Write("Dravik.ini",
+                          ReplaceAll(settings, "[Options]\n", "[Options]\nWelcome=1\n"));
+    program_.Folder.Write("skins/test.ini", program_.Folder.Read("skins/test.ini") +
+                                                "[welcome]\nCommand=\n[welcome2]\nCommand=\n");
+    {
+        ConsoleProgram dravik(Arguments());
+        EXPECT_EQ(dravik.State("CurrentMenu"), "welcome");
+        EXPECT_EQ(dravik.Ask("do openmenu_welcome2"), "ok");
+        EXPECT_EQ(dravik.Ask("do demo"), "ok");
+        const auto status = [&] { return dravik.Ask("text obd_status"); };
+        EXPECT_EQ(dravik.Until(status, "Connected."), "Connected.") << "nothing is polled there";
+        EXPECT_THAT(program_.Folder.Read("Dravik.ini"), HasSubstr("Welcome=1"))
+            << "a cut power supply must not end it";
+        EXPECT_EQ(dravik.Ask("do welcomedone"), "ok");
+        EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu");
+        EXPECT_EQ(dravik.Finish(), 0);
+    }
+    EXPECT_EQ(program_.Folder.Read("Dravik.ini"), settings + "[Resume]\nSensorActive=\n");
+    ConsoleProgram dravik(Arguments());
+    EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu");
 }
 
 TEST_F(LiveProgram, TheDemoIsFoundAgainBehindAnotherTerminalAndLeavesNothingBehind) {
