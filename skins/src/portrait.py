@@ -9,7 +9,7 @@ import welcome
 from icons import icon
 from palette import number
 from parts import SWITCH, needle, switch_picture
-from portrait_parts import (COLUMNS, FULL, HALF, LEFT, NAVIGATION_TOP, ON_BACK, ON_KEY, ON_PANEL, RIGHT,
+from portrait_parts import (BOTTOM, COLUMNS, FULL, HALF, LEFT, NAVIGATION_TOP, ON_BACK, ON_KEY, ON_PANEL, RIGHT,
                             THIRD, THIRDS, TOP, PortraitSection, grid, panel, picture_key)
 from skin import NARROW, Section
 
@@ -128,7 +128,7 @@ def engine(skin):
 
 
 TRIM = dict(range=(-25, 25), sweep=(60, 300), outer=79, major=13, minor=8, step=5,
-            between=5, numbers=(-20, 0, 20), digits=20, thick=5,
+            between=5, numbers=(-20, -10, 10, 20), digits=20, thick=5,
             zones=[(-25, -10, "warn"), (-10, 10, "normal"), (10, 25, "warn")])
 
 
@@ -333,13 +333,14 @@ def system(skin):
                        enabled=enabled[0] if enabled else None)
     top = 456
     page.image(panel(skin, FULL, 722 - top), LEFT, top)
-    rows = [("Program", "text", 1), ("Interface", "obd_interface", 1), ("Protocol", "obd_protocol", 1),
-            ("Language", "word_setting_language", 1), ("Status", "obd_reason", 4)]
-    for i, (caption, function, lines) in enumerate(rows):
-        baseline = top + 36 + 36 * i
-        page.label("word_" + caption, 10, baseline, 106, 15, "muted", ON_PANEL)
-        page.label(function, 116, baseline, 360, 15, "text", ON_PANEL, lines=lines,
+    rows = [("Program", "text", 1), ("Language", "word_setting_language", 1),
+            ("Protocol", "obd_protocol", 1), ("Interface", "obd_interface", 2), ("Status", "obd_reason", 3)]
+    baseline = top + 36
+    for caption, function, lines in rows:
+        page.label("word_" + caption, 12, baseline, 108, 15, "muted", ON_PANEL)
+        page.label(function, 126, baseline, 346, 15, "text", ON_PANEL, lines=lines,
                    caption="APP_Title" if function == "text" else "")
+        baseline += 13 + 23 * lines
 
 
 def language_keys(page, top, height):
@@ -359,7 +360,7 @@ def unit_and_look_keys(page, top, height):
                          ["picture"] if page.skin.name == name else [])
 
 
-def find_part(page, top, other):
+def find_part(page, top, bottom, other):
     """Looking for the interface: what to do, keys, how it goes, and what is wrong."""
     page.label("word_Plug in the interface and switch the ignition on.", 16, top + 26, 448, 18, "text",
                ON_BACK, lines=2)
@@ -368,7 +369,7 @@ def find_part(page, top, other):
     for i, (function, symbol, caption, enabled) in enumerate(keys):
         parts.icon_key(page, function, COLUMNS[i], top + 170, HALF, 84, symbol, caption, 1 + i, 16, 40,
                        enabled)
-    page.image(panel(page.skin, FULL, 314), LEFT, top + 258)
+    page.image(panel(page.skin, FULL, bottom - top - 258), LEFT, top + 258)
     page.label("word_obd_status", 18, top + 290, 446, 16, "text", ON_PANEL)
     page.label("obd_reason", 18, top + 320, 446, 16, "muted", ON_PANEL, lines=3)
     page.label("obd_finding", 18, top + 406, 446, 16, "text", ON_PANEL, lines=6)
@@ -376,7 +377,7 @@ def find_part(page, top, other):
 
 def find(skin):
     page = parts.page(skin, "find", "word_Find", "navigationprevious")
-    find_part(page, TOP + 2, ("config", "settings", "Settings"))
+    find_part(page, TOP + 2, BOTTOM, ("config", "settings", "Settings"))
 
 
 def language(skin):
@@ -401,7 +402,7 @@ def welcome_pages(skin):
         for (function, symbol, caption), x in zip(keys, THIRDS[3 - len(keys):]):
             parts.tall_key(page, function, x, 706, THIRD, 88, symbol, caption, 90, 16, 36)
     language_keys(made[0], 130, 104)
-    find_part(made[1], 120, ("demo", "demo", "Try the demo"))
+    find_part(made[1], 120, 694, ("demo", "demo", "Try the demo"))
     unit_and_look_keys(made[2], 160, 190)
 
 
