@@ -16,6 +16,7 @@ grab() { printf 'wait %s\ngrab %s/%s.png\n' "$1" "$target" "$2"; }
 
 # The menu list of the skin names its pages; a freeze frame can be shown once codes are known.
 pages=$(sed -n 's/^Menu[0-9]*=\(.*\)$/\1/p' "skins/$skin.ini" | tr -d '\r')
+more="freezeframe value choose find language welcome welcome2 welcome3"
 # What the media page shows: a folder as a user might have it.
 home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT
@@ -25,20 +26,24 @@ touch "$home/music/01 Open road.mp3" "$home/music/02 Night drive.ogg" \
 
 requests() {
     echo "wait 7000"
-    for page in ${pages:-mainmenu} $(has freezeframe && echo freezeframe); do
-        echo "do openmenu_$page"
+    for page in ${pages:-mainmenu} $(for page in $more; do has "$page" && echo "$page"; done); do
         case $page in
-            chart) grab 20000 "$page" ;;        # a trace takes time
-            troublecodes) grab 6000 "$page" ;;  # and so does reading codes
+            value) echo "do openvalue_rpm.engine" ;;
+            *) echo "do openmenu_$page" ;;
+        esac
+        case $page in
+            chart | value) grab 20000 "$page" ;;  # a trace takes time
+            troublecodes) grab 6000 "$page" ;;    # and so does reading codes
             *) grab 2500 "$page" ;;
         esac
     done
     echo "do openmenu_mainmenu"
-    if has shortcuts; then
-        echo "do openbox_shortcuts"
-        grab 500 box-shortcuts
+    for box in shortcuts alloff; do
+        has "$box" || continue
+        echo "do openbox_$box"
+        grab 500 "box-$box"
         echo "do closebox"
-    fi
+    done
     echo "do showwarning_The codes were not cleared."
     grab 300 box-warning
     echo "click ok"

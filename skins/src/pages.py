@@ -133,7 +133,7 @@ def engine(skin):
 
 
 TRIM = dict(range=(-25, 25), sweep=(60, 300), outer=67, major=10, minor=7, step=25,
-            between=5, numbers=(-25, 0, 25), digits=19, thick=4,
+            between=5, numbers=(-25, 25), digits=19, thick=4,
             zones=[(-25, -20, "warn"), (-10, 10, "normal"), (20, 25, "warn")])
 
 
@@ -216,7 +216,7 @@ def troublecodes(skin):
               EmptyText="word_No Errors")
     # The whole text of the selected code, of which a row may hold only a part.
     page.image(parts.panel(skin, 586, 75), 4, 244)
-    page.label("listentry_0", 16, 274, 564, 17, "text", ON_PANEL, lines=2)
+    page.label("word_listentry_0", 16, 274, 564, 17, "text", ON_PANEL, lines=2)
     dark = (draw.box(0, 0, 202, 101, c["panel"], c["edge"], 8, 1.5)
             + icon("engine", 14, 18, 68, c["off"]))
     page.image(skin.picture("lamp-wide", 202, 101, dark), 594, 4)
@@ -294,8 +294,8 @@ def mediaplayer(skin):
     page.label("indexlabel", 420, 32, 158, 18, "text", ON_PANEL, 1)
     size = 44
     page.button("gofolder_parent", 594, 4, parts.key(skin, 202, 101), 1,
-                image=(parts.icon_picture(skin, "parent", size, "accent"), 22, 28),
-                label=("Folder up", 78, 58, 120, 16, "text", parts.ON_KEY, 0))
+                image=(parts.icon_picture(skin, "parent", size, "accent"), 14, 28),
+                label=("Folder up", 70, 58, 120, 16, "text", parts.ON_KEY, 0))
     step_keys(page, 109, 103, 2)
 
     # The panel lies beneath the slider, so that a frame around it can show the selection.
@@ -319,7 +319,7 @@ def mediaplayer(skin):
 
 def system(skin):
     page = parts.page(skin, "system", "System")
-    keys = [("obd_connect", "connect", "Connect"), ("obd_disconnect", "disconnect", "Disconnect"),
+    keys = [("obd_connect", "connect", "Connect"), ("obd_disconnect", "disconnect", "Disconnect", "obd_active"),
             ("openmenu_find", "find", "Find"), ("config", "settings", "Settings"),
             ("openmenu_sensors", "sensors", "Sensors"), parts.other_look(skin),
             ("openmenu_language", "language", "Language"),
@@ -331,13 +331,13 @@ def system(skin):
                        caption, i, points=16, size=44, enabled=enabled[0] if enabled else None)
     page.image(parts.panel(skin, 792, 179), 4, 220)
     rows = [("Program", "text"), ("Interface", "obd_interface"), ("Protocol", "obd_protocol"),
-            ("Status", "obd_reason")]
+            ("Status", "word_obd_status")]
     for i, (caption, function) in enumerate(rows):
-        baseline = 250 + 37 * i
+        baseline = 247 + 31 * i
         page.label("word_" + caption, 22, baseline, 150, 15, "muted", ON_PANEL)
         page.label(function, 190, baseline, 590, 17, "text", ON_PANEL,
-                   caption="APP_Title" if function == "text" else "",
-                   lines=2 if function == "obd_reason" else 1)
+                   caption="APP_Title" if function == "text" else "")
+    page.label("obd_reason", 190, 368, 590, 16, "text", ON_PANEL, lines=2)
 
 
 def shortcuts(skin):
@@ -352,7 +352,7 @@ def shortcuts(skin):
             ("openmenu_engine", "engine", "Engine"), ("openmenu_chart", "chart", "Chart"),
             ("openmenu_troublecodes", "codes", "Trouble codes"),
             ("openmenu_previous", "back", "Last page"), ("obd_connect", "connect", "Connect"),
-            ("obd_disconnect", "disconnect", "Disconnect"), parts.other_look(skin),
+            ("obd_disconnect", "disconnect", "Disconnect", "obd_active"), parts.other_look(skin),
             ("openmenu_language", "language", "Language"),
             ("keyboard", "keyboard", "Keyboard", "obd_keyboard"), ("closebox", "no", "Close")]
     for i, (function, symbol, caption, *enabled) in enumerate(keys):

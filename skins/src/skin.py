@@ -127,7 +127,8 @@ def shown_texts(function, caption="", places=None):
     if word == "word":
         if "_" not in argument:
             return translations(argument)
-        return [found for text in shown_texts(argument) for found in translations(text)]
+        return [found for text in shown_texts(argument)
+                for found in (translations(text) if argument == "obd_status" else [text])]
     if word in ("live", "lowest", "highest"):
         return [text for name in _sensors_behind(argument)
                 for text in value_texts(name, places)] + [UNKNOWN, OFF]

@@ -34,29 +34,30 @@ def look_keys(page, x, y, width, height, tab):
 def find_part(page, top, tab, demo):
     """Looking for the interface: what to do, keys, and how it goes."""
     skin = page.skin
-    page.label("word_Plug in the interface and switch the ignition on.", 22, top + 28, 756, 17, "text",
-               ON_BACK)
     keys = [("obd_find", "find", "Find", None), ("obd_find", "no", "Cancel", "obd_finding")]
     if demo:
         keys.append(("demo", "demo", "Try the demo", None))
     else:
         keys.append(("config", "settings", "Settings", None))
     for i, (function, symbol, caption, enabled) in enumerate(keys):
-        parts.icon_key(page, function, THIRDS[i], top + 46, THIRD, 96, symbol, caption, tab + i, 17,
-                       46, enabled)
-    page.image(parts.panel(skin, 792, 158), 4, top + 150)
-    page.label("obd_finding", 22, top + 184, 756, 17, "text", ON_PANEL, lines=5)
+        parts.icon_key(page, function, THIRDS[i], top, THIRD, 100, symbol, caption, tab + i, 16,
+                       44, enabled)
+    page.image(parts.panel(skin, 792, 225), 4, top + 104)
+    page.label("word_Plug in the interface and switch the ignition on.", 22, top + 138, 756, 17,
+               "muted", ON_PANEL)
+    page.label("obd_finding", 22, top + 176, 756, 17, "text", ON_PANEL, lines=5)
 
 
 def find(skin):
     page = parts.page(skin, "find", "Find", ("status", "navigationprevious"))
-    find_part(page, 8, 0, False)
-    page.label("obd_reason", 22, 352, 756, 16, "text", ON_BACK, lines=2)
+    find_part(page, 4, 0, False)
+    page.label("obd_reason", 22, 362, 756, 16, "text", ON_BACK, lines=2)
 
 
 def language(skin):
     page = parts.page(skin, "language", "Language", ("status", "navigationprevious"))
     language_keys(page, 4, 110)
+    parts.icon_key(page, "openmenu_welcome", THIRDS[2], 120, THIRD, 110, "demo", "Welcome", 9, 20, 44)
     page.label("word_Units", 16, 270, 380, 16, "muted", ON_BACK)
     unit_keys(page, 4, 284, 193, 110, 10)
     page.label("word_Day or night", 416, 270, 380, 16, "muted", ON_BACK)
