@@ -137,8 +137,7 @@ void GeneralTab::AddSettings(CellGrid* cells, SettingFrame frame) {
         QWidget* control = MakeControl(i);
         const bool port = row.Choice == SettingChoice::Ports;
         if (!port && *row.Unit == '\0') {
-            const bool wide = caption.isEmpty() || row.Choice == SettingChoice::Units;
-            cells->Add(new FieldCell(caption, {control}), wide);
+            cells->Add(new FieldCell(caption, {control}), row.Wide);
             continue;
         }
         QLabel* note = MakeFaint(QString::fromLatin1(row.Unit));
