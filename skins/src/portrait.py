@@ -9,8 +9,8 @@ import welcome
 from icons import icon
 from palette import number
 from parts import SWITCH, needle, switch_picture
-from portrait_parts import (BOTTOM, COLUMNS, FULL, HALF, LEFT, NAVIGATION_TOP, ON_BACK, ON_KEY, ON_PANEL, RIGHT,
-                            THIRD, THIRDS, TOP, PortraitSection, grid, panel, picture_key)
+from portrait_parts import (BOTTOM, COLUMNS, FULL, HALF, LEFT, ON_BACK, ON_KEY, ON_PANEL, RIGHT, THIRD,
+                            THIRDS, TOP, PortraitSection, grid, panel, picture_key)
 from skin import NARROW, Section
 
 NIGHT, DAY = "portrait", "portrait-day"
@@ -193,7 +193,7 @@ def troublecodes(skin):
                EmptyText="word_No Errors")
     # The whole text of the selected code.
     page.image(panel(skin, FULL, 92), LEFT, 410)
-    page.label("listentry_0", 14, 434, 452, 16, "text", ON_PANEL, lines=3)
+    page.label("word_listentry_0", 14, 434, 452, 16, "text", ON_PANEL, lines=3)
     step_keys(page, THIRDS, 506, THIRD, 72, 1)
     lamp_tile(page, THIRDS[2], 506, THIRD, 72)
     keys = [("obd_gettroublecodes", "read", "Read", "obd_connected"),
@@ -321,7 +321,8 @@ def mediaplayer(skin):
 
 def system(skin):
     page = parts.page(skin, "system", "word_System")
-    keys = [("obd_connect", "connect", "Connect"), ("obd_disconnect", "disconnect", "Disconnect"),
+    keys = [("obd_connect", "connect", "Connect"),
+            ("obd_disconnect", "disconnect", "Disconnect", "obd_active"),
             ("openmenu_find", "find", "Find"), ("config", "settings", "Settings"),
             ("openmenu_language", "language", "Language"), other_look(skin),
             ("openmenu_sensors", "sensors", "Sensors"),
@@ -382,8 +383,9 @@ def find(skin):
 
 def language(skin):
     page = parts.page(skin, "language", "word_Language", "navigationprevious")
-    language_keys(page, TOP, 72)
-    unit_and_look_keys(page, 496, 74)
+    language_keys(page, TOP, 64)
+    parts.icon_key(page, "openmenu_welcome", LEFT, TOP + 350, FULL, 64, "demo", "Welcome", 9, 20)
+    unit_and_look_keys(page, 520, 66)
 
 
 def welcome_pages(skin):
@@ -423,7 +425,8 @@ def shortcuts(skin):
     keys = [("openmenu_dashboard", "dashboard", "Dashboard"), ("openmenu_panel", "panel", "My panel"),
             ("openmenu_engine", "engine", "Engine"), ("openmenu_chart", "chart", "Chart"),
             ("openmenu_troublecodes", "codes", "Codes"), ("openmenu_previous", "back", "Last page"),
-            ("obd_connect", "connect", "Connect"), ("obd_disconnect", "disconnect", "Disconnect"),
+            ("obd_connect", "connect", "Connect"),
+            ("obd_disconnect", "disconnect", "Disconnect", "obd_active"),
             other_look(skin), ("openmenu_language", "language", "Language"),
             ("keyboard", "keyboard", "Keyboard", "obd_keyboard"), ("closebox", "no", "Close")]
     for i, (function, symbol, caption, *enabled) in enumerate(keys):
