@@ -5,7 +5,7 @@ import parts
 import sensors
 from icons import icon
 from palette import number
-from parts import COLUMNS, ON_BACK, ON_PANEL, ROWS, THIRD, THIRDS
+from parts import COLUMNS, ON_PANEL, ROWS, THIRD, THIRDS
 from skin import NARROW, PLAIN, TOUCH, Section
 from values import choices, panel, value
 from welcome import find, language, welcome
@@ -111,7 +111,9 @@ def dashboard(skin):
              [(0, 12, "warn")])]
     for i, (x, (name, picture, low, high, source, shown, zones)) in enumerate(zip(THIRDS, bars)):
         y = 304
-        parts.value_tile(page, name, x, y, THIRD, 96, 5 + i)
+        # A raw value does not know that its sensor is off.
+        empty = parts.empty_bar(skin, picture, THIRD - 24, 18, low, high, zones)
+        parts.value_tile(page, name, x, y, THIRD, 96, 5 + i, (empty, 12, 70) if source else None)
         parts.figure(page, name, x + 12, y + 62, 198, 29, 36)
         # The temperature's bar reads the raw value, which is the same in every unit.
         parts.bar(page, source or "sensor_" + name, x + 12, y + 70, picture, THIRD - 24, 18, low,
@@ -138,7 +140,6 @@ TRIM = dict(range=(-25, 25), sweep=(60, 300), outer=67, major=10, minor=7, step=
 
 
 def trims(skin):
-    c = skin.colors
     page = parts.page(skin, "trims", "Mixture")
     names = ["value.shorttermfueltrimbank1", "value.longtermfueltrimbank1",
              "value.shorttermfueltrimbank2", "value.longtermfueltrimbank2"]
@@ -151,7 +152,8 @@ def trims(skin):
               ("volt.lambdabank2sensor1", "obd_18"), ("volt.lambdabank2sensor2", "obd_19")]
     for i, (name, source) in enumerate(oxygen):
         x, y = COLUMNS[i], 219
-        parts.sensor_tile(page, name, x, y, 4 + i, 100)
+        empty = parts.empty_bar(skin, "bar-oxygen", 175, 16, 0, 1, [])
+        parts.sensor_tile(page, name, x, y, 4 + i, 100, (empty, 10, 76))
         # A bar counts in whole numbers, so it reads the raw value: 51200 is one volt.
         parts.bar(page, source, x + 10, y + 76, "bar-oxygen", 175, 16, 0, 1, [], (0, 51200))
     tiles = ["value.commandedequivalence", "temp.catalystbank1sensor1",
@@ -319,7 +321,8 @@ def mediaplayer(skin):
 
 def system(skin):
     page = parts.page(skin, "system", "System")
-    keys = [("obd_connect", "connect", "Connect"), ("obd_disconnect", "disconnect", "Disconnect", "obd_active"),
+    keys = [("obd_connect", "connect", "Connect"),
+            ("obd_disconnect", "disconnect", "Disconnect", "obd_active"),
             ("openmenu_find", "find", "Find"), ("config", "settings", "Settings"),
             ("openmenu_sensors", "sensors", "Sensors"), parts.other_look(skin),
             ("openmenu_language", "language", "Language"),

@@ -149,10 +149,12 @@ def choice_key(page, function, x, y, width, height, caption, tab, states=(), poi
                        ON_KEY, 0))
 
 
-def value_tile(page, name, x, y, width, height, tab):
-    """A tile with the caption of a sensor, which a touch shows large."""
+def value_tile(page, name, x, y, width, height, tab, cover=None):
+    """A tile with the caption of a sensor, which a touch shows large. `cover` is a picture and its
+    place in the tile that hides what is there while the sensor is off."""
     page.image(panel(page.skin, width, height), x, y)
     page.button("openvalue_" + name, x, y, glass(page.skin, width, height), tab,
+                image=cover, state="sensoroff_" + name if cover else None,
                 label=("=sensorcaption_" + name, 10, 24, width - 16, 14, "muted", ON_PANEL, 0))
 
 
@@ -162,9 +164,9 @@ def figure(page, name, x, baseline, width, points, unit_width, on=ON_PANEL):
     page.label("sensorunit_" + name, x + width + 5, baseline, unit_width, 14, "muted", on)
 
 
-def sensor_tile(page, name, x, y, tab, height=TILE[1]):
+def sensor_tile(page, name, x, y, tab, height=TILE[1], cover=None):
     """A tile with caption, figure and unit of a sensor."""
-    value_tile(page, name, x, y, TILE[0], height, tab)
+    value_tile(page, name, x, y, TILE[0], height, tab, cover)
     figure(page, name, x + 2, y + 64, 127, 26, 60)
 
 
@@ -193,13 +195,17 @@ def needle(page, function, x, y, low, high, first, last, start, end, wide=9, nar
     page.add("Gauge", function, Width=narrow, RadiusEnd=end, **common, Color=number(c["needle"]))
 
 
+def empty_bar(skin, name, width, height, low, high, zones):
+    return skin.picture(name + "-empty", width, height,
+                        draw.bar(width, height, low, high, zones, skin.colors, False))
+
+
 def bar(page, function, x, y, name, width, height, low, high, zones, shown=None):
     """A bar with colour zones. `shown` is the range of the function where it is not low..high."""
     skin = page.skin
     skin.picture(name + "-full", width, height,
                  draw.bar(width, height, low, high, zones, skin.colors, True))
-    skin.picture(name + "-empty", width, height,
-                 draw.bar(width, height, low, high, zones, skin.colors, False))
+    empty_bar(skin, name, width, height, low, high, zones)
     first, last = shown or (low, high)
     page.add("Bargraph", function, X=x, Y=y, Min=first, Max=last, Direction=1,
              Background=name + "-empty.png", Progress=name + "-full.png", Known=1)

@@ -36,6 +36,7 @@ def find_part(page, top, tab, demo):
     skin = page.skin
     keys = [("obd_find", "find", "Find", None), ("obd_find", "no", "Cancel", "obd_finding")]
     if demo:
+        page.label("word_obd_status", 22, top + 312, 756, 17, "text", ON_PANEL)
         keys.append(("demo", "demo", "Try the demo", None))
     else:
         keys.append(("config", "settings", "Settings", None))
@@ -45,7 +46,7 @@ def find_part(page, top, tab, demo):
     page.image(parts.panel(skin, 792, 225), 4, top + 104)
     page.label("word_Plug in the interface and switch the ignition on.", 22, top + 138, 756, 17,
                "muted", ON_PANEL)
-    page.label("obd_finding", 22, top + 176, 756, 17, "text", ON_PANEL, lines=5)
+    page.label("obd_finding", 22, top + 176, 756, 17, "text", ON_PANEL, lines=4)
 
 
 def find(skin):
