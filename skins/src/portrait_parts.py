@@ -4,8 +4,8 @@ import draw
 import fonts
 from icons import icon
 from palette import number
-from parts import (ON_BACK, ON_KEY, ON_PANEL, bar, choice_key, dial, frame, glass, icon_picture, key,
-                   panel)
+from parts import (ON_BACK, ON_KEY, ON_PANEL, bar, choice_key, dial, empty_bar, frame, glass,
+                   icon_picture, key, panel)
 from skin import NARROW, OFF, Section, translations
 
 WIDTH, HEIGHT = 480, 800
@@ -92,10 +92,16 @@ def tile(page, name, x, y, width, height, tab, points=26, level=None):
     page.image(panel(skin, width, height), x, y)
     baseline = y + height - (34 if level else 14 if height < 100 else 30)
     figure(page, name, x + 4, baseline, width - 8, points, 68 if width > 220 else 56)
-    page.button("openvalue_" + name, x, y, glass(skin, width, height), tab,
-                label=("=sensorcaption_" + name, 12, 27, width - 16, 15, "muted", ON_PANEL, 0))
+    cover = {}
     if level:
         picture, source, low, high, zones, shown = level
+        if source:
+            # A raw value does not know that its sensor is off.
+            empty = empty_bar(skin, picture, width - 24, 18, low, high, zones)
+            cover = dict(image=(empty, 12, height - 26), state="sensoroff_" + name)
+    page.button("openvalue_" + name, x, y, glass(skin, width, height), tab, **cover,
+                label=("=sensorcaption_" + name, 12, 27, width - 16, 15, "muted", ON_PANEL, 0))
+    if level:
         bar(page, source or "sensor_" + name, x + 12, y + height - 26, picture, width - 24, 18, low,
             high, zones, shown)
 
