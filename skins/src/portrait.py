@@ -67,7 +67,7 @@ def big_dial(page, name, x, y, dial, tab, remark=""):
     skin = page.skin
     more = draw.text(RADIUS, RADIUS - 32, remark, 19, skin.colors["muted"], "middle", False, True)
     parts.dial(page, "dial-" + name.partition(".")[0], x, y, RADIUS, 18, dial, more, "known_" + name)
-    needle(page, "sensor_" + name, x, y, *dial["range"], *dial["sweep"], 23, 82)
+    needle(page, "sensor_" + name, x, y, *dial["range"], *dial["sweep"], 23, 72)
     on = ("face0", "face1")
     page.label("live_" + name, x - 68, y + 62, 136, 27, "text", on, 2)
     page.label("sensorcaption_" + name, x - 88, y + 87, 176, 15, "muted", on, 2)
