@@ -1,4 +1,4 @@
 #!/bin/sh
-# Makes the skins night and day from their sources in skins/src.
+# Makes the shipped skins from their sources in skins/src.
 set -eu
 exec python3 -B "$(dirname "$0")/src/build.py" "$@"

@@ -20,8 +20,13 @@ STARTUP = os.path.join(SKINS, "../packaging/Dravik.jpg")
 sys.path.append(os.path.join(SKINS, "../languages/src"))
 
 import pages  # noqa: E402
-from palette import NIGHT, PALETTES, check_shapes  # noqa: E402
+import portrait  # noqa: E402
+from palette import DAY, NIGHT, PALETTES, check_shapes  # noqa: E402
 from skin import Skin  # noqa: E402
+
+# Name, colours and pages of each skin.
+MADE = ([(name, colors, pages.all_pages) for name, colors in PALETTES.items()]
+        + [(portrait.NIGHT, NIGHT, portrait.all_pages), (portrait.DAY, DAY, portrait.all_pages)])
 
 
 def render(svg, path, zoom):
@@ -76,11 +81,13 @@ def write_startup():
 def main():
     skins = []
     faults = []
-    for name, colors in PALETTES.items():
+    for name in PALETTES:
+        faults += check_shapes(name)
+    for name, colors, all_pages in MADE:
         skin = Skin(name, colors)
-        pages.all_pages(skin)
+        all_pages(skin)
         skin.check()
-        faults += skin.faults + list(check_shapes(name))
+        faults += skin.faults
         skins.append(skin)
     if "--check" in sys.argv[1:]:
         faults += [f"out of date: {name}" for skin in skins for name in out_of_date(skin)]

@@ -33,7 +33,7 @@ OTHER_TEXTS = {
     "obd_status": STATUS_TEXTS,
     "obd_reason": ["W" * 30],
     "obd_finding": ["W" * 30],
-    "listentry_0": ["W" * 30],
+    "obd_code": ["W" * 30],
     "time": ["14:58:58", "12:58:58 PM"],
     "date": ["28.08.2028"],
     "obd_troublecodescount": ["127"],
@@ -41,6 +41,7 @@ OTHER_TEXTS = {
     "obd_interface": ["W" * 20],
     "obd_protocol": ["AUTO, ISO 15765-4 (CAN 11/500)", "AUTO, ISO 14230-4 (KWP FAST)"],
     "APP_Title": ["Dravik V88.88.88"],
+    "setting_language": ["English (miles)"],
     "currentfolder": ["M" * 20],
 }
 

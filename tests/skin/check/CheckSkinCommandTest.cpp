@@ -81,7 +81,7 @@ TEST(CheckSkinCommand, OurSkinsAreCleanInEveryLanguageWithTheFontsThatComeWithTh
 
     const auto languages = FilesMatching(DRAVIK_SOURCE "languages", ".ini");
     ASSERT_GE(languages.size(), 5U);
-    for (const char* skin : {"night", "day"}) {
+    for (const char* skin : {"night", "day", "portrait", "portrait-day"}) {
         for (const std::string& file : languages) {
             const std::string language = file.substr(0, file.size() - 4);
             const Outcome outcome =
