@@ -6,7 +6,7 @@ from icons import icon
 from palette import number
 from parts import (ON_BACK, ON_KEY, ON_PANEL, bar, choice_key, dial, empty_bar, frame, glass,
                    icon_picture, key, panel)
-from skin import NARROW, OFF, Section, translations
+from skin import Section
 
 WIDTH, HEIGHT = 480, 800
 LEFT, RIGHT, FULL = 4, 242, 472   # of the two columns, and the width of both
@@ -23,18 +23,6 @@ class PortraitSection(Section):
     def _inside(self, what, x, y, width, height):
         if x < 0 or y < 0 or x + width > WIDTH or y + height > HEIGHT:
             self.skin.fault(f"{self.name}: {what} leaves the page")
-
-    def label(self, function, x, baseline, width, points, color, on, align=0, **more):
-        super().label(function, x, baseline, width, points, color, on, align, **more)
-        if function.startswith("live_"):
-            self.check_text("label " + function, translations(OFF), width, points, NARROW, color, on,
-                            True)
-
-    def add(self, kind, function, **keys):
-        # A sensor that is off says so in the language of the driver.
-        if kind == "Label" and function.startswith("live_"):
-            function = "word_" + function
-        return super().add(kind, function, **keys)
 
 
 def grid(count, top, height, gap=4):

@@ -23,8 +23,8 @@ LABELS, GAUGES, CHARTS = 41, 17, 7
 PLAIN = "DejaVu Sans"
 NARROW = "DejaVu Sans Condensed"
 
-# What a figure shows that is not known, and that of a sensor which is switched off.
-UNKNOWN, OFF = "–", "Off"
+# What a figure shows that is not known.
+UNKNOWN = "–"
 
 STATUS_TEXTS = ["Not Connected.", "Comport not found.", "Connected.", "Connecting....",
                 "Initializing.", "Receiving Data.", "Open Channel.", "Close Channel.",
@@ -131,7 +131,7 @@ def shown_texts(function, caption="", places=None):
                 for found in (translations(text) if argument == "obd_status" else [text])]
     if word in ("live", "lowest", "highest"):
         return [text for name in _sensors_behind(argument)
-                for text in value_texts(name, places)] + [UNKNOWN, OFF]
+                for text in value_texts(name, places)] + [UNKNOWN, *translations("Off")]
     if word == "sensorcaption":
         return [text for name in _sensors_behind(argument)
                 for text in sensors.CAPTIONS[_sensor(name)[0]]]
@@ -202,11 +202,13 @@ class Section:
                         face, color, on, is_figure(function), lines)
         keys = dict(X=x, Y=y, Width=width, Height=height, Font=face, FontSize=points,
                     Alignment=align, Color=number(self.skin.colors[color]))
+        if function.startswith("live_"):
+            function = "word_" + function   # "Off" in the driver's language
         if function == "text":
             keys["Caption"] = caption
         if lines > 1:
             keys["Lines"] = lines
-        word, _, name = function.partition("_")
+        word, _, name = function.removeprefix("word_").partition("_")
         if word in ("live", "lowest", "highest"):
             keys["Decimals"] = decimals(name) if places is None else places
         self.add("Label", function, **keys)
