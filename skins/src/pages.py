@@ -218,7 +218,7 @@ def troublecodes(skin):
               EmptyText="word_No Errors")
     # The whole text of the selected code, of which a row may hold only a part.
     page.image(parts.panel(skin, 586, 75), 4, 244)
-    page.label("word_listentry_0", 16, 274, 564, 17, "text", ON_PANEL, lines=2)
+    page.label("obd_code", 16, 274, 564, 17, "text", ON_PANEL, lines=2)
     dark = (draw.box(0, 0, 202, 101, c["panel"], c["edge"], 8, 1.5)
             + icon("engine", 14, 18, 68, c["off"]))
     page.image(skin.picture("lamp-wide", 202, 101, dark), 594, 4)

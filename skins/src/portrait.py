@@ -193,7 +193,7 @@ def troublecodes(skin):
                EmptyText="word_No Errors")
     # The whole text of the selected code.
     page.image(panel(skin, FULL, 92), LEFT, 410)
-    page.label("word_listentry_0", 14, 434, 452, 16, "text", ON_PANEL, lines=3)
+    page.label("obd_code", 14, 434, 452, 16, "text", ON_PANEL, lines=3)
     step_keys(page, THIRDS, 506, THIRD, 72, 1)
     lamp_tile(page, THIRDS[2], 506, THIRD, 72)
     keys = [("obd_gettroublecodes", "read", "Read", "obd_connected"),

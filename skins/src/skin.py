@@ -33,7 +33,7 @@ OTHER_TEXTS = {
     "obd_status": STATUS_TEXTS,
     "obd_reason": ["W" * 30],
     "obd_finding": ["W" * 30],
-    "listentry_0": ["W" * 30],
+    "obd_code": ["W" * 30],
     "time": ["14:58:58", "12:58:58 PM"],
     "date": ["28.08.2028"],
     "obd_troublecodescount": ["127"],

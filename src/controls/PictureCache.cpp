@@ -164,17 +164,8 @@ QSizeF SkinPicture::DesignSize() const {
     return IsNull() ? QSizeF(0, 0) : data_->DesignSize;
 }
 
-double SkinPicture::Scale() const {
-    return data_ ? data_->Scale : 1;
-}
-
 std::size_t SkinPicture::Bytes() const {
     return data_ ? BytesOf(*data_) : 0;
-}
-
-const std::string& SkinPicture::Path() const {
-    static const std::string none;
-    return data_ ? data_->Path : none;
 }
 
 const std::string& SkinPicture::Error() const {
@@ -239,7 +230,7 @@ PictureFile FindPicture(const std::string& path, bool sharp) {
             const std::string name = doubleSize ? DoubleSizeName(place) : place;
             const std::string resolved = ResolvePath(name);
             QFileInfo file(QString::fromUtf8(resolved));
-            if (file.isFile()) return {name, std::move(file), doubleSize};
+            if (file.isFile()) return {name, file, doubleSize};
         }
     }
     return {path, {}, false};

@@ -30,13 +30,8 @@ class SkinPicture {
     /// The size in the skin's own pixels: that of the file, half of it for an "@2x" file.
     QSizeF DesignSize() const;
 
-    double Scale() const;
-
     /// What its pixels take of the memory.
     std::size_t Bytes() const;
-
-    /// The path as it was asked for; empty for no picture and for one made from pixels.
-    const std::string& Path() const;
 
     /// Why there is nothing to draw: "file not found: PATH", "not a picture: PATH" or
     /// "picture too large: PATH", with the path of the file that was read ("@2x" or not). Empty

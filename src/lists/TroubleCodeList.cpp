@@ -51,6 +51,15 @@ bool CodesListed() {
     return basGlobal.DtcCount > 0 && !list.Entries.empty() && list.Entries.front().Tag != kNoErrors;
 }
 
+std::string SelectedTroubleCode() {
+    const ListSlot& list = basGlobal.Lists[kCodeListSlot];
+    if (!CodesListed() || list.Selected < 1) return {};
+    // The tag is the line as it was before it scrolled.
+    const std::string& line = At(list.Entries, list.Selected - 1).Tag;
+    const std::string code = line.substr(0, line.find(':'));
+    return line == code + ": 0. " ? code : std::string(Trimmed(line));
+}
+
 void ScrollTroubleCode() {
     ListSlot& list = basGlobal.Lists[kCodeListSlot];
     if (list.Entries.empty() || list.Selected < 1) return;

@@ -90,6 +90,10 @@ extern std::function<bool(const std::string& file)> PlayMedium;
 /// True while the list of trouble codes shows at least one.
 bool CodesListed();
 
+/// The selected trouble code with its whole text, which does not scroll; the code alone where its
+/// text is not known, and nothing while no code is listed.
+std::string SelectedTroubleCode();
+
 /// The tick of tiDTCScroll: rotates the text of the selected trouble code by one character, all of
 /// it behind the code, its colon and its blank.
 void ScrollTroubleCode();

@@ -42,10 +42,6 @@ std::string ExampleOf(const FunctionWord& row) {
     return text;
 }
 
-std::vector<std::string_view> CommandWords() {
-    return WordsOf(CommandRows());
-}
-
 std::vector<std::string_view> TextFunctionWords() {
     return WordsOf(TextFunctionRows());
 }
@@ -56,10 +52,6 @@ std::vector<std::string_view> NumberFunctionWords() {
 
 std::vector<std::string_view> ImageFunctionWords() {
     return WordsOf(ImageFunctionRows());
-}
-
-std::vector<std::string_view> SourceWords() {
-    return WordsOf(SourceRows());
 }
 
 }  // namespace dravik

@@ -62,11 +62,9 @@ std::vector<FunctionWord> ImageFunctionRows();
 std::vector<FunctionWord> SourceRows();
 
 // The words alone, each once.
-std::vector<std::string_view> CommandWords();
 std::vector<std::string_view> TextFunctionWords();
 std::vector<std::string_view> NumberFunctionWords();
 std::vector<std::string_view> ImageFunctionWords();
-std::vector<std::string_view> SourceWords();
 
 /// The operations of a step in a list, besides numbers.
 std::vector<std::string_view> StepWords();

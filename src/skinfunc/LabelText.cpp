@@ -83,6 +83,10 @@ Text LinkSearch(std::string_view) {
     return FindingText();
 }
 
+Text SelectedCode(std::string_view) {
+    return SelectedTroubleCode();
+}
+
 Text InterfaceName(std::string_view) {
     return basGlobal.InterfaceId;
 }
@@ -162,6 +166,8 @@ constexpr TextWord kTextWords[] = {
     {{"obd", Fixed, "finding",
       "where the search for the interface is, and what came of it, in up to several lines"},
      LinkSearch},
+    {{"obd", Fixed, "code", "the selected trouble code with its whole text, which stands still"},
+     SelectedCode},
     {{"obd", Fixed, "interface", "what the interface calls itself"}, InterfaceName},
     {{"obd", Fixed, "protocol", "the protocol of the vehicle's bus"}, ProtocolName},
     {{"sensorcaption", Sensor, "rpm.engine", "the caption of a sensor, in the user's language"},

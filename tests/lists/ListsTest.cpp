@@ -54,10 +54,16 @@ TEST_F(TroubleCodeList, TickerTurnsTheSelectedLineBehindItsCodeByOneCharacter) {
     ScrollTroubleCode();
     EXPECT_THAT(Texts(), ElementsAre("P0133: Oxygen sensor slow. ", "P0999: . 0"));
     EXPECT_EQ(basGlobal.Lists[7].Entries[1].Tag, "P0999: 0. ");
+    EXPECT_EQ(SelectedTroubleCode(), "P0999") << "its text is not known";
     ScrollTroubleCode();
     EXPECT_EQ(Texts()[1], "P0999:  0.");
     ScrollTroubleCode();
     EXPECT_EQ(Texts()[1], "P0999: 0. ");
+    SelectListEntry(basGlobal.Lists[7], 1);
+    ScrollTroubleCode();
+    EXPECT_EQ(SelectedTroubleCode(), "P0133: Oxygen sensor slow.") << "this one stands still";
+    basGlobal.DtcCount = 0;
+    EXPECT_EQ(SelectedTroubleCode(), "");
 }
 
 TEST_F(TroubleCodeList, TickerMovesWholeCharactersOfAnyText) {
