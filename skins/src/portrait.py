@@ -334,14 +334,15 @@ def system(skin):
                        enabled=enabled[0] if enabled else None)
     top = 456
     page.image(panel(skin, FULL, 722 - top), LEFT, top)
-    rows = [("Program", "text", 1), ("Language", "word_setting_language", 1),
-            ("Protocol", "obd_protocol", 1), ("Interface", "obd_interface", 2), ("Status", "obd_reason", 3)]
+    rows = [("Program", "text", 1), ("Protocol", "obd_protocol", 1), ("Interface", "obd_interface", 2),
+            ("Status", "word_obd_status", 1)]
     baseline = top + 36
     for caption, function, lines in rows:
         page.label("word_" + caption, 12, baseline, 108, 15, "muted", ON_PANEL)
         page.label(function, 126, baseline, 346, 15, "text", ON_PANEL, lines=lines,
                    caption="APP_Title" if function == "text" else "")
         baseline += 13 + 23 * lines
+    page.label("obd_reason", 126, baseline - 6, 346, 15, "text", ON_PANEL, lines=3)
 
 
 def language_keys(page, top, height):

@@ -41,7 +41,6 @@ OTHER_TEXTS = {
     "obd_interface": ["W" * 20],
     "obd_protocol": ["AUTO, ISO 15765-4 (CAN 11/500)", "AUTO, ISO 14230-4 (KWP FAST)"],
     "APP_Title": ["Dravik V88.88.88"],
-    "setting_language": ["English (miles)"],
     "currentfolder": ["M" * 20],
 }
 
