@@ -224,6 +224,7 @@ struct GlobalState {
     int ReconnectSeconds = 0;   ///< OBD/Reconnect; 0 = a lost link stays lost
     bool ConnectTried = false;  ///< a connect has run since start-up
     bool LetGo = false;         ///< the driver has disconnected: nothing connects but a new request
+    bool CutShort = false;      ///< a command was under way when the link was closed
     bool StepCancelled = false;  ///< meanwhile, so that the step that runs sets no state any more
     LinkReport Report;
     InterfaceSearch Search;

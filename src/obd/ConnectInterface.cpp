@@ -1,6 +1,8 @@
 #include <string_view>
+#include <utility>
 
 #include "core/basGlobal.h"
+#include "obd/AwaitPrompt.h"
 #include "obd/LinkFaults.h"
 #include "obd/LinkStep.h"
 #include "obd/basOBD.h"
@@ -47,6 +49,20 @@ bool OpenPort() {
     return false;
 }
 
+/// An interface answers a command after all when the link was closed meanwhile, which would be
+/// taken for the answer to the first one of the new link.
+void TakeLateReply() {
+    if (!std::exchange(basGlobal.CutShort, false)) return;
+    constexpr double kLongestReset = 1.5;  // seconds
+    const double deadline = HighResTimer() + kLongestReset;
+    AwaitPrompt(
+        [deadline] {
+            const double left = deadline - HighResTimer();
+            return left > 0 ? std::optional(left) : std::nullopt;
+        },
+        [](const std::string&) {});
+}
+
 bool ResetInterface() {
     for (const char* command : kResetCommands) {
         const std::string reply = SendCommand(command);
@@ -88,6 +104,7 @@ std::string AskProtocol() {
 /// vehicle does not answer.
 bool RunSequence() {
     GlobalState& g = basGlobal;
+    TakeLateReply();
     if (!ResetInterface()) return false;
     g.InterfaceId = AskIdentity();
     g.tiTimeout.SetEnabled(true);

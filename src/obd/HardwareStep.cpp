@@ -134,6 +134,8 @@ void EndStep(std::uint8_t state) {
 
 void CloseLink() {
     GlobalState& g = basGlobal;
+    const bool stepRuns = !g.tiHardware.Enabled();
+    g.CutShort = g.CutShort || (g.comOBD.IsOpen() && (stepRuns || g.AwaitingReply));
     g.comOBD.Close();  // which ends every wait for an answer
     g.StepCancelled = true;
     g.AwaitingReply = g.StepOwed = false;
