@@ -50,11 +50,6 @@ TEST_F(LetGoOfTheLink, EndsWhateverStepRunsAndTheStepSetsNoStateAnyMore) {
             EXPECT_TRUE(basGlobal.tiHardware.Enabled());
             interface_->OnAllCommands();
             if (connectsAgain) {
-                FormTimer late(10, true);  // the answer to what was cut short comes after all
-                late.OnTick([&] {
-                    late.SetEnabled(false);
-                    interface_->Say("DVI\r\r>");
-                });
                 HardwareStep();
                 EXPECT_EQ(basGlobal.ConnState, 3);
             }
