@@ -209,8 +209,8 @@ std::string ShownNumber(float number, std::optional<int> decimals) {
 Text BehindWord(std::string_view name, std::optional<int> decimals) {
     if (name.find('_') == std::string_view::npos) return std::nullopt;
     std::string function = EvaluatedForm(std::string(name));
-    const Text text = Evaluate(SplitAtFirst(function),
-                               [](const FunctionWord& row) { return row.Argument != Nothing; });
+    Text text = Evaluate(SplitAtFirst(function),
+                         [](const FunctionWord& row) { return row.Argument != Nothing; });
     if (text) return text;
     const float number = LabelNumber(function);
     return number != kNoNumber ? Text(ShownNumber(number, decimals)) : std::nullopt;
