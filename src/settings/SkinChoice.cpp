@@ -57,6 +57,12 @@ std::vector<std::string> IniNames(const std::string& folder) {
     return names;
 }
 
+/// The skin of that name, in any case, among all; the end when there is none.
+auto FindSkin(const std::vector<std::string>& names, const std::string& name) {
+    return std::find_if(names.begin(), names.end(),
+                        [&name](const std::string& skin) { return EqualsNoCase(skin, name); });
+}
+
 }  // namespace
 
 std::vector<std::string> SkinNames() {
@@ -68,7 +74,7 @@ std::vector<std::string> LanguageNames() {
 }
 
 std::string CurrentSkin() {
-    GlobalState& g = basGlobal;
+    const GlobalState& g = basGlobal;
     if (!g.Launch.Skin.empty()) return g.Launch.Skin;
     if (!g.ChosenSkin.empty()) return g.ChosenSkin;
     if (g.NightNow) return ReadOption("NightSkin");
@@ -78,9 +84,7 @@ std::string CurrentSkin() {
 bool ChooseSkin(const std::string& name) {
     GlobalState& g = basGlobal;
     const std::vector<std::string> names = SkinNames();
-    const auto found = std::find_if(names.begin(), names.end(), [&name](const std::string& skin) {
-        return EqualsNoCase(skin, name);
-    });
+    const auto found = FindSkin(names, name);
     if (found == names.end()) return false;
     g.Launch.Skin.clear();
     g.ChosenSkin = *found;
@@ -93,10 +97,7 @@ bool ChooseSkin(const std::string& name) {
 bool ChooseNextSkin() {
     const std::vector<std::string> names = SkinNames();
     if (names.empty()) return false;
-    const std::string current = CurrentSkin();
-    const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& skin) {
-        return EqualsNoCase(skin, current);
-    });
+    const auto found = FindSkin(names, CurrentSkin());
     const bool last = found == names.end() || std::next(found) == names.end();
     return ChooseSkin(last ? names.front() : *std::next(found));
 }
