@@ -46,6 +46,7 @@ const InterfaceProtocol::AtCommand InterfaceProtocol::kAtCommands[] = {
     {"L", "b", &InterfaceProtocol::SwitchLineFeeds},
     {"H", "b", &InterfaceProtocol::SwitchHeaders},
     {"S", "b", &InterfaceProtocol::SwitchSpaces},
+    {"CAF", "b", &InterfaceProtocol::SwitchTakingApart},
     {"DP", "", &InterfaceProtocol::DescribeProtocol},
     {"DPN", "", &InterfaceProtocol::DescribeProtocolNumber},
     {"SP", "d", &InterfaceProtocol::SelectProtocol},
@@ -64,7 +65,6 @@ const InterfaceProtocol::AtCommand InterfaceProtocol::kAtCommands[] = {
     {"ST", "hh", &InterfaceProtocol::Accept},
     {"SH", "hhh", &InterfaceProtocol::Accept},
     {"SH", "hhhhhh", &InterfaceProtocol::Accept},
-    {"CAF", "b", &InterfaceProtocol::Accept},
     {"CFC", "b", &InterfaceProtocol::Accept},
     {"CRA", "hhh", &InterfaceProtocol::Accept},
     {"CRA", "hhhhhhhh", &InterfaceProtocol::Accept},
@@ -159,6 +159,11 @@ std::string InterfaceProtocol::SwitchHeaders(const std::string& argument) {
 
 std::string InterfaceProtocol::SwitchSpaces(const std::string& argument) {
     spaces_ = argument == "1";
+    return "OK";
+}
+
+std::string InterfaceProtocol::SwitchTakingApart(const std::string& argument) {
+    takeApart_ = argument == "1";
     return "OK";
 }
 

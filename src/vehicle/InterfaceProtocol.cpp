@@ -30,6 +30,7 @@ InterfaceProtocol::InterfaceProtocol(const Scenario& scenario)
     : scenario_(scenario),
       vehicle_(scenario),
       faults_(scenario),
+      random_(scenario.Seed),
       characterTime_(kBitsPerCharacter / scenario.Baud) {
     SetDefaults();
 }
@@ -39,6 +40,7 @@ void InterfaceProtocol::SetDefaults() {
     lineFeeds_ = scenario_.LineFeeds;
     headers_ = scenario_.Headers;
     spaces_ = scenario_.Spaces;
+    takeApart_ = true;
     automatic_ = true;
     protocol_ = '0';
     connected_ = false;
@@ -171,25 +173,42 @@ void InterfaceProtocol::RunRequest(double now, const std::string& digits) {
     if (!connected_ && !ConnectBus(reply)) return Reply(now, std::move(reply));
     if (reply.empty()) reply.push_back({scenario_.CommandLatency, ""});
 
-    // A single digit at the end only says how many answers to wait for.
-    std::string text;
-    double delay = scenario_.BusLatency;
-    for (const auto& unit : vehicle_.Request(FromHex(digits))) {
-        for (const auto& line : FormatReply(*FindProtocol(protocol_), unit, headers_)) {
-            text = line;
+    const auto frames = AnswerOf(digits);
+    std::set<int> heard;
+    for (const ShownFrame& frame : frames) {
+        double delay = kLineGap;
+        if (heard.empty())
+            delay = scenario_.BusLatency;
+        else if (heard.count(frame.Unit) == 0)
+            delay = scenario_.BusLatency / 2;
+        heard.insert(frame.Unit);
+        for (const std::string& line : frame.Lines) {
+            std::string text = line;
             if (!spaces_) std::erase(text, ' ');
             if (!scenario_.BlankAtLineEnd && text.back() == ' ') text.pop_back();
             reply.push_back({delay, text + LineEnd()});
             delay = kLineGap;
         }
-        delay = scenario_.BusLatency / 2;
     }
-    if (text.empty()) {
+    if (frames.empty()) {
         if (!vehicle_.Awake()) connected_ = false;  // the next request has to search again
         reply.push_back({scenario_.NoDataTime, "NO DATA" + LineEnd()});
     }
     reply.push_back({0, LineEnd() + ">"});
     Reply(now, std::move(reply));
+}
+
+/// What the car sends for a request, as the interface shows it.
+std::vector<ShownFrame> InterfaceProtocol::AnswerOf(const std::string& digits) {
+    // A single digit at the end only says how many answers to wait for.
+    Bytes request = FromHex(digits);
+    const FrameStyle style{headers_, takeApart_, scenario_.FramePadding};
+    // A client that takes frames apart itself gives the length in front of its request.
+    if (!takeApart_ && vehicle_.LongMessages() && !request.empty()) request.erase(request.begin());
+    std::vector<std::vector<ShownFrame>> units;
+    for (const UnitReply& reply : vehicle_.Request(request))
+        units.push_back(FormatReply(*FindProtocol(protocol_), reply, style));
+    return OnTheBus(std::move(units), scenario_.Order, random_);
 }
 
 /// Wakes the bus before a first request. Adds what the interface shows meanwhile to the reply; on

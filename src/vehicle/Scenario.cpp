@@ -39,6 +39,22 @@ constexpr Choice<char> kProtocols[] = {
     {"can-29-500", '7'}, {"can-11-250", '8'}, {"can-29-250", '9'},
 };
 
+constexpr Choice<UnitOrder> kUnitOrders[] = {
+    {"in-turn", UnitOrder::InTurn},
+    {"interleaved", UnitOrder::Interleaved},
+    {"reversed", UnitOrder::Reversed},
+    {"shuffled", UnitOrder::Shuffled},
+};
+
+constexpr Choice<Padding> kPaddings[] = {
+    {"last", {}},
+    {"none", {false, false, 0}},
+    {"00", {true, true, 0x00}},
+    {"aa", {true, true, 0xAA}},
+    {"55", {true, true, 0x55}},
+    {"cc", {true, true, 0xCC}},
+};
+
 constexpr double kLongest = 1e7;  // seconds; some months, and no clock arithmetic goes wrong
 
 template <typename Target>
@@ -67,6 +83,8 @@ constexpr Key<Scenario> kVehicleKeys[] = {
     {"clear-needs-engine-off",
      [](Text t, Scenario& s) { return ReadSwitch(t, s.ClearNeedsEngineOff); }},
     {"unsupported-pids", [](Text t, Scenario& s) { return ReadPids(t, s.UnsupportedPids); }},
+    {"order", [](Text t, Scenario& s) { return ReadChoice(t, kUnitOrders, s.Order); }},
+    {"padding", [](Text t, Scenario& s) { return ReadChoice(t, kPaddings, s.FramePadding); }},
 };
 
 constexpr Key<Scenario> kInterfaceKeys[] = {

@@ -23,6 +23,16 @@ struct DrivePhase {
     double Speed = 0;
 };
 
+/// In which order the frames of several control units come over the bus.
+enum class UnitOrder { InTurn, Interleaved, Reversed, Shuffled };
+
+/// What fills up the frames on CAN that a message leaves short.
+struct Padding {
+    bool SingleFrames = false;  ///< messages of a single frame are filled up
+    bool LastFrames = true;     ///< the last frame of a long message is
+    std::uint8_t Filler = 0;
+};
+
 /// A trouble code that a control unit stores.
 struct CodeRule {
     std::uint16_t Code = 0;  ///< the two bytes on the bus: 0x0133 is P0133
@@ -72,6 +82,8 @@ struct Scenario {
     bool MonitorsComplete = true;
     bool ClearNeedsEngineOff = false;
     std::set<int> UnsupportedPids = {0x02, 0x1D};  ///< not answered in mode 01
+    UnitOrder Order = UnitOrder::InTurn;
+    Padding FramePadding;
 
     // The interface.
     std::string Identity = "DVI 1.0";

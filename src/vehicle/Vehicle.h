@@ -6,6 +6,11 @@ namespace dravik::vehicle {
 
 using Bytes = std::vector<std::uint8_t>;
 
+/// The first byte of a refusal; the mode and the reason follow.
+inline constexpr std::uint8_t kRefused = 0x7F;
+/// The reason that is none: the answer takes longer and comes later.
+inline constexpr std::uint8_t kAnswerPending = 0x78;
+
 /// What one control unit answers to a request. A bus with long messages (CAN) carries one message
 /// of any length, the others carry several of at most seven bytes.
 struct UnitReply {
