@@ -80,8 +80,7 @@ std::string ShortMessage(const ProtocolRow& protocol, int unit, const Bytes& mes
 }
 
 std::string CanHeader(const ProtocolRow& protocol, int unit) {
-    if (protocol.Header == HeaderStyle::Can11)
-        return std::string("7E") + "89AB"[unit - 1] + " ";
+    if (protocol.Header == HeaderStyle::Can11) return std::string("7E") + "89AB"[unit - 1] + " ";
     return Hex({0x18, 0xDA, kTester, Address(unit)});
 }
 

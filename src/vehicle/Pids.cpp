@@ -202,6 +202,7 @@ constexpr PidRow kPids[] = {
      [](R r) { return Word(std::floor(r.Trouble.MinutesWithLamp)); }},
     {0x4E, 2, "minutes since codes cleared", false, false,
      [](R r) { return Word(std::floor(r.Trouble.MinutesSinceCleared)); }},
+    {0xA6, 4, "odometer", false, false, [](R r) { return static_cast<U32>(r.Car.Odometer * 10); }},
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <functional>
 #include <iterator>
+#include <sstream>
 
 #include "vehicle/ScenarioValues.h"
 
@@ -29,7 +30,11 @@ constexpr Choice<FaultKind> kFaultKinds[] = {
     {"unplug", FaultKind::Unplug},
 };
 
-constexpr Choice<bool> kCodeStates[] = {{"stored", false}, {"pending", true}};
+constexpr Choice<CodeState> kCodeStates[] = {
+    {"stored", CodeState::Stored},
+    {"pending", CodeState::Pending},
+    {"permanent", CodeState::Permanent},
+};
 constexpr Choice<bool> kMonitorStates[] = {{"complete", true}, {"not-run", false}};
 constexpr Choice<bool> kInterruptions[] = {{"stop", true}, {"queue", false}};
 
@@ -55,6 +60,11 @@ constexpr Choice<Padding> kPaddings[] = {
     {"cc", {true, true, 0xCC}},
 };
 
+constexpr Choice<std::uint8_t> kMonitorNames[] = {
+    {"none", 0x00},           {"catalyst", 0x01},       {"vapour", 0x04},
+    {"oxygen-sensors", 0x20}, {"oxygen-heaters", 0x40},
+};
+
 constexpr double kLongest = 1e7;  // seconds; some months, and no clock arithmetic goes wrong
 
 template <typename Target>
@@ -64,6 +74,18 @@ struct Key {
 };
 
 using Text = std::string_view;
+
+/// Names of monitors with blanks between them, as the bits of PID 01 byte C or D.
+Problem ReadMonitors(Text text, std::uint8_t& value) {
+    std::istringstream words{std::string(text)};
+    std::uint8_t all = 0, one = 0;
+    for (std::string word; words >> word; all = static_cast<std::uint8_t>(all | one)) {
+        if (Problem problem = ReadChoice(word, kMonitorNames, one); !problem.empty())
+            return problem;
+    }
+    value = all;
+    return {};
+}
 
 constexpr Key<Scenario> kVehicleKeys[] = {
     {"present", [](Text t, Scenario& s) { return ReadSwitch(t, s.VehiclePresent); }},
@@ -80,9 +102,14 @@ constexpr Key<Scenario> kVehicleKeys[] = {
     {"minutes", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60000, s.Minutes); }},
     {"monitors",
      [](Text t, Scenario& s) { return ReadChoice(t, kMonitorStates, s.MonitorsComplete); }},
+    {"open-monitors",
+     [](Text t, Scenario& s) { return ReadMonitors(t, s.OpenMonitors.emplace()); }},
     {"clear-needs-engine-off",
      [](Text t, Scenario& s) { return ReadSwitch(t, s.ClearNeedsEngineOff); }},
     {"unsupported-pids", [](Text t, Scenario& s) { return ReadPids(t, s.UnsupportedPids); }},
+    {"services", [](Text t, Scenario& s) { return ReadPids(t, s.Services); }},
+    {"empty-frames", [](Text t, Scenario& s) { return ReadSwitch(t, s.EmptyFrames); }},
+    {"odometer", [](Text t, Scenario& s) { return ReadNumber(t, 0, 1e7, s.Odometer.emplace()); }},
     {"order", [](Text t, Scenario& s) { return ReadChoice(t, kUnitOrders, s.Order); }},
     {"padding", [](Text t, Scenario& s) { return ReadChoice(t, kPaddings, s.FramePadding); }},
 };
@@ -118,7 +145,8 @@ constexpr Key<DrivePhase> kPhaseKeys[] = {
 
 constexpr Key<CodeRule> kCodeKeys[] = {
     {"code", [](Text t, CodeRule& c) { return ReadCode(t, c.Code); }},
-    {"state", [](Text t, CodeRule& c) { return ReadChoice(t, kCodeStates, c.Pending); }},
+    {"state", [](Text t, CodeRule& c) { return ReadChoice(t, kCodeStates, c.State); }},
+    {"permanent", [](Text t, CodeRule& c) { return ReadSwitch(t, c.Permanent); }},
     {"lamp", [](Text t, CodeRule& c) { return ReadSwitch(t, c.Lamp); }},
     {"unit", [](Text t, CodeRule& c) { return ReadInteger(t, 1, 4, c.Unit); }},
     {"at", [](Text t, CodeRule& c) { return ReadNumber(t, 0, kLongest, c.At); }},
@@ -191,6 +219,10 @@ class Reader {
             if (scenario_.Codes[i].Code == 0) return section + "code: missing";
             if (scenario_.Codes[i].Unit > scenario_.Units)
                 return section + "unit: the vehicle has only " + std::to_string(scenario_.Units);
+            const CodeRule& code = scenario_.Codes[i];
+            const bool permanent = code.Permanent || code.State == CodeState::Permanent;
+            if (permanent && scenario_.Services.count(0x0A) == 0)
+                return section + "permanent: needs service 0A in [vehicle] services";
         }
         for (std::size_t i = 0; i < scenario_.Faults.size(); ++i) {
             if (!kindsGiven_[i]) return "[fault " + std::to_string(i + 1) + "] kind: missing";

@@ -3,12 +3,17 @@
 #include <cstdint>
 #include <limits>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace dravik::vehicle {
+
+/// The monitors that this car has, as in PID 01 byte C: catalyst, vapour, oxygen sensors and their
+/// heaters.
+inline constexpr std::uint8_t kMonitors = 0x65;
 
 inline constexpr double kForever = std::numeric_limits<double>::infinity();
 
@@ -33,15 +38,21 @@ struct Padding {
     std::uint8_t Filler = 0;
 };
 
+/// What a control unit knows a code as. Pending: seen once, not yet confirmed (mode 07 only).
+/// Permanent: cleared, but the monitors have not yet shown that the fault is gone (mode 0A only).
+enum class CodeState { Stored, Pending, Permanent };
+
 /// A trouble code that a control unit stores.
 struct CodeRule {
     std::uint16_t Code = 0;  ///< the two bytes on the bus: 0x0133 is P0133
-    bool Pending = false;    ///< seen once, not yet confirmed: reported by mode 07 only
-    bool Lamp = true;        ///< switches the malfunction lamp on
-    int Unit = 1;            ///< the control unit that stores it, from 1
-    double At = 0;           ///< second of the drive at which it is set; 0: stored from the start
-    bool HasFrame = true;    ///< a freeze frame belongs to it
-    double FrameAt = 60;     ///< second of the drive that the frame of an old code shows
+    CodeState State = CodeState::Stored;
+    bool Permanent =
+        false;             ///< a stored code that is permanent at the same time: clearing leaves it
+    bool Lamp = true;      ///< switches the malfunction lamp on
+    int Unit = 1;          ///< the control unit that stores it, from 1
+    double At = 0;         ///< second of the drive at which it is set; 0: stored from the start
+    bool HasFrame = true;  ///< a freeze frame belongs to it
+    double FrameAt = 60;   ///< second of the drive that the frame of an old code shows
     std::map<int, std::vector<std::uint8_t>> FrameBytes;  ///< values put in place of those, by PID
 };
 
@@ -80,8 +91,12 @@ struct Scenario {
     int WarmUps = 12;         ///< warm-ups since the codes were last cleared
     double Minutes = 600;     ///< minutes with the engine running since then
     bool MonitorsComplete = true;
+    std::optional<std::uint8_t> OpenMonitors;  ///< of kMonitors, as in PID 01 byte D; instead
     bool ClearNeedsEngineOff = false;
     std::set<int> UnsupportedPids = {0x02, 0x1D};  ///< not answered in mode 01
+    std::set<int> Services = {0x01, 0x02, 0x03, 0x04, 0x07, 0x09};
+    bool EmptyFrames = false;        ///< a unit without a freeze frame answers that its code is 0
+    std::optional<double> Odometer;  ///< km at the beginning, for PID A6; none: not supported
     UnitOrder Order = UnitOrder::InTurn;
     Padding FramePadding;
 

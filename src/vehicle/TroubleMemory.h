@@ -24,9 +24,6 @@ struct TroubleStatus {
     std::uint8_t CycleIncomplete = 0;     ///< since the engine was started, as in PID 41 byte D
 };
 
-/// The monitors that this car has, as in PID 01 byte C.
-inline constexpr std::uint8_t kMonitors = 0x65;
-
 /// The trouble codes of all control units, with lamp, freeze frames and the counters that clearing
 /// puts back.
 class TroubleMemory {
@@ -40,7 +37,8 @@ class TroubleMemory {
     void Update(double seconds, const CarState& car);
 
     /// Codes of one control unit (from 1) in the order in which they were stored.
-    std::vector<std::uint16_t> Codes(int unit, bool pending) const;
+    /// A stored code that is permanent too is among both.
+    std::vector<std::uint16_t> Codes(int unit, CodeState state) const;
 
     TroubleStatus Status(int unit, const CarState& car) const;
 
@@ -48,7 +46,8 @@ class TroubleMemory {
     /// Null when there is no such code or no frame with it.
     const FrameValues* Frame(int unit, std::size_t number) const;
 
-    /// Forgets codes, frames and monitor results of all units and starts the counters anew.
+    /// Forgets codes, frames and monitor results of all units and starts the counters anew. What is
+    /// permanent stays so until the monitors have run.
     void Clear(const CarState& car);
 
  private:

@@ -9,10 +9,11 @@ constexpr int kEngineUnit = 1;
 constexpr std::uint8_t kModeNotSupported = 0x11;
 constexpr std::uint8_t kWrongFormat = 0x12;
 constexpr std::uint8_t kConditionsNotCorrect = 0x22;
+constexpr int kOdometer = 0xA6;
 constexpr const char* kCalibration = "DRAVIKVEHICLE001";  // 16 characters
 
 bool IsMask(int pid) {
-    return pid == 0x00 || pid == 0x20 || pid == 0x40;
+    return pid % 0x20 == 0;
 }
 
 void Append(Bytes& message, const Bytes& more) {
@@ -66,30 +67,35 @@ std::vector<UnitReply> Vehicle::Request(const Bytes& request) {
 bool Vehicle::Supports(int unit, int pid) const {
     if (IsMask(pid)) {
         if (pid == 0x00) return true;
-        for (int above = pid + 1; above <= 0x4E; ++above) {
+        for (int above = pid + 1; above <= kLastPid; ++above) {
             if (!IsMask(above) && Supports(unit, above)) return true;
         }
         return false;
     }
     const PidRow* row = FindPid(pid);
+    if (pid == kOdometer && !scenario_.Odometer) return false;
     return row != nullptr && scenario_.UnsupportedPids.count(pid) == 0 &&
            (unit == kEngineUnit || row->Gearbox);
 }
 
 std::vector<Bytes> Vehicle::Answer(int unit, const Bytes& request) {
+    if (scenario_.Services.count(request[0]) == 0)
+        return Refusal(unit, request[0], kModeNotSupported);
     switch (request[0]) {
         case 0x01:
             return LiveData(unit, request);
         case 0x02:
             return FrozenData(unit, request);
         case 0x03:
-            return CodeList(unit, 0x03);
+            return CodeList(unit, 0x03, CodeState::Stored);
         case 0x04:
             return ClearAll();
         case 0x07:
-            return CodeList(unit, 0x07);
+            return CodeList(unit, 0x07, CodeState::Pending);
         case 0x09:
             return unit == kEngineUnit ? Information(request) : std::vector<Bytes>();
+        case 0x0A:
+            return CodeList(unit, 0x0A, CodeState::Permanent);
         default:
             return Refusal(unit, request[0], kModeNotSupported);
     }
@@ -112,7 +118,12 @@ std::vector<Bytes> Vehicle::LiveData(int unit, const Bytes& request) const {
 std::vector<Bytes> Vehicle::FrozenData(int unit, const Bytes& request) const {
     if (request.size() != 3) return Refusal(unit, 0x02, kWrongFormat);
     const FrameValues* frame = trouble_.Frame(unit, request[2]);
-    if (frame == nullptr) return {};
+    if (frame == nullptr) {
+        if (!scenario_.EmptyFrames || request[2] != 0) return {};
+        if (request[1] == 0x00) return {{0x42, 0x00, 0x00, 0x40, 0x00, 0x00, 0x00}};
+        if (request[1] == 0x02) return {{0x42, 0x02, 0x00, 0x00, 0x00}};
+        return {};
+    }
     const auto kept = [unit, frame](int pid) {
         const PidRow* row = FindPid(pid);
         const bool ofUnit = unit == kEngineUnit || pid == 0x02 || (row != nullptr && row->Gearbox);
@@ -120,7 +131,7 @@ std::vector<Bytes> Vehicle::FrozenData(int unit, const Bytes& request) const {
     };
     const auto supported = [&kept](int pid) {
         if (!IsMask(pid)) return kept(pid);
-        for (int above = pid + 1; above <= 0x4E; ++above) {
+        for (int above = pid + 1; above <= kLastPid; ++above) {
             if (kept(above)) return true;
         }
         return false;
@@ -132,8 +143,8 @@ std::vector<Bytes> Vehicle::FrozenData(int unit, const Bytes& request) const {
     return {message};
 }
 
-std::vector<Bytes> Vehicle::CodeList(int unit, std::uint8_t mode) const {
-    const auto codes = trouble_.Codes(unit, mode == 0x07);
+std::vector<Bytes> Vehicle::CodeList(int unit, std::uint8_t mode, CodeState state) const {
+    const auto codes = trouble_.Codes(unit, state);
     const auto answer = static_cast<std::uint8_t>(mode + 0x40);
     if (LongMessages()) {
         Bytes message = {answer, static_cast<std::uint8_t>(codes.size())};
@@ -195,7 +206,7 @@ FrameValues Vehicle::TakeFrame(const CarState& car, std::uint16_t code) const {
     FrameValues frame;
     TroubleStatus status;
     status.FirstCode = code;
-    for (int pid = 0x02; pid <= 0x4E; ++pid) {
+    for (int pid = 0x02; pid <= kLastPid; ++pid) {
         const PidRow* row = FindPid(pid);
         if (row == nullptr || !row->InFrame) continue;
         if (pid != 0x02 && !Supports(kEngineUnit, pid)) continue;

@@ -43,7 +43,7 @@ class Vehicle {
     std::vector<Bytes> Answer(int unit, const Bytes& request);
     std::vector<Bytes> LiveData(int unit, const Bytes& request) const;
     std::vector<Bytes> FrozenData(int unit, const Bytes& request) const;
-    std::vector<Bytes> CodeList(int unit, std::uint8_t mode) const;
+    std::vector<Bytes> CodeList(int unit, std::uint8_t mode, CodeState state) const;
     std::vector<Bytes> ClearAll();
     std::vector<Bytes> Information(const Bytes& request) const;
     std::vector<Bytes> Refusal(int unit, std::uint8_t mode, std::uint8_t reason) const;

@@ -23,6 +23,8 @@ TEST(ScenarioFile, SaysWhatIsWrongWithFileSectionAndKey) {
         {"[vehicle]\nvin = 123\n", "[vehicle] vin:"},
         {"[vehicle]\nunsupported-pids = 20\n", "[vehicle] unsupported-pids:"},
         {"[vehicle]\nunsupported-pids = 1G\n", "[vehicle] unsupported-pids:"},
+        {"[vehicle]\nopen-monitors = vapour rust\n", "[vehicle] open-monitors:"},
+        {"[code 1]\ncode = P0133\npermanent = yes\n", "[code 1] permanent:"},
         {"[phase 2]\n", "[phase 2]"},
         {"[drive]\nrepeat-from = 1\n", "[drive] repeat-from:"},
         {"[code 1]\nlamp = on\n", "[code 1] code:"},
