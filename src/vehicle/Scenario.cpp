@@ -143,6 +143,13 @@ constexpr Key<DrivePhase> kPhaseKeys[] = {
     {"speed", [](Text t, DrivePhase& p) { return ReadNumber(t, 0, 200, p.Speed); }},
 };
 
+constexpr Key<UnitRule> kUnitKeys[] = {
+    {"name", [](Text t, UnitRule& u) { return ReadUnitName(t, u.Name); }},
+    {"calibrations", [](Text t, UnitRule& u) { return ReadCalibrations(t, u.Calibrations); }},
+    {"verifications", [](Text t, UnitRule& u) { return ReadVerifications(t, u.Verifications); }},
+    {"monitors", [](Text t, UnitRule& u) { return ReadMonitors(t, u.Monitors.emplace()); }},
+};
+
 constexpr Key<CodeRule> kCodeKeys[] = {
     {"code", [](Text t, CodeRule& c) { return ReadCode(t, c.Code); }},
     {"state", [](Text t, CodeRule& c) { return ReadChoice(t, kCodeStates, c.State); }},
@@ -214,6 +221,9 @@ class Reader {
     Problem Finish() {
         if (scenario_.RepeatFrom > scenario_.Phases.size())
             return "[drive] repeat-from: there is no phase " + std::to_string(scenario_.RepeatFrom);
+        if (scenario_.UnitRules.size() > static_cast<std::size_t>(scenario_.Units))
+            return "[unit " + std::to_string(scenario_.UnitRules.size()) +
+                   "] the vehicle has only " + std::to_string(scenario_.Units);
         for (std::size_t i = 0; i < scenario_.Codes.size(); ++i) {
             const std::string section = "[code " + std::to_string(i + 1) + "] ";
             if (scenario_.Codes[i].Code == 0) return section + "code: missing";
@@ -250,6 +260,10 @@ class Reader {
         if (section_.starts_with("phase ")) {
             if (Problem problem = Append(scenario_.Phases, 6); !problem.empty()) return problem;
             return Use(kPhaseKeys, scenario_.Phases.back());
+        }
+        if (section_.starts_with("unit ")) {
+            if (Problem problem = Append(scenario_.UnitRules, 5); !problem.empty()) return problem;
+            return Use(kUnitKeys, scenario_.UnitRules.back());
         }
         if (section_.starts_with("code ")) {
             if (Problem problem = Append(scenario_.Codes, 5); !problem.empty()) return problem;

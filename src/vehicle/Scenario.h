@@ -38,6 +38,15 @@ struct Padding {
     std::uint8_t Filler = 0;
 };
 
+/// What a control unit says of itself; one that has no rule says nothing, and the engine's tells
+/// one calibration.
+struct UnitRule {
+    std::string Name;                         ///< an acronym, "-" and a name: "ECM-EngineControl"
+    std::vector<std::string> Calibrations;    ///< identifications of its software
+    std::vector<std::uint8_t> Verifications;  ///< check sums over it, four bytes each
+    std::optional<std::uint8_t> Monitors;     ///< of kMonitors; none given: all of them
+};
+
 /// What a control unit knows a code as. Pending: seen once, not yet confirmed (mode 07 only).
 /// Permanent: cleared, but the monitors have not yet shown that the fault is gone (mode 0A only).
 enum class CodeState { Stored, Pending, Permanent };
@@ -120,6 +129,7 @@ struct Scenario {
     std::vector<DrivePhase> Phases;
     std::size_t RepeatFrom =
         0;  ///< phase (from 1) that follows the last one; 0: the last one stays
+    std::vector<UnitRule> UnitRules;  ///< of unit 1, 2 and so on, as far as there are any
     std::vector<CodeRule> Codes;
     std::vector<FaultRule> Faults;
 };

@@ -55,6 +55,15 @@ Problem ReadText(std::string_view text, std::size_t longest, std::string& value)
 
 Problem ReadVin(std::string_view text, std::string& value);
 
+/// The name of a control unit: an acronym, a dash and a text, "TCM-Transmission".
+Problem ReadUnitName(std::string_view text, std::string& value);
+
+/// Calibration identifications without blanks, with blanks between them.
+Problem ReadCalibrations(std::string_view text, std::vector<std::string>& value);
+
+/// Calibration verification numbers of four bytes each: "17 91 BC 82".
+Problem ReadVerifications(std::string_view text, std::vector<std::uint8_t>& value);
+
 /// A list of PIDs in hexadecimal: "05 0C".
 Problem ReadPids(std::string_view text, std::set<int>& value);
 

@@ -45,6 +45,7 @@ TroubleMemory::TroubleMemory(const Scenario& scenario, TakeFrame takeFrame)
       warmUpsBase_(scenario.WarmUps),
       incomplete_(scenario.OpenMonitors.value_or(scenario.MonitorsComplete ? kOpenAfterLongDrive
                                                                            : kMonitors)) {
+    for (const UnitRule& rule : scenario.UnitRules) monitors_.push_back(rule.Monitors);
     for (const CodeRule& rule : scenario.Codes) {
         if (rule.At > 0) {
             waiting_.push_back(rule);
@@ -123,6 +124,14 @@ TroubleStatus TroubleMemory::Status(int unit, const CarState& car) const {
     status.MonitorsIncomplete = incomplete_;
     status.CycleIncomplete =
         IncompleteAfter(std::min(car.WarmTime, car.EngineSeconds - clearedAt_));
+    const auto index = static_cast<std::size_t>(unit - 1);
+    if (index < monitors_.size() && monitors_[index]) {
+        status.Monitors = *monitors_[index];
+        // Only the engine's unit sees misfires and the fuel system.
+        if (unit > 1) status.Continuous = 0x04;
+    }
+    status.MonitorsIncomplete &= status.Monitors;
+    status.CycleIncomplete &= status.Monitors;
     return status;
 }
 

@@ -20,6 +20,8 @@ struct TroubleStatus {
     double DistanceSinceCleared = 0;  ///< km
     double MinutesSinceCleared = 0;
     int WarmUpsSinceCleared = 0;
+    std::uint8_t Continuous = 0x07;       ///< misfire, fuel system, components, as in PID 01 byte B
+    std::uint8_t Monitors = kMonitors;    ///< the others that the unit has, as in PID 01 byte C
     std::uint8_t MonitorsIncomplete = 0;  ///< since the codes were cleared, as in PID 01 byte D
     std::uint8_t CycleIncomplete = 0;     ///< since the engine was started, as in PID 41 byte D
 };
@@ -65,6 +67,7 @@ class TroubleMemory {
     double lampDistance_ = 0, lampMinutes_ = 0;
     double lastDistance_ = 0, lastSeconds_ = 0;
     std::uint8_t incomplete_;
+    std::vector<std::optional<std::uint8_t>> monitors_;  ///< of each unit that is said to have some
     double clearedAt_ = 0;  ///< the car's engine seconds when it was cleared
 };
 

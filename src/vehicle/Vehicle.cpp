@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "vehicle/Information.h"
+
 namespace dravik::vehicle {
 namespace {
 
@@ -10,7 +12,6 @@ constexpr std::uint8_t kModeNotSupported = 0x11;
 constexpr std::uint8_t kWrongFormat = 0x12;
 constexpr std::uint8_t kConditionsNotCorrect = 0x22;
 constexpr int kOdometer = 0xA6;
-constexpr const char* kCalibration = "DRAVIKVEHICLE001";  // 16 characters
 
 bool IsMask(int pid) {
     return pid % 0x20 == 0;
@@ -23,21 +24,6 @@ void Append(Bytes& message, const Bytes& more) {
 void AppendCode(Bytes& message, std::uint16_t code) {
     message.push_back(static_cast<std::uint8_t>(code >> 8));
     message.push_back(static_cast<std::uint8_t>(code & 0xFF));
-}
-
-/// A text in messages of four bytes, as buses without long messages carry it: mode, information
-/// type, message number, four bytes, with zeroes in front where the text is no multiple of four.
-std::vector<Bytes> ShortTextMessages(std::uint8_t type, const std::string& text) {
-    std::string padded((4 - text.size() % 4) % 4, '\0');
-    padded += text;
-    std::vector<Bytes> messages;
-    for (std::size_t i = 0; i < padded.size(); i += 4) {
-        Bytes message = {0x49, type, static_cast<std::uint8_t>(i / 4 + 1)};
-        message.insert(message.end(), padded.begin() + static_cast<std::ptrdiff_t>(i),
-                       padded.begin() + static_cast<std::ptrdiff_t>(i + 4));
-        messages.push_back(message);
-    }
-    return messages;
 }
 
 }  // namespace
@@ -93,7 +79,8 @@ std::vector<Bytes> Vehicle::Answer(int unit, const Bytes& request) {
         case 0x07:
             return CodeList(unit, 0x07, CodeState::Pending);
         case 0x09:
-            return unit == kEngineUnit ? Information(request) : std::vector<Bytes>();
+            if (request.size() != 2) return Refusal(unit, 0x09, kWrongFormat);
+            return InformationOf(scenario_, unit, request[1], LongMessages());
         case 0x0A:
             return CodeList(unit, 0x0A, CodeState::Permanent);
         default:
@@ -168,30 +155,6 @@ std::vector<Bytes> Vehicle::ClearAll() {
     if (!cleared_) trouble_.Clear(car_.State());
     cleared_ = true;
     return {{0x44}};
-}
-
-std::vector<Bytes> Vehicle::Information(const Bytes& request) const {
-    if (request.size() != 2) return Refusal(kEngineUnit, 0x09, kWrongFormat);
-    const std::uint8_t type = request[1];
-    const std::string text = type == 0x02 ? scenario_.Vin : type == 0x04 ? kCalibration : "";
-    if (!text.empty()) {
-        if (!LongMessages()) return ShortTextMessages(type, text);
-        Bytes message = {0x49, type, 0x01};
-        message.insert(message.end(), text.begin(), text.end());
-        return {message};
-    }
-    // Types 01 and 03 say how many short messages 02 and 04 take.
-    if (type == 0x00) {
-        Bytes message = {0x49, 0x00};
-        if (!LongMessages()) message.push_back(0x01);
-        Append(message, SupportMask(0, [this](int t) {
-                   return t == 2 || t == 4 || (!LongMessages() && (t == 1 || t == 3));
-               }));
-        return {message};
-    }
-    if (!LongMessages() && type == 0x01) return {{0x49, 0x01, 0x05}};
-    if (!LongMessages() && type == 0x03) return {{0x49, 0x03, 0x04}};
-    return {};
 }
 
 /// Only the units of the keyword protocols refuse a request that went to all of them; the others

@@ -45,7 +45,6 @@ class Vehicle {
     std::vector<Bytes> FrozenData(int unit, const Bytes& request) const;
     std::vector<Bytes> CodeList(int unit, std::uint8_t mode, CodeState state) const;
     std::vector<Bytes> ClearAll();
-    std::vector<Bytes> Information(const Bytes& request) const;
     std::vector<Bytes> Refusal(int unit, std::uint8_t mode, std::uint8_t reason) const;
     FrameValues TakeFrame(const CarState& car, std::uint16_t code) const;
 
