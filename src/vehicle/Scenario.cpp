@@ -161,6 +161,16 @@ constexpr Key<CodeRule> kCodeKeys[] = {
     {"frame-at", [](Text t, CodeRule& c) { return ReadNumber(t, 0, 86400, c.FrameAt); }},
 };
 
+constexpr Key<TestRule> kTestKeys[] = {
+    {"unit", [](Text t, TestRule& r) { return ReadInteger(t, 1, 4, r.Unit); }},
+    {"monitor", [](Text t, TestRule& r) { return ReadHex(t, r.Monitor); }},
+    {"test", [](Text t, TestRule& r) { return ReadHex(t, r.Test); }},
+    {"scaling", [](Text t, TestRule& r) { return ReadHex(t, r.Scaling); }},
+    {"value", [](Text t, TestRule& r) { return ReadHex(t, r.Value); }},
+    {"low", [](Text t, TestRule& r) { return ReadHex(t, r.Low.emplace()); }},
+    {"high", [](Text t, TestRule& r) { return ReadHex(t, r.High.emplace()); }},
+};
+
 constexpr Key<FaultRule> kFaultKeys[] = {
     {"kind", [](Text t, FaultRule& f) { return ReadChoice(t, kFaultKinds, f.Kind); }},
     {"at", [](Text t, FaultRule& f) { return ReadNumber(t, 0, kLongest, f.At); }},
@@ -234,6 +244,15 @@ class Reader {
             if (permanent && scenario_.Services.count(0x0A) == 0)
                 return section + "permanent: needs service 0A in [vehicle] services";
         }
+        for (std::size_t i = 0; i < scenario_.Tests.size(); ++i) {
+            const std::string section = "[test " + std::to_string(i + 1) + "] ";
+            if (scenario_.Tests[i].Monitor % 0x20 == 0)
+                return section + "monitor: missing, or the number of a mask";
+            if (scenario_.Tests[i].Unit > scenario_.Units)
+                return section + "unit: the vehicle has only " + std::to_string(scenario_.Units);
+            if (scenario_.Services.count(0x06) == 0)
+                return section + "needs service 06 in [vehicle] services";
+        }
         for (std::size_t i = 0; i < scenario_.Faults.size(); ++i) {
             if (!kindsGiven_[i]) return "[fault " + std::to_string(i + 1) + "] kind: missing";
             const FaultRule& fault = scenario_.Faults[i];
@@ -271,6 +290,10 @@ class Reader {
                 return ReadCodeKey(key, value, code);
             };
             return {};
+        }
+        if (section_.starts_with("test ")) {
+            if (Problem problem = Append(scenario_.Tests, 5); !problem.empty()) return problem;
+            return Use(kTestKeys, scenario_.Tests.back());
         }
         if (section_.starts_with("fault ")) {
             if (Problem problem = Append(scenario_.Faults, 6); !problem.empty()) return problem;

@@ -47,6 +47,16 @@ struct UnitRule {
     std::optional<std::uint8_t> Monitors;     ///< of kMonitors; none given: all of them
 };
 
+/// One result of an on-board test.
+struct TestRule {
+    int Unit = 1;
+    std::uint8_t Monitor = 0;  ///< what is tested; on the older buses the number of the test
+    std::uint8_t Test = 1;     ///< which of its tests; on the older buses the component, up to 7F
+    std::uint8_t Scaling = 1;  ///< unit and scaling of the numbers, CAN only; from 80 on signed
+    std::uint16_t Value = 0;
+    std::optional<std::uint16_t> Low, High;  ///< limits, where it has them
+};
+
 /// What a control unit knows a code as. Pending: seen once, not yet confirmed (mode 07 only).
 /// Permanent: cleared, but the monitors have not yet shown that the fault is gone (mode 0A only).
 enum class CodeState { Stored, Pending, Permanent };
@@ -131,6 +141,7 @@ struct Scenario {
         0;  ///< phase (from 1) that follows the last one; 0: the last one stays
     std::vector<UnitRule> UnitRules;  ///< of unit 1, 2 and so on, as far as there are any
     std::vector<CodeRule> Codes;
+    std::vector<TestRule> Tests;
     std::vector<FaultRule> Faults;
 };
 

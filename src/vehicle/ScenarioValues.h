@@ -28,6 +28,21 @@ Problem ReadInteger(std::string_view text, double low, double high, Integer& val
     return {};
 }
 
+/// Hexadecimal bytes with or without blanks: "1A F8"; nothing when the text is no such thing.
+std::optional<std::vector<std::uint8_t>> ToBytes(std::string_view text);
+
+/// A number of as many hexadecimal bytes as the target has, the highest first: "04 D2".
+template <typename Integer>
+Problem ReadHex(std::string_view text, Integer& value) {
+    const auto bytes = ToBytes(text);
+    if (!bytes || bytes->size() != sizeof(Integer))
+        return "expects hexadecimal bytes: " + std::to_string(sizeof(Integer));
+    std::uint32_t number = 0;
+    for (std::uint8_t byte : *bytes) number = number << 8 | byte;
+    value = static_cast<Integer>(number);
+    return {};
+}
+
 template <typename Value>
 struct Choice {
     const char* Word;
@@ -72,8 +87,5 @@ Problem ReadCode(std::string_view text, std::uint16_t& value);
 
 /// The beginning of a command, which is kept in upper case without blanks.
 Problem ReadMatch(std::string_view text, std::string& value);
-
-/// Hexadecimal bytes with or without blanks: "1A F8"; nothing when the text is no such thing.
-std::optional<std::vector<std::uint8_t>> ToBytes(std::string_view text);
 
 }  // namespace dravik::vehicle

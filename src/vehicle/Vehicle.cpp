@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "vehicle/Information.h"
+#include "vehicle/MonitorTests.h"
 
 namespace dravik::vehicle {
 namespace {
@@ -76,6 +77,10 @@ std::vector<Bytes> Vehicle::Answer(int unit, const Bytes& request) {
             return CodeList(unit, 0x03, CodeState::Stored);
         case 0x04:
             return ClearAll();
+        case 0x06:
+            if (request.size() != 2) return Refusal(unit, 0x06, kWrongFormat);
+            return TestResultsOf(scenario_, unit, request[1], LongMessages(),
+                                 trouble_.Status(unit, car_.State()));
         case 0x07:
             return CodeList(unit, 0x07, CodeState::Pending);
         case 0x09:

@@ -60,6 +60,48 @@ TEST(Information, OnOlderBusesComesInCountedMessagesOfFourBytes) {
           });
 }
 
+const char* const kTests =
+    "services = 01 02 03 04 06 07 09\nopen-monitors = oxygen-heaters\n"
+    "[test 1]\nmonitor = 01\ntest = 01\nscaling = 0A\nvalue = 0B B0\nlow = 0A 00\nhigh = 0C 00\n"
+    "[test 2]\nmonitor = 01\ntest = 85\nscaling = 24\nvalue = 00 96\nlow = 00 4B\n"
+    "[test 3]\nmonitor = 41\ntest = 80\nscaling = 96\nvalue = FF 38\nhigh = 01 00\n"
+    "[test 4]\nmonitor = A2\ntest = 0B\nscaling = FE\nvalue = 00 05\n"
+    "[interface]\nblank-at-line-end = no\n";
+
+TEST(TestResults, OnCanCarryScalingAndBothLimits) {
+    Check(
+        std::string("[vehicle]\nprotocol = can-11-500\n") + kTests,
+        {
+            {"0600", {"46 00 80 00 00 01"}},
+            {"0620", {"46 20 00 00 00 01"}},
+            {"0640", {"46 40 80 00 00 01"}},
+            {"0660", {"46 60 00 00 00 01"}},
+            {"0680", {"46 80 00 00 00 01"}},
+            {"06A0", {"46 A0 40 00 00 00"}},
+            {"06C0", {"NO DATA"}},
+            {"0601",
+             {"013", "0: 46 01 01 0A 0B B0", "1: 0A 00 0C 00 01 85 24", "2: 00 96 00 4B FF FF 00"}},
+            // The heaters have not been tested yet.
+            {"0641", {"00A", "0: 46 41 80 96 00 00", "1: 00 00 00 00 00 00 00"}},
+            {"06A2", {"00A", "0: 46 A2 0B FE 00 05", "1: 80 00 7F FF 00 00 00"}},
+            {"0602", {"NO DATA"}},
+            // Nothing has been tested after a clear but what is watched all the time.
+            {"04", {"44"}},
+            {"0601",
+             {"013", "0: 46 01 01 0A 00 00", "1: 00 00 00 00 01 85 24", "2: 00 00 00 00 00 00 00"}},
+            {"06A2", {"00A", "0: 46 A2 0B FE 00 05", "1: 80 00 7F FF 00 00 00"}},
+        });
+}
+
+TEST(TestResults, OnOlderBusesCarryOneLimitEach) {
+    Check(std::string("[vehicle]\nprotocol = iso9141\n") + kTests,
+          {
+              {"0600", {"46 00 FF 80 00 00 01"}},
+              {"0601", {"46 01 01 0B B0 0C 00", "46 01 81 0B B0 0A 00", "46 01 85 00 96 00 4B"}},
+              {"06A2", {"46 A2 0B 00 05 FF FF"}},
+          });
+}
+
 TEST(Information, NumbersOfFramesBeginAgainAfterFifteen) {
     Desk desk(std::string("[vehicle]\nprotocol = can-11-500\n[unit 1]\n") +
               "calibrations = 1 2 3 4 5 6 7 8\n" + kIdle);
