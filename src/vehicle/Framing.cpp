@@ -143,7 +143,8 @@ std::vector<ShownFrame> FormatReply(const ProtocolRow& protocol, const UnitReply
                                     const FrameStyle& style) {
     std::vector<ShownFrame> frames;
     for (const Bytes& message : reply.Messages) {
-        const bool pending = IsPending(message);
+        std::optional<double> pending;
+        if (IsPending(message)) pending = reply.PendingTime;
         if (!IsCan(protocol)) {
             frames.push_back(
                 {reply.Unit,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "vehicle/Random.h"
 #include "vehicle/Vehicle.h"
 
@@ -33,7 +35,7 @@ struct FrameStyle {
 /// byte is followed by a blank, the last one too.
 struct ShownFrame {
     int Unit = 1;
-    bool Pending = false;  ///< it only says that the answer takes longer
+    std::optional<double> Pending;  ///< it asks for patience: seconds until the next one
     std::vector<std::string> Lines;
 };
 

@@ -175,12 +175,16 @@ void InterfaceProtocol::RunRequest(double now, const std::string& digits) {
 
     const auto frames = AnswerOf(digits);
     std::set<int> heard;
+    std::optional<double> pending;
     for (const ShownFrame& frame : frames) {
         double delay = kLineGap;
         if (heard.empty())
             delay = scenario_.BusLatency;
+        else if (pending)
+            delay = *pending;
         else if (heard.count(frame.Unit) == 0)
             delay = scenario_.BusLatency / 2;
+        pending = frame.Pending;
         heard.insert(frame.Unit);
         for (const std::string& line : frame.Lines) {
             std::string text = line;
@@ -190,6 +194,8 @@ void InterfaceProtocol::RunRequest(double now, const std::string& digits) {
             delay = kLineGap;
         }
     }
+    if (pending && scenario_.WaitsForPending)
+        reply.push_back({*pending, ""});  // it has waited in vain
     if (frames.empty()) {
         if (!vehicle_.Awake()) connected_ = false;  // the next request has to search again
         reply.push_back({scenario_.NoDataTime, "NO DATA" + LineEnd()});
@@ -208,6 +214,15 @@ std::vector<ShownFrame> InterfaceProtocol::AnswerOf(const std::string& digits) {
     std::vector<std::vector<ShownFrame>> units;
     for (const UnitReply& reply : vehicle_.Request(request))
         units.push_back(FormatReply(*FindProtocol(protocol_), reply, style));
+    if (!scenario_.WaitsForPending) {
+        // It takes a unit that asks for patience as one that has answered.
+        for (auto& frames : units) {
+            const auto last =
+                std::find_if(frames.begin(), frames.end(),
+                             [](const ShownFrame& frame) { return frame.Pending.has_value(); });
+            if (last != frames.end()) frames.erase(last + 1, frames.end());
+        }
+    }
     return OnTheBus(std::move(units), scenario_.Order, random_);
 }
 

@@ -57,6 +57,10 @@ class Reader {
             if (scenario_.Services.count(0x06) == 0)
                 return section + "needs service 06 in [vehicle] services";
         }
+        for (std::size_t i = 0; i < scenario_.Refusals.size(); ++i) {
+            if (scenario_.Refusals[i].Request.empty())
+                return "[refusal " + std::to_string(i + 1) + "] request: missing";
+        }
         for (std::size_t i = 0; i < scenario_.Faults.size(); ++i) {
             if (!kindsGiven_[i]) return "[fault " + std::to_string(i + 1) + "] kind: missing";
             const FaultRule& fault = scenario_.Faults[i];
@@ -95,6 +99,10 @@ class Reader {
         if (section_.starts_with("test ")) {
             if (Problem problem = Append(scenario_.Tests, 5); !problem.empty()) return problem;
             return Use(ReadElementKey, scenario_.Tests.back());
+        }
+        if (section_.starts_with("refusal ")) {
+            if (Problem problem = Append(scenario_.Refusals, 8); !problem.empty()) return problem;
+            return Use(ReadElementKey, scenario_.Refusals.back());
         }
         if (section_.starts_with("fault ")) {
             if (Problem problem = Append(scenario_.Faults, 6); !problem.empty()) return problem;

@@ -57,6 +57,18 @@ struct TestRule {
     std::optional<std::uint16_t> Low, High;  ///< limits, where it has them
 };
 
+/// A request that a control unit does not simply answer. It may ask for patience first, as often as
+/// Pending says; then it answers, refuses with a reason, or never says anything again.
+struct RefusalRule {
+    std::vector<std::uint8_t> Request;  ///< how the request begins; empty: any
+    int Unit = 1;                       ///< 0: every unit
+    int Pending = 0;
+    double PendingTime = 0.05;  ///< seconds from one message to the next
+    enum class Ending { Answer, Refusal, Silence } Then = Ending::Refusal;
+    std::uint8_t Reason = 0x11;
+    int Times = std::numeric_limits<int>::max();  ///< requests that it hits at most
+};
+
 /// What a control unit knows a code as. Pending: seen once, not yet confirmed (mode 07 only).
 /// Permanent: cleared, but the monitors have not yet shown that the fault is gone (mode 0A only).
 enum class CodeState { Stored, Pending, Permanent };
@@ -135,6 +147,7 @@ struct Scenario {
     double SearchTime = 0.6;
     double BusLatency = 0.02;
     double NoDataTime = 0.1;
+    bool WaitsForPending = true;  ///< goes on listening when a unit asks for patience
 
     std::vector<DrivePhase> Phases;
     std::size_t RepeatFrom =
@@ -142,6 +155,7 @@ struct Scenario {
     std::vector<UnitRule> UnitRules;  ///< of unit 1, 2 and so on, as far as there are any
     std::vector<CodeRule> Codes;
     std::vector<TestRule> Tests;
+    std::vector<RefusalRule> Refusals;
     std::vector<FaultRule> Faults;
 };
 

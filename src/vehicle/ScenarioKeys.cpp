@@ -58,6 +58,12 @@ constexpr Choice<std::uint8_t> kMonitorNames[] = {
     {"oxygen-sensors", 0x20}, {"oxygen-heaters", 0x40},
 };
 
+constexpr Choice<RefusalRule::Ending> kRefusalEndings[] = {
+    {"answer", RefusalRule::Ending::Answer},
+    {"refusal", RefusalRule::Ending::Refusal},
+    {"silence", RefusalRule::Ending::Silence},
+};
+
 constexpr double kLongest = 1e7;  // seconds; some months, and no clock arithmetic goes wrong
 
 template <typename Target>
@@ -67,6 +73,13 @@ struct Key {
 };
 
 using Text = std::string_view;
+
+Problem ReadRequest(Text text, std::vector<std::uint8_t>& value) {
+    const auto bytes = ToBytes(text);
+    if (!bytes) return "expects the hexadecimal bytes of a request";
+    value = *bytes;
+    return {};
+}
 
 /// Names of monitors with blanks between them, as the bits of PID 01 byte C or D.
 Problem ReadMonitors(Text text, std::uint8_t& value) {
@@ -123,6 +136,7 @@ constexpr Key<Scenario> kInterfaceKeys[] = {
     {"reset-time", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60, s.ResetTime); }},
     {"search-time", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60, s.SearchTime); }},
     {"bus-latency", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60, s.BusLatency); }},
+    {"waits-for-pending", [](Text t, Scenario& s) { return ReadSwitch(t, s.WaitsForPending); }},
     {"no-data-time", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60, s.NoDataTime); }},
 };
 
@@ -162,6 +176,16 @@ constexpr Key<TestRule> kTestKeys[] = {
     {"value", [](Text t, TestRule& r) { return ReadHex(t, r.Value); }},
     {"low", [](Text t, TestRule& r) { return ReadHex(t, r.Low.emplace()); }},
     {"high", [](Text t, TestRule& r) { return ReadHex(t, r.High.emplace()); }},
+};
+
+constexpr Key<RefusalRule> kRefusalKeys[] = {
+    {"request", [](Text t, RefusalRule& r) { return ReadRequest(t, r.Request); }},
+    {"unit", [](Text t, RefusalRule& r) { return ReadInteger(t, 0, 4, r.Unit); }},
+    {"pending", [](Text t, RefusalRule& r) { return ReadInteger(t, 0, 50, r.Pending); }},
+    {"pending-time", [](Text t, RefusalRule& r) { return ReadNumber(t, 0, 60, r.PendingTime); }},
+    {"then", [](Text t, RefusalRule& r) { return ReadChoice(t, kRefusalEndings, r.Then); }},
+    {"reason", [](Text t, RefusalRule& r) { return ReadHex(t, r.Reason); }},
+    {"times", [](Text t, RefusalRule& r) { return ReadInteger(t, 1, 1e6, r.Times); }},
 };
 
 constexpr Key<FaultRule> kFaultKeys[] = {
@@ -226,6 +250,10 @@ Problem ReadElementKey(const std::string& name, Text value, CodeRule& code) {
 
 Problem ReadElementKey(const std::string& name, Text value, TestRule& test) {
     return ReadByTable(kTestKeys, name, value, test);
+}
+
+Problem ReadElementKey(const std::string& name, Text value, RefusalRule& refusal) {
+    return ReadByTable(kRefusalKeys, name, value, refusal);
 }
 
 Problem ReadElementKey(const std::string& name, Text value, FaultRule& fault) {

@@ -16,6 +16,7 @@ Problem ReadElementKey(const std::string& name, std::string_view value, DrivePha
 Problem ReadElementKey(const std::string& name, std::string_view value, UnitRule& unit);
 Problem ReadElementKey(const std::string& name, std::string_view value, CodeRule& code);
 Problem ReadElementKey(const std::string& name, std::string_view value, TestRule& test);
+Problem ReadElementKey(const std::string& name, std::string_view value, RefusalRule& refusal);
 Problem ReadElementKey(const std::string& name, std::string_view value, FaultRule& fault);
 
 }  // namespace dravik::vehicle

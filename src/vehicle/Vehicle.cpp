@@ -31,6 +31,7 @@ void AppendCode(Bytes& message, std::uint16_t code) {
 
 Vehicle::Vehicle(const Scenario& scenario)
     : scenario_(scenario),
+      timesRefused_(scenario.Refusals.size(), 0),
       car_(scenario_),
       trouble_(scenario_,
                [this](const CarState& car, std::uint16_t code) { return TakeFrame(car, code); }) {}
@@ -45,10 +46,32 @@ std::vector<UnitReply> Vehicle::Request(const Bytes& request) {
     if (!Awake() || request.empty()) return replies;
     cleared_ = false;
     for (int unit = 1; unit <= scenario_.Units; ++unit) {
-        auto messages = Answer(unit, request);
-        if (!messages.empty()) replies.push_back({unit, std::move(messages)});
+        UnitReply reply = ReplyOf(unit, request);
+        if (!reply.Messages.empty()) replies.push_back(std::move(reply));
     }
     return replies;
+}
+
+UnitReply Vehicle::ReplyOf(int unit, const Bytes& request) {
+    for (std::size_t i = 0; i < scenario_.Refusals.size(); ++i) {
+        const RefusalRule& rule = scenario_.Refusals[i];
+        const bool meant = rule.Unit == 0 || rule.Unit == unit;
+        const bool begins = rule.Request.size() <= request.size() &&
+                            std::equal(rule.Request.begin(), rule.Request.end(), request.begin());
+        if (!meant || !begins || timesRefused_[i] >= rule.Times) continue;
+        ++timesRefused_[i];
+        UnitReply reply{unit, {}, rule.PendingTime};
+        if (rule.Then == RefusalRule::Ending::Answer) {
+            reply.Messages = Answer(unit, request);
+            if (reply.Messages.empty()) return reply;
+        } else if (rule.Then == RefusalRule::Ending::Refusal) {
+            reply.Messages = {{kRefused, request[0], rule.Reason}};
+        }
+        reply.Messages.insert(reply.Messages.begin(), static_cast<std::size_t>(rule.Pending),
+                              {kRefused, request[0], kAnswerPending});
+        return reply;
+    }
+    return {unit, Answer(unit, request)};
 }
 
 bool Vehicle::Supports(int unit, int pid) const {

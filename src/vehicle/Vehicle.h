@@ -16,6 +16,7 @@ inline constexpr std::uint8_t kAnswerPending = 0x78;
 struct UnitReply {
     int Unit = 1;
     std::vector<Bytes> Messages;
+    double PendingTime = 0;  ///< seconds from a message that asks for patience to the next one
 };
 
 /// The car and its control units: the engine's, which answers everything, and as many others as the
@@ -40,6 +41,7 @@ class Vehicle {
     bool Supports(int unit, int pid) const;
 
  private:
+    UnitReply ReplyOf(int unit, const Bytes& request);
     std::vector<Bytes> Answer(int unit, const Bytes& request);
     std::vector<Bytes> LiveData(int unit, const Bytes& request) const;
     std::vector<Bytes> FrozenData(int unit, const Bytes& request) const;
@@ -49,6 +51,7 @@ class Vehicle {
     FrameValues TakeFrame(const CarState& car, std::uint16_t code) const;
 
     Scenario scenario_;
+    std::vector<int> timesRefused_;  ///< by rule
     CarModel car_;
     TroubleMemory trouble_;
     bool cleared_ = false;  ///< by the request that is being answered

@@ -32,6 +32,8 @@ TEST(ScenarioFile, SaysWhatIsWrongWithFileSectionAndKey) {
         {"[test 1]\nmonitor = 21\n", "[test 1] needs service 06"},
         {"[test 1]\nmonitor = 20\n", "[test 1] monitor:"},
         {"[test 1]\nvalue = 21\n", "[test 1] value:"},
+        {"[refusal 1]\nreason = 22\n", "[refusal 1] request:"},
+        {"[refusal 1]\nthen = perhaps\n", "[refusal 1] then:"},
         {"[phase 2]\n", "[phase 2]"},
         {"[drive]\nrepeat-from = 1\n", "[drive] repeat-from:"},
         {"[code 1]\nlamp = on\n", "[code 1] code:"},
