@@ -63,6 +63,32 @@ auto FindSkin(const std::vector<std::string>& names, const std::string& name) {
                         [&name](const std::string& skin) { return EqualsNoCase(skin, name); });
 }
 
+std::string SkinFileOf(const std::string& skin) {
+    return DataFile(basGlobal.SkinPath + skin + std::string(kIniExtension));
+}
+
+/// True for a skin that is made for screens that stand upright.
+bool Upright(const std::string& skin) {
+    const std::string file = SkinFileOf(skin);
+    const auto size = [&file](const char* key) { return ReadProfileInt(file, "General", key, 0); };
+    return size("Height") > size("Width");
+}
+
+/// True when both are for the day, or neither.
+bool SameLook(const std::string& one, const std::string& other) {
+    const auto look = [](const std::string& skin) {
+        return ReadProfileString(SkinFileOf(skin), "General", "Look", "", 255);
+    };
+    return EqualsNoCase(look(one), look(other));
+}
+
+/// The skins of that shape, in alphabetical order.
+std::vector<std::string> SkinsThatStand(bool upright) {
+    std::vector<std::string> names = SkinNames();
+    std::erase_if(names, [upright](const std::string& name) { return Upright(name) != upright; });
+    return names;
+}
+
 }  // namespace
 
 std::vector<std::string> SkinNames() {
@@ -95,11 +121,26 @@ bool ChooseSkin(const std::string& name) {
 }
 
 bool ChooseNextSkin() {
-    const std::vector<std::string> names = SkinNames();
+    const std::vector<std::string> names = SkinsThatStand(Upright(CurrentSkin()));
     if (names.empty()) return false;
     const auto found = FindSkin(names, CurrentSkin());
     const bool last = found == names.end() || std::next(found) == names.end();
     return ChooseSkin(last ? names.front() : *std::next(found));
+}
+
+void ChooseSkinForScreen(bool upright) {
+    GlobalState& g = basGlobal;
+    const std::string current = CurrentSkin();
+    if (!g.Launch.Skin.empty() || Upright(current) == upright) return;
+    const std::vector<std::string> names = SkinsThatStand(upright);
+    const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
+        return SameLook(name, current);
+    });
+    if (found == names.end()) return;
+    if (g.Launch.DemoDevice.empty())
+        ChooseSkin(*found);
+    else
+        g.ChosenSkin = *found;
 }
 
 bool FollowClock() {

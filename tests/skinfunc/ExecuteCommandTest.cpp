@@ -419,6 +419,35 @@ TEST_F(Dispatcher, ASkinIsChosenAtOnceAndKept) {
     EXPECT_EQ(CurrentSkin(), ReadIniString(basGlobal.IniFile, "Options", "Skin"));
 }
 
+TEST_F(Dispatcher, SkinsAreThoseForTheShapeOfTheScreen) {
+    for (const char* name : {"tall", "tall-day", "wide", "wide-day"}) {
+        const bool tall = *name == 't';
+        WriteFile("skins/" + std::string(name) + ".ini",
+                  std::string(tall ? "[General]\nWidth=480\nHeight=800\n"
+                                   : "[General]\nWidth=800\nHeight=480\n") +
+                      (std::string(name).ends_with("day") ? "Look=day\n" : ""));
+    }
+    WriteFile("Dravik.ini", "[Options]\nSkin=wide\n");
+    LoadSettings();
+    for (const char* next : {"wide-day", "wide"}) {
+        EXPECT_TRUE(ChooseNextSkin());
+        EXPECT_EQ(CurrentSkin(), next);
+    }
+    ChooseSkinForScreen(false);
+    EXPECT_EQ(CurrentSkin(), "wide");
+    basGlobal.Launch.DemoDevice = "demo";
+    ChooseSkinForScreen(true);
+    EXPECT_EQ(CurrentSkin(), "tall") << "the night stays night, whichever file comes first";
+    EXPECT_EQ(ReadFile("Dravik.ini"), "[Options]\nSkin=wide\n") << "a demonstration";
+    basGlobal.Launch.DemoDevice.clear();
+    ChooseSkin("wide-day");
+    ChooseSkinForScreen(true);
+    EXPECT_EQ(ReadFile("Dravik.ini"), "[Options]\nSkin=tall-day\n");
+    basGlobal.Launch.Skin = "wide";
+    ChooseSkinForScreen(true);
+    EXPECT_EQ(CurrentSkin(), "wide") << "as the command line has it";
+}
+
 TEST_F(Dispatcher, TheSkinForTheNightComesAndGoesByTheClock) {
     const LocalTime now = SystemTime();
     const auto at = [&now](int minutes) {
