@@ -35,17 +35,6 @@ std::optional<int> MinutesOf(const std::string& text) {
     return *hour * 60 + *minute;
 }
 
-/// True from NightFrom to NightTo, over midnight if need be. Without both, or a skin for the night,
-/// it is never night.
-bool NightByClock() {
-    const auto from = MinutesOf(ReadOption("NightFrom"));
-    const auto to = MinutesOf(ReadOption("NightTo"));
-    if (!from || !to || ReadOption("NightSkin").empty()) return false;
-    const LocalTime time = SystemTime();
-    const int now = time.Hour * 60 + time.Minute;
-    return *from <= *to ? now >= *from && now < *to : now >= *from || now < *to;
-}
-
 /// Names of the ini files of a folder, without the extension.
 std::vector<std::string> IniNames(const std::string& folder) {
     std::vector<std::string> names;
@@ -61,6 +50,22 @@ std::vector<std::string> IniNames(const std::string& folder) {
 auto FindSkin(const std::vector<std::string>& names, const std::string& name) {
     return std::find_if(names.begin(), names.end(),
                         [&name](const std::string& skin) { return EqualsNoCase(skin, name); });
+}
+
+bool SkinExists(const std::string& name) {
+    const std::vector<std::string> names = SkinNames();
+    return FindSkin(names, name) != names.end();
+}
+
+/// True from NightFrom to NightTo, over midnight if need be. Without both, or a skin for the night,
+/// it is never night: at least the other one is there to be seen.
+bool NightByClock() {
+    const auto from = MinutesOf(ReadOption("NightFrom"));
+    const auto to = MinutesOf(ReadOption("NightTo"));
+    if (!from || !to || !SkinExists(ReadOption("NightSkin"))) return false;
+    const LocalTime time = SystemTime();
+    const int now = time.Hour * 60 + time.Minute;
+    return *from <= *to ? now >= *from && now < *to : now >= *from || now < *to;
 }
 
 std::string SkinFileOf(const std::string& skin) {
