@@ -386,7 +386,14 @@ TEST_F(Dispatcher, APickedSensorIsKnownByItsStandInAndKeptInTheSettings) {
     NameSensors({"rpm.engine", "speed"});
     basGlobal.Sensors[1].Caption = "Tempo";
     const auto caption = [](std::string function) { return LabelText(function); };
-    EXPECT_EQ(caption("sensorcaption_picked"), "Off") << "none is picked";
+    // A tile without a sensor must not show the names of functions.
+    basGlobal.PanelSensors[0] = "gone";
+    for (const std::string tile : {"picked", "panel1"}) {
+        EXPECT_EQ(caption("sensorcaption_" + tile) + caption("sensorunit_" + tile), "");
+        EXPECT_EQ(caption("word_live_" + tile), "\u2013");
+        EXPECT_EQ(caption("word_highest_" + tile), "\u2013");
+    }
+    basGlobal.PanelSensors[0] = "rpm.engine";
     EXPECT_THAT(Run("openvalue_nonsense"), IsEmpty());
     EXPECT_EQ(Only("openvalue_speed"), "page value");
     EXPECT_EQ(caption("sensorcaption_picked"), "Tempo");
