@@ -6,7 +6,7 @@ import sensors
 from icons import icon
 from palette import number
 from parts import COLUMNS, ON_PANEL, ROWS, THIRD, THIRDS
-from skin import NARROW, PLAIN, TOUCH, Section
+from skin import LEAST_TEXT, NARROW, PLAIN, TOUCH, Section
 from values import choices, panel, value
 from welcome import find, language, welcome
 
@@ -174,7 +174,7 @@ def chart(skin):
         parts.figure(page, name, x + 180, y + 30, 103, 21, 56)
         page.add("Chart", "sensor_" + name, X=x + 4, Y=y + 39, Time=60, Mode=0,
                  Color=number(c["accent"]), GridColor=number(c["grid"]), Background="chart.png",
-                 Known=1)
+                 Font=NARROW, FontSize=LEAST_TEXT, Known=1)
         page.button("openvalue_" + name, x, y, parts.glass(skin, 346, 195), i)
     keys = [("pause_chartall", "pause", "Pause"), ("clr_chartall", "clear", "Clear"),
             ("snapshot_all", "snapshot", "Picture")]
