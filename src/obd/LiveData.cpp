@@ -2,6 +2,7 @@
 #include <string_view>
 
 #include "core/basGlobal.h"
+#include "obd/DataBytes.h"
 #include "obd/LinkFaults.h"
 #include "obd/basOBD.h"
 #include "platform/At.h"
@@ -82,12 +83,14 @@ bool StoreValue(const std::string& line) {
     if (!value || pid >= g.LiveRaw.size()) return false;
     const bool freeze = FreezeFrameMode();
     (freeze ? g.FreezeRaw : g.LiveRaw)[pid] = *value;
+    (freeze ? g.FreezeSize : g.LiveSize)[pid] = DataSize(line, freeze);
     // A refusal is stored, too, but nobody may take it for a measurement.
     if (mode != kReplyOffset + (freeze ? kFreezeMode : kLiveMode)) return true;
     if (!freeze) {
         const bool first = g.LiveAt[pid] == 0;
         g.LiveLeast[pid] = first ? *value : std::min(g.LiveLeast[pid], *value);
         g.LiveGreatest[pid] = first ? *value : std::max(g.LiveGreatest[pid], *value);
+        NoteRanges(pid, first);
     }
     (freeze ? g.FreezeAt : g.LiveAt)[pid] = HighResTimer();
     return true;

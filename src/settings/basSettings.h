@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -110,6 +111,11 @@ void BringUpKeyboard();
 
 /// The sensor files that a language file names, for all units.
 std::vector<std::string> SensorFilesOf(const std::string& languageFile);
+
+/// The bytes that a sensor names, "2" or "0-1", with the number that stands for no value behind
+/// them if there is one, as in "1!FF"; nothing for an empty text. A text that names none of the
+/// bytes that a number holds gives a range that no reply has.
+std::optional<ByteRange> ReadByteRange(std::string_view text);
 
 /// The sensors of the section SensorConfig of a sensor file, at most kSensorLimit, all of them off.
 std::vector<SensorRecord> ReadSensors(const std::string& sensorFile);

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "obd/basOBD.h"
 #include "platform/Clock.h"
 #include "platform/KeyState.h"
 #include "settings/Words.h"
@@ -56,6 +57,35 @@ TEST_F(Evaluators, ImageFunctionsFollowTheSelection) {
         EXPECT_EQ(Image(row.Function), row.On)
             << row.Function << " " << row.Button << " " << row.Slider;
     }
+}
+
+TEST_F(Evaluators, SensorsOfOneReplyShowEachItsOwnBytes) {
+    NameSensors({"volt", "trim"});
+    for (SensorRecord& sensor : SensorsInUse()) sensor.Source = "obd_14";
+    basGlobal.Sensors[0].Bytes = ByteRange{.First = 0, .Last = 0};
+    basGlobal.Sensors[0].Factor = 0.005F;
+    basGlobal.Sensors[1].Bytes = ByteRange{.First = 1, .Last = 1, .Absent = 0xFF};
+    basGlobal.Sensors[1].Factor = -1;
+    basGlobal.Sensors[1].Offset = 100;
+    basGlobal.ConnState = kReceivingData;
+    HandlePidReply("41 14 5A 80\r\r>");
+    EXPECT_THAT(Number("sensor_volt"), FloatEq(0.45F));
+    EXPECT_EQ(Number("live_trim"), -28);
+    HandlePidReply("41 14 14 60\r\r>");
+    EXPECT_THAT(Number("lowest_volt"), FloatEq(0.1F));
+    EXPECT_THAT(Number("highest_volt"), FloatEq(0.45F));
+    EXPECT_EQ(Number("lowest_trim"), -28);
+    EXPECT_EQ(Number("highest_trim"), 4);
+    EXPECT_TRUE(Image("known_trim"));
+
+    for (const char* reply : {"41 14 5A\r\r>", "41 14 5A FF\r\r>"}) {
+        HandlePidReply(reply);
+        EXPECT_THAT(Number("live_volt"), FloatEq(0.45F));
+        EXPECT_FALSE(Image("known_trim")) << reply;
+        EXPECT_EQ(Label("live_trim"), "–") << reply;
+        EXPECT_FALSE(ElementKnown("sensor_trim")) << reply;
+    }
+    EXPECT_EQ(Label("highest_trim"), "–");
 }
 
 TEST_F(Evaluators, ImageFunctionsFollowTheState) {
