@@ -42,12 +42,12 @@ make_foreign_deb() {
         )" bookworm "$root" http://deb.debian.org/debian
         touch "$cache/complete"
     fi
-    mkdir -p "$root/source" "$root/build" dist
+    mkdir -p "$root/source" dist
     # The mounts end with the namespace, however the build ends.
     SOURCE=$PWD ROOT=$root unshare --mount --fork bash -euc '
         mount --bind "$SOURCE" "$ROOT/source"
         mount -t proc proc "$ROOT/proc"
-        exec chroot "$ROOT" /source/packaging/debian/cross-build.sh /build "$@"' bash "$@"
+        exec chroot "$ROOT" /source/packaging/debian/cross-build.sh "$@"' bash "$@"
 }
 cross_packages=(g++ g++-aarch64-linux-gnu cmake ninja-build ccache qt6-base-dev:amd64
     qt6-base-dev:arm64 libgl-dev:arm64 python3 cmark-gfm git dpkg-dev qemu-user-static

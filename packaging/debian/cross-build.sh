@@ -2,10 +2,9 @@
 # Builds and packs Dravik for arm64 inside the chroot of scripts/package.sh, where the source tree is
 # /source. Options of the build may follow.
 #
-#   packaging/debian/cross-build.sh BUILD [OPTION]...
+#   packaging/debian/cross-build.sh [OPTION]...
 set -euo pipefail
-build=$1
-shift
+build=/source/build-arm64
 
 git config --global --replace-all safe.directory '*'  # the tree belongs to whoever called
 cmake -S /source -B "$build" -G Ninja --log-level=WARNING \
