@@ -87,12 +87,14 @@ QWidget* MakeAboutTab() {
     column->addWidget(title);
     column->addWidget(build);
     column->addWidget(credits);
-    column->addSpacing(Px(12));
-    column->addWidget(MakeLink("lblHyperlink", homepage, QUrl(homepage)), 0, Qt::AlignLeft);
-    column->addWidget(MakeLink("lblForum", forum, QUrl(forum)), 0, Qt::AlignLeft);
-    column->addWidget(MakeLink("lblEmail", email, MailAddress()), 0, Qt::AlignLeft);
+    auto* links = new QVBoxLayout;  // close together, so that all are seen without pushing
+    links->setSpacing(Px(2));
+    links->addWidget(MakeLink("lblHyperlink", homepage, QUrl(homepage)), 0, Qt::AlignLeft);
+    links->addWidget(MakeLink("lblForum", forum, QUrl(forum)), 0, Qt::AlignLeft);
+    links->addWidget(MakeLink("lblEmail", email, MailAddress()), 0, Qt::AlignLeft);
     if (const std::string file = FirstDocument(); !file.empty())
-        column->addWidget(MakeDocuments(file), 0, Qt::AlignLeft);
+        links->addWidget(MakeDocuments(file), 0, Qt::AlignLeft);
+    column->addLayout(links);
     column->addStretch();
 
     auto* tab = new QScrollArea;
