@@ -47,10 +47,11 @@ make_foreign_deb() {
     SOURCE=$PWD ROOT=$root unshare --mount --fork bash -euc '
         mount --bind "$SOURCE" "$ROOT/source"
         mount -t proc proc "$ROOT/proc"
-        exec chroot "$ROOT" /source/packaging/debian/cross-build.sh "$@"' bash "$@"
+        exec chroot "$ROOT" /source/packaging/debian/cross-build.sh "$@"' bash \
+        -DDRAVIK_COMMIT="$(git describe --always '--exclude=*' --abbrev=12 --dirty=+)" "$@"
 }
 cross_packages=(g++ g++-aarch64-linux-gnu cmake ninja-build ccache qt6-base-dev:amd64
-    qt6-base-dev:arm64 libgl-dev:arm64 python3 cmark-gfm git dpkg-dev qemu-user-static
+    qt6-base-dev:arm64 libgl-dev:arm64 python3 cmark-gfm dpkg-dev qemu-user-static
     fonts-dejavu-core fonts-dejavu-extra)
 
 what=${1:-}

@@ -72,7 +72,8 @@ all_files >/tmp/fresh
 step "The version before is installed with nothing but its dependencies"
 apt install $here/before.deb
 grep dialout /tmp/said || fail "nobody says how to reach a serial port"
-run dravik --version
+run dravik --version | tee /tmp/version
+grep -q 'commit [0-9a-f]' /tmp/version || fail "nobody knows from what it was built"
 run dravik-vehicle --version
 run dravik --check-skin || fail "the installed skin is not whole"
 expect_running "$(start_demo before)" "Dashboard"
