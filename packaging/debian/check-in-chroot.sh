@@ -65,7 +65,8 @@ if [ "$ARCH" != "$(dpkg --print-architecture)" ]; then
     emulator=(qemu-aarch64-static)
 fi
 apt update
-[ ${#emulator[@]} -eq 0 ] || apt install qemu-user-static
+# Beside the emulator what every system of that architecture has.
+[ ${#emulator[@]} -eq 0 ] || apt install qemu-user-static "libc6:$ARCH" "libgcc-s1:$ARCH"
 useradd --create-home --key HOME_MODE=0700 $driver
 all_files >/tmp/fresh
 
@@ -111,5 +112,8 @@ grep -qx Skin=mine $settings || fail "the removal has touched the user's folder"
 dpkg --purge "dravik:$ARCH" 2>&1 | grep -v "ignoring request to remove" || true  # nothing is left
 apt autoremove --purge
 all_files >/tmp/purged
-diff /tmp/fresh /tmp/purged || fail "the system is not as it was"
+diff /tmp/fresh /tmp/purged >/tmp/traces || {
+    head -n 20 /tmp/traces
+    fail "the system is not as it was"
+}
 echo "passed: $ARCH"
