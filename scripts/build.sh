@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/install-packages.sh g++ cmake ninja-build ccache qt6-base-dev libgl-dev \
-    libgtest-dev libgmock-dev libbenchmark-dev fonts-dejavu-core fonts-dejavu-extra python3
+    libgtest-dev libgmock-dev libbenchmark-dev fonts-dejavu-core fonts-dejavu-extra python3 cmark-gfm
 
 preset=${1:-release}
 shift || true

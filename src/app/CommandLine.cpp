@@ -21,7 +21,7 @@ Turns a touch-screen computer in a car into an instrument panel and a diagnostic
   --check-skin         look for mistakes in the skin, a line each, and end: exit status 0 when
                        there are none, 1 with mistakes, 2 when the skin cannot be read
   --help               show this text
-  --version            show the version
+  --version            show version, commit and libraries
 )";
 
 std::optional<QSize> ParseSize(const std::string& text) {

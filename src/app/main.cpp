@@ -6,6 +6,7 @@
 
 #include "app/CheckSkinCommand.h"
 #include "app/CommandLine.h"
+#include "app/Commit.h"
 #include "app/DemoVehicle.h"
 #include "app/ProgramFolder.h"
 #include "app/SkinWatch.h"
@@ -16,6 +17,7 @@
 #include "platform/EndRequest.h"
 #include "platform/Paths.h"
 #include "platform/Terminal.h"
+#include "skin/ProgramTitle.h"
 
 namespace {
 
@@ -39,7 +41,8 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (line.Version) {
-        std::puts("dravik " DRAVIK_VERSION);
+        basGlobal.Launch.Commit = CommitOfBuild();
+        std::printf("dravik " DRAVIK_VERSION "\n%s\n", ProgramBuild().c_str());
         return 0;
     }
     if (!line.Folder.empty() && !FolderExists(line.Folder))
@@ -51,6 +54,7 @@ int main(int argc, char** argv) {
     frMain::Options options;
     options.Launch.Skin = line.Skin;
     options.Launch.Language = line.Language;
+    options.Launch.Commit = CommitOfBuild();
     options.Windowed = line.Windowed;
     options.WindowSize = line.WindowSize;
     options.ProgramFolder = FindProgramFolder(line.Folder, options.Launch);
@@ -63,6 +67,7 @@ int main(int argc, char** argv) {
 
     OutliveReaders();
     QApplication application(argc, argv);
+    QApplication::setDesktopFileName(QStringLiteral("dravik"));  // by it the window finds its icon
     QApplication::setQuitOnLastWindowClosed(false);
     int result = 0;
     {

@@ -123,6 +123,7 @@ struct LaunchOptions {
     std::string InstalledData{};
     /// The user's folder could not be given its settings: those installed are read, none are kept.
     bool KeepsNothing = false;
+    std::string Commit{};  ///< that the program was built from; empty when not known
 };
 
 /// What went wrong with the link last, or stands in its way; `ReasonText` says it in words.

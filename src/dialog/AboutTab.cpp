@@ -9,6 +9,8 @@
 #include "dialog/DialogControls.h"
 #include "dialog/InfoTabs.h"
 #include "dialog/SettingsLook.h"
+#include "platform/Paths.h"
+#include "platform/ProcessStart.h"
 #include "skin/ProgramTitle.h"
 
 namespace dravik {
@@ -43,6 +45,26 @@ QPushButton* MakeLink(const char* name, const QString& text, const QUrl& target)
     return link;
 }
 
+/// The first page of the documents that came with the program: beside it, or where an installation
+/// keeps documents. Empty when none came.
+std::string FirstDocument() {
+    for (const char* place : {"docs/index.html", "../share/doc/dravik/html/index.html"}) {
+        std::string file = JoinPath(ExecutableFolder(), place);
+        if (FileExists(file)) return file;
+    }
+    return {};
+}
+
+/// Shows the documents in whatever the system reads them with; where it has nothing for them, the
+/// button says where they lie.
+QPushButton* MakeDocuments(const std::string& file) {
+    QPushButton* documents = MakeButton("bDocuments", InWords("Documents"));
+    QObject::connect(documents, &QPushButton::clicked, documents, [documents, file] {
+        if (!OpenWithSystem(file)) documents->setText(Shown(file));
+    });
+    return documents;
+}
+
 }  // namespace
 
 QWidget* MakeAboutTab() {
@@ -52,6 +74,9 @@ QWidget* MakeAboutTab() {
     QLabel* credits = MakeLabel(InWords(kPurpose) + QStringLiteral("\n\n") + InWords(kCredits));
     credits->setObjectName(QStringLiteral("lCredits"));
     credits->setWordWrap(true);
+    QLabel* build = MakeFaint(Shown(ProgramBuild()));
+    build->setObjectName(QStringLiteral("lBuild"));
+    build->setWordWrap(true);
 
     const QString homepage = QStringLiteral(DRAVIK_HOMEPAGE);
     const QString forum = QStringLiteral(DRAVIK_FORUM);
@@ -60,11 +85,16 @@ QWidget* MakeAboutTab() {
     column->setContentsMargins(Px(10), Px(16), Px(10), Px(12));
     column->setSpacing(Px(10));
     column->addWidget(title);
+    column->addWidget(build);
     column->addWidget(credits);
-    column->addSpacing(Px(12));
-    column->addWidget(MakeLink("lblHyperlink", homepage, QUrl(homepage)), 0, Qt::AlignLeft);
-    column->addWidget(MakeLink("lblForum", forum, QUrl(forum)), 0, Qt::AlignLeft);
-    column->addWidget(MakeLink("lblEmail", email, MailAddress()), 0, Qt::AlignLeft);
+    auto* links = new QVBoxLayout;  // close together, so that all are seen without pushing
+    links->setSpacing(Px(2));
+    links->addWidget(MakeLink("lblHyperlink", homepage, QUrl(homepage)), 0, Qt::AlignLeft);
+    links->addWidget(MakeLink("lblForum", forum, QUrl(forum)), 0, Qt::AlignLeft);
+    links->addWidget(MakeLink("lblEmail", email, MailAddress()), 0, Qt::AlignLeft);
+    if (const std::string file = FirstDocument(); !file.empty())
+        links->addWidget(MakeDocuments(file), 0, Qt::AlignLeft);
+    column->addLayout(links);
     column->addStretch();
 
     auto* tab = new QScrollArea;

@@ -8,4 +8,8 @@ namespace dravik {
 /// revision as two digits each.
 std::string ProgramTitle();
 
+/// What the program was made from and runs on: the commit, where it is known, and the version of
+/// Qt.
+std::string ProgramBuild();
+
 }  // namespace dravik
