@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Makes the skins: the ini files, the pictures at both sizes, and the start-up picture.
+"""Makes the skins: the ini files, the pictures at both sizes, the start-up picture and the
+program's icon.
 
     build.py            writes them; needs rsvg-convert (librsvg2-bin), optipng and the DejaVu fonts
     build.py --check    changes nothing; says what is out of date, as far as that can be told without
@@ -15,6 +16,8 @@ from concurrent.futures import ThreadPoolExecutor
 HERE = os.path.dirname(os.path.abspath(__file__))
 SKINS = os.path.dirname(HERE)
 STARTUP = os.path.join(SKINS, "../packaging/Dravik.jpg")
+ICONS = os.path.join(SKINS, "../packaging/icons")
+ICON_SIZES = 16, 22, 24, 32, 48, 64, 128, 256
 
 # What sensors and texts are called in each language, to measure it.
 sys.path.append(os.path.join(SKINS, "../languages/src"))
@@ -78,6 +81,24 @@ def write_startup():
         raise OSError("could not write " + STARTUP)
 
 
+def write_icons():
+    """The icon as a drawing, and as a picture in every size that desktops and installers ask for."""
+    os.makedirs(ICONS, exist_ok=True)
+    with open(os.path.join(ICONS, "dravik.svg"), "w", newline="\n") as file:
+        file.write(icon_drawing())
+    for size in ICON_SIZES:
+        render(icon_drawing(), os.path.join(ICONS, f"dravik-{size}.png"), size / 128)
+
+
+def icon_drawing():
+    return pages.app_icon(NIGHT, 128) + "\n"
+
+
+def icons_out_of_date():
+    with open(os.path.join(ICONS, "dravik.svg")) as file:
+        return file.read() != icon_drawing()
+
+
 def main():
     skins = []
     faults = []
@@ -91,6 +112,8 @@ def main():
         skins.append(skin)
     if "--check" in sys.argv[1:]:
         faults += [f"out of date: {name}" for skin in skins for name in out_of_date(skin)]
+        if icons_out_of_date():
+            faults.append("out of date: packaging/icons")
     if faults:
         print("\n".join(dict.fromkeys(faults)), file=sys.stderr)
         return 1
@@ -105,6 +128,7 @@ def main():
         for job in jobs:
             job.result()
     write_startup()
+    write_icons()
     print(f"{len(jobs)} pictures")
     return 0
 
