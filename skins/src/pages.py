@@ -35,8 +35,8 @@ def app_icon(c, size):
     """The program's icon as the system shows it: the sign on a plate of its own."""
     edge = size / 64
     plate = draw.box(0, 0, size, size, c["face0"], c["ring0"], size * 0.2, edge)
-    return (f'<svg xmlns="http://www.w3.org/2000/svg" width="{size}" height="{size}">'
-            + plate + mark(size * 0.16, size * 0.18, size * 0.68, c) + "</svg>")
+    return (f'<svg xmlns="http://www.w3.org/2000/svg" width="{size}" height="{size}"'
+            f' viewBox="0 0 {size} {size}">' + plate + mark(size * 0.16, size * 0.18, size * 0.68, c) + "</svg>")
 
 
 def mainmenu(skin):
