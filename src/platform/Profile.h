@@ -19,8 +19,9 @@
 /// sections of one name only the first is read.
 ///
 /// Reading is cached per file and checked against the file's time stamp and size, so that hundreds
-/// of keys cost one parse. On Windows the system's own profile calls serve, elsewhere code with the
-/// same meaning. User-interface thread only.
+/// of keys cost one parse. The code is our own on Windows too: the system's calls turn bytes into
+/// text by the code page of the process and back, which not every byte survives. User-interface
+/// thread only.
 namespace dravik {
 
 /// No settings, skin or playlist comes near this size. A larger profile file is not read, which is

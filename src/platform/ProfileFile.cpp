@@ -1,10 +1,7 @@
-#include <sys/stat.h>
-
 #include <algorithm>
-#include <cstdint>
-#include <ctime>
 #include <memory>
 
+#include "platform/FileStamp.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/ProfileCache.h"
@@ -15,53 +12,20 @@
 namespace dravik {
 namespace {
 
-constexpr std::int64_t kNanoseconds = 1'000'000'000;
-
 /// The files that are read on one page change and some more.
 constexpr std::size_t kCachedFiles = 16;
-
-/// The system stamps files in steps of some milliseconds. A file that changed so shortly before it
-/// was parsed may change again under the same stamp, so its parse serves only once.
-constexpr std::int64_t kStampStep = kNanoseconds / 50;
-
-struct FileStamp {
-    std::int64_t Modified;
-    std::int64_t Changed;
-    std::int64_t Size;
-    ino_t Inode;
-    dev_t Device;
-    bool operator==(const FileStamp&) const = default;
-};
 
 struct CachedProfile {
     std::string Name;         // as the callers write it
     std::string SlashedName;  // the same with the system's separators
     std::string Path;         // what that was resolved to
     FileStamp Stamp;
-    bool Settled;
+    bool Settled;  // else its parse serves only once
     std::unique_ptr<const ProfileIndex> Index;
 };
 
 // The file used last stands first.
 std::vector<CachedProfile> cache;
-
-std::int64_t InNanoseconds(const timespec& time) {
-    return time.tv_sec * kNanoseconds + time.tv_nsec;
-}
-
-std::optional<FileStamp> StampOf(const std::string& path) {
-    struct stat info;
-    if (::stat(path.c_str(), &info) != 0) return std::nullopt;
-    return FileStamp{InNanoseconds(info.st_mtim), InNanoseconds(info.st_ctim), info.st_size,
-                     info.st_ino, info.st_dev};
-}
-
-bool IsSettled(const FileStamp& stamp) {
-    timespec now;
-    clock_gettime(CLOCK_REALTIME, &now);
-    const std::int64_t age = InNanoseconds(now) - std::max(stamp.Modified, stamp.Changed);
-    return age > kStampStep || age < -kStampStep;
-}
 
 // A name that had to be resolved still means that file unless one of exactly this name appears.
 bool IsCurrent(const CachedProfile& profile) {

@@ -57,8 +57,7 @@ constexpr ReadCase kReadCases[] = {
     {"key that only begins so",       "[main]\nkeys=1\nke=2\n",                 "none"},
     {"line without a key",            "[main]\n=1\nkey=2\n",                    "2"},
     {"empty file",                    "",                                       "none"},
-#ifndef _WIN32
-    // What files hold by accident; the system's own calls see some of it differently.
+    // What files hold by accident.
     {"line without equals sign",      "[main]\nkey\nkey=1\n",                   "1"},
     {"byte order mark",               "\xEF\xBB\xBF[main]\nkey=1\n",            "1"},
     {"junk behind a section name",    "[main] ] x [other]\nkey=1\n",            "1"},
@@ -71,7 +70,7 @@ constexpr ReadCase kReadCases[] = {
     {"big-endian UTF-16",
      "\xFE\xFF\0[\0m\0a\0i\0n\0]\0\n\0k\0e\0y\0=\x20\xAC\0\n"sv,                   "€"},
     {"carriage returns in a row",     "[main]\r\r\nkey=1\r\r\n",                "1"},
-#endif
+    {"UTF-8 and other bytes",         "[main]\nkey=\xC3\xA4\xB0\x81\n",          "\xC3\xA4\xB0\x81"},
 };
 // clang-format on
 
