@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -29,6 +30,7 @@ enum : std::uint8_t {
     kReceivingData = 9,
     kReadingCodes = 16,
     kClearingCodes = 18,
+    kDiagnosing = 20,
 };
 
 /// Bits of the Options/Misc setting.
@@ -50,6 +52,7 @@ constexpr int kLabelLimit = 41;     ///< labels 0 to 40
 constexpr int kChartSamples = 520;  ///< of which the last two are the scale labels
 constexpr int kListSlots = 9;       ///< skin lists 0 to 8
 constexpr int kCodeListSlot = 7;    ///< the list of trouble codes
+constexpr int kDiagnosisSlot = 8;   ///< the list that shows a section of the diagnosis
 /// The lists that show folders: gallery, playlist, media, newfiles.
 inline constexpr std::array kFolderSlots = {1, 2, 3, 6};
 constexpr std::uint16_t kNoFocus = 65535;
@@ -168,6 +171,18 @@ struct InterfaceSearch {
     std::string Text;  ///< where it is, or what came of it
 };
 
+struct Diagnosis;  // obd/Diagnosis.h
+
+/// The diagnosis of the vehicle, see `StartDiagnosis`.
+struct DiagnosisState {
+    std::shared_ptr<Diagnosis> Found;  ///< by the last run, or by the one under way; null before
+    bool Cancelled = false;            ///< the run is to end
+    int Step = 0;                      ///< of the run, from 1; 0 before the first
+    double StepDone = 0;               ///< share of the step that is done, 0 to 1
+    std::string Section;               ///< that the list shows; empty before a page has shown one
+    int ShownCode = -1;                ///< index of the code whose frame was opened last
+};
+
 struct GlobalState {
     // Paths.
     std::string ProgramFolder;  ///< without a separator at its end
@@ -187,7 +202,7 @@ struct GlobalState {
     LaunchOptions Launch;
 
     // Fixed texts.
-    std::array<std::string, 8> FolderName;
+    std::array<std::string, kListSlots> FolderName;
     std::array<std::string, 24> StatusText;
 
     std::string DecimalSign = ".";  ///< of the numbers on the screen; the main window sets it
@@ -228,6 +243,7 @@ struct GlobalState {
     bool StepCancelled = false;  ///< meanwhile, so that the step that runs sets no state any more
     LinkReport Report;
     InterfaceSearch Search;
+    DiagnosisState Diagnosing;
     bool CodesRead = false;  ///< the trouble codes were read since the last connect
     double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
     double RequestedAt = 0;  ///< HighResTimer of the last live request
