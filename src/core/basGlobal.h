@@ -152,6 +152,22 @@ struct LinkReport {
     std::string NoValueWords;           ///< what the interface says instead
 };
 
+/// How the messages of the vehicle's bus look.
+enum class Bus : std::uint8_t { Unknown, J1850, Iso9141, Keyword, Can11, Can29 };
+
+/// Where a trouble code comes from, as far as the read has found out.
+struct CodeOrigin {
+    std::uint32_t Unit = 0;    ///< address of the control unit; 0 = not known
+    std::optional<int> Frame;  ///< freeze frame that this code caused, and no other unit has
+};
+
+/// A live request, as its reply names it.
+struct LiveRequest {
+    bool Freeze = false;
+    int Pid = -1;
+    int Frame = 0;  ///< of a freeze frame request
+};
+
 /// An interface that a search has found.
 struct FoundInterface {
     int Port = 0;  ///< its COM number; 0 for the vehicle of the demo
@@ -232,6 +248,10 @@ struct GlobalState {
     std::int16_t DtcCount = 0;
     bool MilOn = false;
     std::array<std::string, kCodeLimit> DtcList;
+    /// By the standard: where the codes of DtcList come from.
+    std::array<CodeOrigin, kCodeLimit> CodeOrigins;
+    bool StandardDecoding = false;  ///< OBD/Decoding: replies are taken apart by the standard
+    Bus VehicleBus = Bus::Unknown;  ///< by the standard: asked when the link is connected
     std::string InterfaceId;
     std::string ProtocolText;
     std::string CommTrace;
@@ -247,6 +267,7 @@ struct GlobalState {
     bool CodesRead = false;  ///< the trouble codes were read since the last connect
     double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
     double RequestedAt = 0;  ///< HighResTimer of the last live request
+    LiveRequest Requested;   ///< the last live request
     /// HighResTimer of each PID's last value, 0 = none since the connect or for this frame.
     std::array<double, kPidCount> LiveAt{};
     std::array<double, kPidCount> FreezeAt{};

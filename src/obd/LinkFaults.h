@@ -29,6 +29,10 @@ void NoteVehicleFault(std::string_view reply);
 /// A live reply, and whether it brought a value.
 void NoteLiveReply(std::string_view reply, bool value);
 
+/// What the interface says in words of its own in a reply: its last line that is neither data nor
+/// an echo nor a sign of progress, 40 characters at most. Empty when there is none.
+std::string InterfaceWords(std::string_view reply);
+
 /// For as long as it lives, a wait for the answer to a command (for the vehicle's bus when empty)
 /// that may take so many seconds.
 class AwaitedAnswer {

@@ -135,8 +135,8 @@ std::string ReadableLine(std::string_view line) {
     return std::string(Trimmed(text));
 }
 
-/// What the interface says in words of its own in a reply: its last line that is neither data nor
-/// an echo nor a sign of progress. Empty when there is none.
+}  // namespace
+
 std::string InterfaceWords(std::string_view reply) {
     std::string words;
     while (!reply.empty()) {
@@ -147,8 +147,6 @@ std::string InterfaceWords(std::string_view reply) {
     }
     return words.substr(0, kMostWords);
 }
-
-}  // namespace
 
 std::string Worded(const char* pattern, const std::array<std::string, 2>& values) {
     return Word(pattern, {values[0], values[1]});
