@@ -193,6 +193,8 @@ struct Diagnosis;  // obd/Diagnosis.h
 struct DiagnosisState {
     std::shared_ptr<Diagnosis> Found;  ///< by the last run, or by the one under way; null before
     bool Cancelled = false;            ///< the run is to end
+    bool OfThisVehicle = false;        ///< it was made since the last connect
+    bool Stale = false;                ///< the codes were cleared since
     int Step = 0;                      ///< of the run, from 1; 0 before the first
     double StepDone = 0;               ///< share of the step that is done, 0 to 1
     std::string Section;               ///< that the list shows; empty before a page has shown one

@@ -35,9 +35,10 @@ enum class DiagnosisPart : std::uint8_t {
     TimeWithLamp,
     DistanceSinceClear,
     TimeSinceClear,
+    Odometer,
     Tests,
 };
-constexpr int kDiagnosisParts = 17;
+constexpr int kDiagnosisParts = 18;
 
 /// Why a part is not there, or not whole.
 enum class Lack : std::uint8_t {
@@ -153,6 +154,7 @@ struct Diagnosis {
     std::optional<int> DistanceSinceClear;  ///< km
     std::optional<int> TimeWithLamp;        ///< minutes that the engine ran
     std::optional<int> TimeSinceClear;      ///< minutes that the engine ran
+    std::optional<double> Odometer;         ///< km
 
     std::vector<MissingPart> Missing;
 };
@@ -209,7 +211,7 @@ std::string CodeKindText(CodeKind kind);
 /// "Catalyst B1", or "Monitor 21" where the standard leaves it to the maker.
 std::string TestName(const TestResult& test);
 /// "12345 km": kilometres, or miles where the sensor file has those.
-std::string DistanceText(int kilometres);
+std::string DistanceText(double kilometres);
 /// "3 h 20 min".
 std::string DurationText(int minutes);
 /// "Complete", "Incomplete", "Not fitted".

@@ -159,6 +159,7 @@ void ListVehicle(const Diagnosis& found) {
         for (const std::string& number : unit.Verifications) text += "  " + number;
         Add(text, kNone);
     }
+    AddFact("Odometer", *DiagnosisText("odometer"));
     AddFact("Distance since clear", *DiagnosisText("distanceclear"));
     AddFact("Time since clear", *DiagnosisText("timeclear"));
     AddFact("Distance with lamp on", *DiagnosisText("distancelamp"));

@@ -35,6 +35,7 @@ constexpr std::array<std::string_view, kDiagnosisParts> kPartTexts = {
     "Time with lamp on",
     "Distance since clear",
     "Time since clear",
+    "Odometer",
     "Tests",
 };
 constexpr std::array<std::string_view, 6> kLackTexts = {
@@ -152,7 +153,7 @@ std::string CountLabel(CodeKind kind, Part part) {
         codes.begin(), codes.end(), [kind](const FoundCode& code) { return code.Kind == kind; }));
 }
 
-template <std::optional<int> Diagnosis::*kField, Part kPart, std::string (*kShow)(int)>
+template <auto kField, Part kPart, auto kShow>
 std::string CounterLabel() {
     return Shown(kField, kPart, kShow);
 }
@@ -207,6 +208,7 @@ constexpr TextRow kTextRows[] = {
     {"distancelamp",
      CounterLabel<&Diagnosis::DistanceWithLamp, Part::DistanceWithLamp, DistanceText>},
     {"timelamp", CounterLabel<&Diagnosis::TimeWithLamp, Part::TimeWithLamp, DurationText>},
+    {"odometer", CounterLabel<&Diagnosis::Odometer, Part::Odometer, DistanceText>},
     {"missing", MissingLabel},
     {"time", TimeLabel},
     {"selected", SelectedOfDiagnosis},
@@ -254,10 +256,10 @@ std::optional<std::string> DiagnosisText(std::string_view name) {
     return std::nullopt;
 }
 
-std::string DistanceText(int kilometres) {
+std::string DistanceText(double kilometres) {
     constexpr double kMilesPerKilometre = 0.621371;
     return basGlobal.ImperialUnits ? ShownDecimal(kilometres * kMilesPerKilometre, 0) + " mi"
-                                   : std::to_string(kilometres) + " km";
+                                   : ShownDecimal(kilometres, 0) + " km";
 }
 
 std::string DurationText(int minutes) {
