@@ -108,6 +108,7 @@ struct TestResult {
     std::string UnitText;        ///< "V", "kPa"; empty for a plain number
     int Decimals = 0;            ///< that the three numbers are worth showing with
     bool Raw = false;            ///< of a scale that is not known: the numbers are as they came
+    bool Ran = true;  ///< since the codes were cleared; else there is nothing to judge yet
     bool Passed = false;
 };
 

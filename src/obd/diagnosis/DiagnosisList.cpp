@@ -32,6 +32,7 @@ constexpr std::string_view kAtLeast = "at least %1";
 constexpr std::string_view kAtMost = "at most %1";
 constexpr std::string_view kPassed = "Passed";
 constexpr std::string_view kFailed = "Failed";
+constexpr std::string_view kNotRun = "Not run yet";
 constexpr std::string_view kLamp = "Malfunction lamp";
 
 ListSlot& Slot() {
@@ -129,13 +130,16 @@ std::string LimitsText(const TestResult& test) {
     return {};
 }
 
+void AddTest(const TestResult& test) {
+    const std::string name = TestName(test) + ": ";
+    if (!test.Ran) return Add(name + Word(kNotRun), kOpen);
+    std::string text = name + TestNumber(test, test.Value);
+    if (const std::string limits = LimitsText(test); !limits.empty()) text += " (" + limits + ")";
+    Add(text + "  " + Word(test.Passed ? kPassed : kFailed), test.Passed ? kGood : kBad);
+}
+
 void ListTests(const Diagnosis& found) {
-    for (const TestResult& test : found.Tests) {
-        std::string text = TestName(test) + ": " + TestNumber(test, test.Value);
-        if (const std::string limits = LimitsText(test); !limits.empty())
-            text += " (" + limits + ")";
-        Add(text + "  " + Word(test.Passed ? kPassed : kFailed), test.Passed ? kGood : kBad);
-    }
+    for (const TestResult& test : found.Tests) AddTest(test);
     AddIfMissing(found, Part::Tests);
 }
 
@@ -198,6 +202,7 @@ void ShowDiagnosis(std::string_view section) {
     if (section.empty()) section = "codes";
     DiagnosisState& state = basGlobal.Diagnosing;
     if (state.Section == "codes" && section == "frame") state.ShownCode = SelectedCodeIndex();
+    if (state.Section != section) Slot().Selected = 0;
     const bool back = state.Section == "frame" && section == "codes";
     state.Section = section;
     RenewDiagnosisList();

@@ -340,10 +340,10 @@ void Run::ReadUnitNames() {
 
 template <CodeKind kKind, Part kPart, std::uint8_t kService>
 void Run::ReadCodes() {
-    // A unit without codes need not answer on the older buses.
-    const bool none =
-        kKind == CodeKind::Stored && found_.SinceClear && found_.SinceClear->Codes == 0;
-    Findings findings = query_.Ask({kService}, Promise::None);
+    // A unit without codes need not answer on the older buses; one that counts some has them.
+    const bool counted = kKind == CodeKind::Stored && found_.SinceClear.has_value();
+    const bool none = counted && found_.SinceClear->Codes == 0;
+    Findings findings = query_.Ask({kService}, counted && !none ? Promise::Given : Promise::None);
     if (findings.Fault && !(none && *findings.Fault == Lack::NotSupported))
         Miss(kPart, *findings.Fault);
     for (const UnitMessage& message : findings.Messages) {

@@ -125,6 +125,13 @@ double NumberAt(const MessageBytes& message, std::size_t place, bool isSigned) {
     return isSigned ? static_cast<double>(static_cast<std::int16_t>(bits)) : bits;
 }
 
+/// A test that has not run yet answers with zeros in the place of value and limits.
+bool AllZero(const MessageBytes& message, std::size_t place, std::size_t numbers) {
+    const auto first = message.begin() + static_cast<std::ptrdiff_t>(place);
+    return std::all_of(first, first + static_cast<std::ptrdiff_t>(2 * numbers),
+                       [](std::uint8_t byte) { return byte == 0; });
+}
+
 // A result on CAN: monitor, test, scale and three numbers of two bytes each.
 constexpr std::size_t kRecord = 9;
 // On the other buses: service, test, component with the kind of the limit, value and limit.
@@ -149,6 +156,7 @@ TestResult ResultAt(const MessageBytes& message, std::size_t place) {
         test.Decimals = DecimalsOf(scale->Factor);
     }
     test.Passed = *test.Low <= test.Value && test.Value <= *test.High;
+    test.Ran = !AllZero(message, place + 3, 3);
     return test;
 }
 
@@ -163,6 +171,7 @@ TestResult OldResult(const MessageBytes& message) {
     const bool least = (message[2] & kLeast) != 0;
     (least ? test.Low : test.High) = limit;
     test.Passed = least ? test.Value >= limit : test.Value <= limit;
+    test.Ran = !AllZero(message, 3, 2);
     return test;
 }
 
