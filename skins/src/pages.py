@@ -6,7 +6,7 @@ import sensors
 from icons import icon
 from palette import number
 from parts import COLUMNS, ON_PANEL, ROWS, THIRD, THIRDS
-from skin import NARROW, PLAIN, TOUCH, Section
+from skin import LEAST_TEXT, NARROW, PLAIN, TOUCH, Section
 from values import choices, panel, value
 from welcome import find, language, welcome
 
@@ -99,7 +99,7 @@ def dashboard(skin):
             + icon("engine", 14, 32, 64, c["off"]))
     page.image(skin.picture("lamp-tile", 192, 106, dark), 304, 192)
     page.image(skin.picture("lamp-lit", 72, 72, icon("engine", 4, 4, 64, c["warn"], stroke=3.8)),
-               314, 220, "obd_malfunction")
+               314, 220, "obd_lamp")
     page.button("openmenu_troublecodes", 304, 192, parts.glass(skin, 192, 106), 4,
                 label=("Trouble codes", 10, 24, 176, 14, "muted", ON_PANEL, 0))
     code_count(page, 398, 230)
@@ -174,7 +174,7 @@ def chart(skin):
         parts.figure(page, name, x + 180, y + 30, 103, 21, 56)
         page.add("Chart", "sensor_" + name, X=x + 4, Y=y + 39, Time=60, Mode=0,
                  Color=number(c["accent"]), GridColor=number(c["grid"]), Background="chart.png",
-                 Known=1)
+                 Font=NARROW, FontSize=LEAST_TEXT, Known=1)
         page.button("openvalue_" + name, x, y, parts.glass(skin, 346, 195), i)
     keys = [("pause_chartall", "pause", "Pause"), ("clr_chartall", "clear", "Clear"),
             ("snapshot_all", "snapshot", "Picture")]
@@ -223,7 +223,7 @@ def troublecodes(skin):
             + icon("engine", 14, 18, 68, c["off"]))
     page.image(skin.picture("lamp-wide", 202, 101, dark), 594, 4)
     page.image(skin.picture("lamp-lit68", 76, 76, icon("engine", 4, 4, 68, c["warn"], stroke=3.8)),
-               604, 18, "obd_malfunction")
+               604, 18, "obd_lamp")
     code_count(page, 696, 25)
     step_keys(page, 109, 103, 1)
     keys = [("obd_gettroublecodes", "read", "Read", "obd_connected"),

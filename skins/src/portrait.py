@@ -106,7 +106,7 @@ def lamp_tile(page, x, y, width, height, tab=None):
             + icon("engine", 10, top - y, 60, c["off"]))
     page.image(skin.picture(f"lamp-tile{width}", width, height, dark), x, y)
     page.image(skin.picture("lamp-lit", 68, 68, icon("engine", 4, 4, 60, c["warn"], stroke=3.8)),
-               x + 6, top - 4, "obd_malfunction")
+               x + 6, top - 4, "obd_lamp")
     # The number has the colour of the panel: only the plate beneath, which is there while there are
     # codes, lets it be seen. Before they are read there is no number.
     plate = skin.picture("count", 68, 54, draw.box(0, 0, 68, 54, c["accent"], radius=10))

@@ -5,6 +5,7 @@ import parts
 import sensors
 from palette import number
 from parts import COLUMNS, ON_PANEL, ROWS
+from skin import LEAST_TEXT, NARROW
 
 # One number of decimals serves whichever sensor is shown.
 PLACES = 1
@@ -25,7 +26,8 @@ def value(skin):
     page.image(parts.panel(skin, 792, 225), 4, 174)
     skin.picture("chart-wide", 784, 217, draw.box(0, 0, 784, 217, c["face1"], radius=5))
     page.add("Chart", "sensor_picked", X=8, Y=178, Time=60, Mode=0, Color=number(c["accent"]),
-             GridColor=number(c["grid"]), Background="chart-wide.png", Known=1)
+             GridColor=number(c["grid"]), Background="chart-wide.png",
+             Font=NARROW, FontSize=LEAST_TEXT, Known=1)
 
 
 def panel(skin):

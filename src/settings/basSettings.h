@@ -49,8 +49,14 @@ std::string CurrentSkin();
 /// @return false when there is no such skin
 bool ChooseSkin(const std::string& name);
 
-/// The same with the skin behind the current one, the first behind the last.
+/// The same with the skin behind the current one, the first behind the last, among those that are
+/// made for screens of the same shape: upright, or not.
 bool ChooseNextSkin();
+
+/// For a new user: where the current skin is made for screens of the other shape, the first one of
+/// this shape with the same look for day or night, if there is one, takes its place. A skin of the
+/// command line stays. It is kept in the settings but for a demonstration.
+void ChooseSkinForScreen(bool upright);
 
 /// Looks whether the night has begun or ended by the settings NightFrom and NightTo; the skin that
 /// a command chose then gives way.

@@ -57,7 +57,7 @@ Items Name(const Scenario& scenario, int unit) {
     std::string name = RuleOf(scenario, unit).Name;
     if (name.empty()) return items;
     const auto dash = std::min(name.find('-'), kAcronymSize);
-    name.insert(dash, kAcronymSize - dash, '\0');
+    if (dash < kAcronymSize) name.insert(dash, kAcronymSize - dash, '\0');
     items.Add(name, kNameSize);
     return items;
 }

@@ -87,7 +87,7 @@ struct CodeRule {
     std::map<int, std::vector<std::uint8_t>> FrameBytes;  ///< values put in place of those, by PID
 };
 
-enum class FaultKind { Silence, NoPrompt, Garbage, Pieces, Question, Lost, Unplug };
+enum class FaultKind { Silence, NoPrompt, Garbage, Pieces, Question, Lost, Words, Unplug };
 
 /// Something that goes wrong on the line. Within the window that opens at At (and again Every so
 /// many seconds) and stays open For seconds, each reply to a command that begins with Match is hit
@@ -101,9 +101,11 @@ struct FaultRule {
     double Probability = 1;
     bool ByChance = false;  ///< a probability was given
     int Times = std::numeric_limits<int>::max();
-    std::string Match;   ///< upper case, without blanks
-    int Count = 3;       ///< garbage bytes, lost characters or pieces
-    double Pause = 0.3;  ///< seconds between pieces
+    std::string Match;               ///< upper case, without blanks
+    int Count = 3;                   ///< garbage bytes, lost characters or pieces
+    double Pause = 0.3;              ///< seconds between pieces
+    std::string Text = "BUS ERROR";  ///< what the interface says in place of an answer
+    int After = 0;                   ///< lines of the answer that come before these words
 };
 
 /// Everything that a scenario file decides. The values here are those of an empty file.

@@ -20,7 +20,7 @@ constexpr Choice<FaultKind> kFaultKinds[] = {
     {"silence", FaultKind::Silence},   {"no-prompt", FaultKind::NoPrompt},
     {"garbage", FaultKind::Garbage},   {"pieces", FaultKind::Pieces},
     {"question", FaultKind::Question}, {"lost", FaultKind::Lost},
-    {"unplug", FaultKind::Unplug},
+    {"words", FaultKind::Words},       {"unplug", FaultKind::Unplug},
 };
 
 constexpr Choice<CodeState> kCodeStates[] = {
@@ -201,6 +201,8 @@ constexpr Key<FaultRule> kFaultKeys[] = {
     {"times", [](Text t, FaultRule& f) { return ReadInteger(t, 1, 1e6, f.Times); }},
     {"match", [](Text t, FaultRule& f) { return ReadMatch(t, f.Match); }},
     {"count", [](Text t, FaultRule& f) { return ReadInteger(t, 1, 1000, f.Count); }},
+    {"text", [](Text t, FaultRule& f) { return ReadText(t, 60, f.Text); }},
+    {"after", [](Text t, FaultRule& f) { return ReadInteger(t, 0, 1000, f.After); }},
     {"pause", [](Text t, FaultRule& f) { return ReadNumber(t, 0, 60, f.Pause); }},
 };
 

@@ -333,7 +333,15 @@ TEST_F(RefreshTest, AnEmptyListSaysWhyInTheWordsOfTheSkin) {
     ShowTroubleCodes();
     SelectListEntry(basGlobal.Lists[kCodeListSlot], 1);
     Refresh();
-    EXPECT_EQ(shown(0), "No Errors");
+    EXPECT_EQ(shown(0), "None") << "in place of the one entry that says so";
+    EXPECT_EQ(shown(2), "No Errors");
+    EXPECT_TRUE(bright(0));
+    basGlobal.DtcCount = 1;
+    basGlobal.DtcList[0] = "P0118";
+    ShowTroubleCodes();
+    SelectListEntry(basGlobal.Lists[kCodeListSlot], 1);
+    Refresh();
+    EXPECT_THAT(shown(0), ::testing::StartsWith("P0118: "));
 }
 
 TEST_F(RefreshTest, OnlyWhatChangedIsPainted) {

@@ -86,7 +86,16 @@ TEST_F(Evaluators, ImageFunctionsFollowTheState) {
         basGlobal.ConnState = static_cast<std::uint8_t>(state);
         EXPECT_EQ(Image("obd_connected"), state == 3 || state == 9) << state;
         EXPECT_EQ(Image("obd_connecting"), state == 4 || state == 8) << state;
+        // Reading and clearing codes must not put out what the vehicle has said.
+        const bool up = state == 3 || state == 9 || state == 16 || state == 18;
+        basGlobal.MilOn = true;
+        basGlobal.DtcCount = 1;
+        EXPECT_EQ(Image("obd_lamp"), up) << state;
+        EXPECT_EQ(Image("obd_codes"), up) << state;
+        basGlobal.MilOn = false;
+        EXPECT_FALSE(Image("obd_lamp"));
     }
+    basGlobal.ConnState = kConnected;
     basGlobal.DtcCount = 0;
     EXPECT_FALSE(Image("obd_codes") || Image("obd_codesread") || Image("obd_finding"));
     basGlobal.DtcCount = 1;

@@ -78,6 +78,31 @@ TEST(Frames, CodesOfThreeUnitsHaveTheShapeOfTheirBus) {
     }
 }
 
+TEST(Frames, EveryProtocolHasItsNumberHeaderAndChecksum) {
+    const struct {
+        const char* Protocol;
+        const char* Number;
+        const char* Frame;  ///< of the answer to 011C
+    } rows[] = {
+        {"j1850-pwm", "A1", "41 6B 10 41 1C 06 30"},
+        {"j1850-vpw", "A2", "48 6B 10 41 1C 06 7C"},
+        {"iso9141", "A3", "48 6B 10 41 1C 06 26"},
+        {"kwp-slow", "A4", "83 F1 10 41 1C 06 E7"},
+        {"kwp-fast", "A5", "83 F1 10 41 1C 06 E7"},
+        {"can-11-500", "A6", "7E8 03 41 1C 06"},
+        {"can-29-500", "A7", "18 DA F1 10 03 41 1C 06"},
+        {"can-11-250", "A8", "7E8 03 41 1C 06"},
+        {"can-29-250", "A9", "18 DA F1 10 03 41 1C 06"},
+    };
+    for (const auto& row : rows) {
+        Desk desk("[vehicle]\nprotocol = " + std::string(row.Protocol) + "\n" + kIdle);
+        EXPECT_EQ(desk.Connect().Ask("ATDPN"), row.Number + std::string("\r\r>"));
+        EXPECT_EQ(desk.Ask("011C"), "41 1C 06 \r\r>") << row.Protocol;
+        desk.Ask("ATH1");
+        EXPECT_EQ(desk.Ask("011C"), row.Frame + std::string(" \r\r>")) << row.Protocol;
+    }
+}
+
 TEST(Frames, FortyCodesAreCountedAndNumberedThrough) {
     std::string codes;
     for (int i = 1; i <= 40; ++i)

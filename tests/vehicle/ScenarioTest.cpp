@@ -77,7 +77,8 @@ TEST(ScenarioFile, ReadsEveryKeyWithCommentsAndCarriageReturns) {
 
 TEST(ScenarioFile, BuiltInNamesWorkWithoutFilesAndFilesByPath) {
     EXPECT_EQ(BuiltInScenarioNames(),
-              (std::vector<std::string>{"drive", "faults", "flaky", "ignition-off", "silent"}));
+              (std::vector<std::string>{"drive", "faults", "flaky", "ignition-off", "silent",
+                                        "workshop"}));
     for (const auto& name : BuiltInScenarioNames()) {
         Scenario scenario;
         EXPECT_EQ(LoadScenario(name, scenario), "");
@@ -89,6 +90,26 @@ TEST(ScenarioFile, BuiltInNamesWorkWithoutFilesAndFilesByPath) {
     const TemporaryFolder folder;
     EXPECT_EQ(LoadScenario(folder.Write("x.ini", "[vehicle]\nseed = 77\n"), scenario), "");
     EXPECT_EQ(scenario.Seed, 77u);
+}
+
+TEST(ScenarioFile, WorkshopHasEverythingThatADiagnosisShows) {
+    Desk desk(BuiltIn("workshop"));
+    desk.Connect();
+    desk.Ask("ATS0");
+    const std::pair<const char*, const char*> rows[] = {
+        {"0101", "410183076505\r410181040000\r410102040000\r\r>"},
+        {"03", "008\r0:430301330301\r43010700\r430240 35C121\r1:1131AAAAAAAAAA\r\r>"},
+        {"07", "47010171\r47010741\r4700\r\r>"},
+        {"0A", "4A0203010420\r4A00\r4A00\r\r>"},
+        {"020202", "4202021131\r\r>"},
+        {"0601", "013\r0:460105100078\r1:00000064010610\r2:004600000064AA\r\r>"},
+        {"0621", "00A\r0:462180050000\r1:00000000AAAAAA\r\r>"},
+    };
+    for (const auto& [request, reply] : rows) {
+        std::string expected = reply;
+        std::erase(expected, ' ');
+        EXPECT_EQ(desk.Ask(request), expected) << request;
+    }
 }
 
 TEST(ScenarioFile, IgnitionOffEndsInUnableToConnect) {
