@@ -6,6 +6,7 @@
 #include <QUrlQuery>
 #include <QVBoxLayout>
 
+#include "dialog/DialogControls.h"
 #include "dialog/InfoTabs.h"
 #include "dialog/SettingsLook.h"
 #include "skin/ProgramTitle.h"

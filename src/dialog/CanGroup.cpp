@@ -4,9 +4,9 @@
 #include <QLabel>
 #include <QLineEdit>
 
+#include "dialog/DialogControls.h"
 #include "dialog/FieldGrid.h"
 #include "dialog/GeneralTab.h"
-#include "dialog/SettingsLook.h"
 #include "dialog/StepField.h"
 
 namespace dravik {

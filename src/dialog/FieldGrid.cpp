@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <algorithm>
 
+#include "dialog/DialogControls.h"
 #include "dialog/SettingsLook.h"
 
 namespace dravik {

@@ -3,6 +3,7 @@
 #include <QTableView>
 #include <QVBoxLayout>
 
+#include "dialog/DialogControls.h"
 #include "dialog/FunctionNames.h"
 #include "dialog/InfoTabs.h"
 #include "dialog/SettingsLook.h"

@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include "core/basGlobal.h"
+#include "dialog/DialogControls.h"
 #include "dialog/SettingsLook.h"
 #include "dialog/StepField.h"
 #include "obd/basOBD.h"

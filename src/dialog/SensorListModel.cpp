@@ -1,6 +1,6 @@
 #include "dialog/SensorListModel.h"
 
-#include "dialog/SettingsLook.h"
+#include "dialog/DialogControls.h"
 #include "platform/At.h"
 
 namespace dravik {

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "core/basGlobal.h"
+#include "dialog/DialogControls.h"
 #include "dialog/FunctionNames.h"
 #include "dialog/SensorListModel.h"
 #include "dialog/SensorPreview.h"

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "dialog/DialogControls.h"
 #include "dialog/SettingsLook.h"
 
 namespace dravik {

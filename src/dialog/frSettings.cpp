@@ -13,6 +13,7 @@
 
 #include "core/UpCalls.h"
 #include "core/basGlobal.h"
+#include "dialog/DialogControls.h"
 #include "dialog/GeneralTab.h"
 #include "dialog/InfoTabs.h"
 #include "dialog/SensorTab.h"
