@@ -12,7 +12,7 @@ Turns a touch-screen computer in a car into an instrument panel and a diagnostic
 
   --folder DIR         program folder: settings, skins, languages, log
   --demo [SCENARIO]    connect to the built-in virtual vehicle; SCENARIO is a file or one of
-                       drive, faults, silent, ignition-off, flaky
+                       drive, faults, workshop, silent, ignition-off, flaky
   --windowed [WxH]     a window instead of the full screen; without a size as large as the skin
                        was designed
   --skin NAME          use this skin instead of the one in the settings

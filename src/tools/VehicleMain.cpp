@@ -19,7 +19,7 @@ constexpr const char* kUsage =
     "  --link PATH      make a symbolic link to the pseudo-terminal\n"
     "  --tcp PORT       serve a TCP port of this machine instead; 0 takes a free one\n"
     "  --scenario FILE  a scenario file, or the name of a built-in scenario:\n"
-    "                   drive (default), faults, silent, ignition-off, flaky\n"
+    "                   drive (default), faults, workshop, silent, ignition-off, flaky\n"
     "  --help           show this text\n"
     "  --version        show the version\n";
 

@@ -69,6 +69,7 @@ CarModel::CarModel(const Scenario& scenario)
     state_.Coolant = scenario.CoolantTemperature;
     state_.Intake = scenario.AmbientTemperature;
     state_.FuelLevel = scenario.FuelLevel;
+    state_.Odometer = scenario.Odometer.value_or(0);
     state_.Barometer = state_.ManifoldPressure = 98 + std::floor(random.NextUnit() * 4);
     for (Bank& bank : state_.Banks) {
         bank.CatalystFront = bank.CatalystRear = scenario.AmbientTemperature;
@@ -161,7 +162,9 @@ void CarModel::Drive() {
     const double before = state_.Speed;
     state_.Speed = std::max(0.0, before + acceleration_ * 3.6 * kStep);
     if (state_.Speed < 0.5 && wish <= 0) state_.Speed = acceleration_ = 0;
-    state_.Distance += (before + state_.Speed) / 2 / 3600 * kStep;
+    const double way = (before + state_.Speed) / 2 / 3600 * kStep;
+    state_.Distance += way;
+    state_.Odometer += way;
     ShiftGears(std::clamp(wish / kStrongest, 0.0, 1.0));
 }
 

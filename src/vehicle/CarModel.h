@@ -51,6 +51,7 @@ struct CarState {
 
     // Totals since the model began.
     double Distance = 0;       ///< km
+    double Odometer = 0;       ///< km, with those before the model began
     double EngineSeconds = 0;  ///< seconds with the engine running
     int WarmUps = 0;
 };

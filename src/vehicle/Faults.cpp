@@ -107,6 +107,20 @@ void Faults::Apply(const FaultRule& rule, double now, const std::string& lineEnd
                            [](std::string& text, std::size_t at) { text.erase(at, 1); });
             }
             break;
+        case FaultKind::Words: {
+            // A reply is told in segments of a line each, and the last one holds the prompt.
+            std::vector<Segment> spoken;
+            int lines = 0;
+            for (const Segment& segment : reply) {
+                if (lines >= rule.After || segment.Text.ends_with('>')) break;
+                spoken.push_back(segment);
+                if (!segment.Text.empty()) ++lines;
+            }
+            spoken.push_back(
+                {reply.empty() ? 0 : reply.front().Delay, rule.Text + lineEnd + lineEnd + ">"});
+            reply = std::move(spoken);
+            break;
+        }
         case FaultKind::Unplug:
             reply.clear();
             unpluggedUntil_ = now + (rule.For < kForever ? rule.For : kPlugTimeByChance);

@@ -21,7 +21,10 @@ constexpr ProtocolRow kProtocolRows[] = {
 // clang-format on
 
 constexpr std::uint8_t kTester = 0xF1;
+constexpr std::size_t kCanFrame = 8;
 constexpr std::size_t kSingleFrame = 7;  // bytes of a message that fit into one CAN frame
+constexpr std::size_t kFirstFrame = 6;   // and into the first one of several,
+constexpr std::size_t kNextFrame = 7;    // and into each of the others
 
 std::string Hex(const Bytes& bytes) {
     constexpr const char* kDigits = "0123456789ABCDEF";
@@ -77,40 +80,54 @@ std::string ShortMessage(const ProtocolRow& protocol, int unit, const Bytes& mes
 }
 
 std::string CanHeader(const ProtocolRow& protocol, int unit) {
-    if (protocol.Header == HeaderStyle::Can11)
-        return "7E" + std::string(1, static_cast<char>('7' + unit)) + " ";
+    if (protocol.Header == HeaderStyle::Can11) return std::string("7E") + "89AB"[unit - 1] + " ";
     return Hex({0x18, 0xDA, kTester, Address(unit)});
 }
 
-/// A long CAN message: with headers as its raw frames, without them as its length and numbered
-/// lines of which the last is filled up with zeroes.
-std::vector<std::string> LongMessage(const std::string& header, const Bytes& message,
-                                     bool headers) {
-    std::vector<std::string> lines;
+bool IsCan(const ProtocolRow& protocol) {
+    return protocol.Header == HeaderStyle::Can11 || protocol.Header == HeaderStyle::Can29;
+}
+
+void FillUp(Bytes& frame, std::uint8_t filler) {
+    frame.resize(std::max(frame.size(), kCanFrame), filler);
+}
+
+/// One frame of a message on CAN: what is sent, and how it is shown without header and control
+/// bytes.
+struct CanFrame {
+    Bytes Data;
+    std::vector<std::string> Plain;
+};
+
+/// A message cut into frames: a single one, or a first one and numbered ones behind it. Without
+/// headers a long message is shown as its length and numbered lines.
+std::vector<CanFrame> CutForCan(const Bytes& message, const Padding& padding) {
     const auto size = static_cast<std::uint16_t>(message.size());
-    if (!headers) {
-        const std::string digits =
-            Hex({static_cast<std::uint8_t>(size >> 8), static_cast<std::uint8_t>(size & 0xFF)});
-        lines.push_back(digits.substr(1, 1) + digits.substr(3, 2) + " ");
+    if (size <= kSingleFrame) {
+        Bytes data = Joined({static_cast<std::uint8_t>(size)}, message);
+        if (padding.SingleFrames) FillUp(data, padding.Filler);
+        return {{data, {Hex(message)}}};
     }
-    std::size_t from = 0;
-    for (unsigned number = 0; from < message.size(); ++number) {
-        const std::size_t count = number == 0 ? 6 : 7;
-        Bytes data = Part(message, from, count);
-        data.resize(count);
-        from += count;
-        if (headers) {
-            const Bytes control = number == 0
-                                      ? Bytes{static_cast<std::uint8_t>(0x10 | size >> 8),
-                                              static_cast<std::uint8_t>(size & 0xFF)}
-                                      : Bytes{static_cast<std::uint8_t>(0x20 | (number & 0x0F))};
-            lines.push_back(header + Hex(Joined(control, data)));
-        } else {
-            lines.push_back(Hex({static_cast<std::uint8_t>(number & 0x0F)}).substr(1, 1) + ": " +
-                            Hex(data));
-        }
+    const Bytes length = {static_cast<std::uint8_t>(0x10 | size >> 8),
+                          static_cast<std::uint8_t>(size & 0xFF)};
+    const Bytes first = Part(message, 0, kFirstFrame);
+    const std::string digits = Hex(length).substr(1, 1) + Hex(length).substr(3);
+    std::vector<CanFrame> frames = {{Joined(length, first), {digits, "0: " + Hex(first)}}};
+    for (std::size_t from = kFirstFrame; from < size; from += kNextFrame) {
+        const auto number = static_cast<std::uint8_t>(frames.size() & 0x0F);
+        Bytes data = {static_cast<std::uint8_t>(0x20 | number)};
+        data = Joined(std::move(data), Part(message, from, kNextFrame));
+        if (padding.LastFrames) FillUp(data, padding.Filler);
+        // The interface shows what fills up the last frame too: it goes by frames, not by length.
+        const std::string plain =
+            Hex({number}).substr(1, 1) + ": " + Hex(Part(data, 1, kNextFrame));
+        frames.push_back({data, {plain}});
     }
-    return lines;
+    return frames;
+}
+
+bool IsPending(const Bytes& message) {
+    return message.size() == 3 && message[0] == kRefused && message[2] == kAnswerPending;
 }
 
 }  // namespace
@@ -122,24 +139,46 @@ const ProtocolRow* FindProtocol(char number) {
     return nullptr;
 }
 
-std::vector<std::string> FormatReply(const ProtocolRow& protocol, const UnitReply& reply,
-                                     bool headers) {
-    const bool can = protocol.Header == HeaderStyle::Can11 || protocol.Header == HeaderStyle::Can29;
-    std::vector<std::string> lines;
+std::vector<ShownFrame> FormatReply(const ProtocolRow& protocol, const UnitReply& reply,
+                                    const FrameStyle& style) {
+    std::vector<ShownFrame> frames;
     for (const Bytes& message : reply.Messages) {
-        if (can && message.size() > kSingleFrame) {
-            const auto more = LongMessage(CanHeader(protocol, reply.Unit), message, headers);
-            lines.insert(lines.end(), more.begin(), more.end());
-        } else if (!headers) {
-            lines.push_back(Hex(message));
-        } else if (can) {
-            lines.push_back(CanHeader(protocol, reply.Unit) +
-                            Hex(Joined({static_cast<std::uint8_t>(message.size())}, message)));
-        } else {
-            lines.push_back(ShortMessage(protocol, reply.Unit, message));
+        std::optional<double> pending;
+        if (IsPending(message)) pending = reply.PendingTime;
+        if (!IsCan(protocol)) {
+            frames.push_back(
+                {reply.Unit,
+                 pending,
+                 {style.Headers ? ShortMessage(protocol, reply.Unit, message) : Hex(message)}});
+            continue;
+        }
+        for (CanFrame& frame : CutForCan(message, style.Fill)) {
+            if (style.Headers)
+                frame.Plain = {CanHeader(protocol, reply.Unit) + Hex(frame.Data)};
+            else if (!style.TakeApart)
+                frame.Plain = {Hex(frame.Data)};
+            frames.push_back({reply.Unit, pending, std::move(frame.Plain)});
         }
     }
-    return lines;
+    return frames;
+}
+
+std::vector<ShownFrame> OnTheBus(std::vector<std::vector<ShownFrame>> units, UnitOrder order,
+                                 Random& random) {
+    if (order == UnitOrder::Reversed) std::reverse(units.begin(), units.end());
+    std::vector<std::size_t> next(units.size(), 0);
+    std::vector<ShownFrame> frames;
+    std::size_t turn = 0;
+    const auto done = [&](std::size_t unit) { return next[unit] == units[unit].size(); };
+    std::size_t left = 0;
+    for (const auto& unit : units) left += unit.size();
+    for (; left > 0; --left) {
+        if (order == UnitOrder::Shuffled) turn = random.NextBelow(units.size());
+        while (done(turn)) turn = (turn + 1) % units.size();
+        frames.push_back(std::move(units[turn][next[turn]++]));
+        if (order == UnitOrder::Interleaved) turn = (turn + 1) % units.size();
+    }
+    return frames;
 }
 
 }  // namespace dravik::vehicle

@@ -1,8 +1,6 @@
 #include "vehicle/InterfaceProtocol.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstring>
 
 namespace dravik::vehicle {
 namespace {
@@ -18,27 +16,6 @@ bool IsHexDigit(char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F');
 }
 
-bool Fits(const std::string& argument, std::string_view pattern) {
-    if (argument.size() != pattern.size()) return false;
-    for (std::size_t i = 0; i < pattern.size(); ++i) {
-        const char c = argument[i];
-        switch (pattern[i]) {
-            case 'b':
-                if (c != '0' && c != '1') return false;
-                break;
-            case 'd':
-                if (c < '0' || c > '9') return false;
-                break;
-            case 'h':
-                if (!IsHexDigit(c)) return false;
-                break;
-            default:
-                if (c != pattern[i]) return false;
-        }
-    }
-    return true;
-}
-
 Bytes FromHex(const std::string& digits) {
     const auto value = [](char c) { return c <= '9' ? c - '0' : c - 'A' + 10; };
     Bytes bytes;
@@ -49,45 +26,11 @@ Bytes FromHex(const std::string& digits) {
 
 }  // namespace
 
-const InterfaceProtocol::AtCommand InterfaceProtocol::kAtCommands[] = {
-    {"Z", "", &InterfaceProtocol::Reset},
-    {"WS", "", &InterfaceProtocol::Reset},
-    {"I", "", &InterfaceProtocol::Identify},
-    {"!01", "", &InterfaceProtocol::IdentifyExtended},
-    {"@1", "", &InterfaceProtocol::Describe},
-    {"D", "", &InterfaceProtocol::Defaults},
-    {"E", "b", &InterfaceProtocol::SwitchEcho},
-    {"L", "b", &InterfaceProtocol::SwitchLineFeeds},
-    {"H", "b", &InterfaceProtocol::SwitchHeaders},
-    {"S", "b", &InterfaceProtocol::SwitchSpaces},
-    {"DP", "", &InterfaceProtocol::DescribeProtocol},
-    {"DPN", "", &InterfaceProtocol::DescribeProtocolNumber},
-    {"SP", "d", &InterfaceProtocol::SelectProtocol},
-    {"SP", "Ad", &InterfaceProtocol::SelectProtocol},
-    {"TP", "d", &InterfaceProtocol::SelectProtocol},
-    {"TP", "Ad", &InterfaceProtocol::SelectProtocol},
-    {"PC", "", &InterfaceProtocol::CloseProtocol},
-    {"RV", "", &InterfaceProtocol::ReadVoltage},
-    {"IGN", "", &InterfaceProtocol::ReadIgnition},
-    // Understood and without an effect here.
-    {"M", "b", &InterfaceProtocol::Accept},
-    {"R", "b", &InterfaceProtocol::Accept},
-    {"AL", "", &InterfaceProtocol::Accept},
-    {"NL", "", &InterfaceProtocol::Accept},
-    {"AT", "d", &InterfaceProtocol::Accept},
-    {"ST", "hh", &InterfaceProtocol::Accept},
-    {"SH", "hhh", &InterfaceProtocol::Accept},
-    {"SH", "hhhhhh", &InterfaceProtocol::Accept},
-    {"CAF", "b", &InterfaceProtocol::Accept},
-    {"CFC", "b", &InterfaceProtocol::Accept},
-    {"CRA", "hhh", &InterfaceProtocol::Accept},
-    {"CRA", "hhhhhhhh", &InterfaceProtocol::Accept},
-};
-
 InterfaceProtocol::InterfaceProtocol(const Scenario& scenario)
     : scenario_(scenario),
       vehicle_(scenario),
       faults_(scenario),
+      random_(scenario.Seed),
       characterTime_(kBitsPerCharacter / scenario.Baud) {
     SetDefaults();
 }
@@ -97,6 +40,7 @@ void InterfaceProtocol::SetDefaults() {
     lineFeeds_ = scenario_.LineFeeds;
     headers_ = scenario_.Headers;
     spaces_ = scenario_.Spaces;
+    takeApart_ = true;
     automatic_ = true;
     protocol_ = '0';
     connected_ = false;
@@ -224,47 +168,62 @@ void InterfaceProtocol::RunLine(double now, std::string line) {
     }
 }
 
-void InterfaceProtocol::RunAtCommand(double now, const std::string& command) {
-    for (const auto& row : kAtCommands) {
-        const std::size_t length = std::strlen(row.Name);
-        if (!command.starts_with(row.Name) || !Fits(command.substr(length), row.Argument)) continue;
-        resetting_ = false;
-        const std::string text = (this->*row.Run)(command.substr(length));
-        if (resetting_) {
-            lastLine_.clear();
-            Reply(now, {{scenario_.ResetTime, LineEnd() + LineEnd() + text + Ending()}});
-        } else {
-            Reply(now, {{scenario_.CommandLatency, text + Ending()}});
-        }
-        return;
-    }
-    Reply(now, {{scenario_.CommandLatency, "?" + Ending()}});
-}
-
 void InterfaceProtocol::RunRequest(double now, const std::string& digits) {
     std::vector<Segment> reply;
     if (!connected_ && !ConnectBus(reply)) return Reply(now, std::move(reply));
     if (reply.empty()) reply.push_back({scenario_.CommandLatency, ""});
 
-    // A single digit at the end only says how many answers to wait for.
-    std::string text;
-    double delay = scenario_.BusLatency;
-    for (const auto& unit : vehicle_.Request(FromHex(digits))) {
-        for (const auto& line : FormatReply(*FindProtocol(protocol_), unit, headers_)) {
-            text = line;
+    const auto frames = AnswerOf(digits);
+    std::set<int> heard;
+    std::optional<double> pending;
+    for (const ShownFrame& frame : frames) {
+        double delay = kLineGap;
+        if (heard.empty())
+            delay = scenario_.BusLatency;
+        else if (pending)
+            delay = *pending;
+        else if (heard.count(frame.Unit) == 0)
+            delay = scenario_.BusLatency / 2;
+        pending = frame.Pending;
+        heard.insert(frame.Unit);
+        for (const std::string& line : frame.Lines) {
+            std::string text = line;
             if (!spaces_) std::erase(text, ' ');
             if (!scenario_.BlankAtLineEnd && text.back() == ' ') text.pop_back();
             reply.push_back({delay, text + LineEnd()});
             delay = kLineGap;
         }
-        delay = scenario_.BusLatency / 2;
     }
-    if (text.empty()) {
+    if (pending && scenario_.WaitsForPending)
+        reply.push_back({*pending, ""});  // it has waited in vain
+    if (frames.empty()) {
         if (!vehicle_.Awake()) connected_ = false;  // the next request has to search again
         reply.push_back({scenario_.NoDataTime, "NO DATA" + LineEnd()});
     }
     reply.push_back({0, LineEnd() + ">"});
     Reply(now, std::move(reply));
+}
+
+/// What the car sends for a request, as the interface shows it.
+std::vector<ShownFrame> InterfaceProtocol::AnswerOf(const std::string& digits) {
+    // A single digit at the end only says how many answers to wait for.
+    Bytes request = FromHex(digits);
+    const FrameStyle style{headers_, takeApart_, scenario_.FramePadding};
+    // A client that takes frames apart itself gives the length in front of its request.
+    if (!takeApart_ && vehicle_.LongMessages() && !request.empty()) request.erase(request.begin());
+    std::vector<std::vector<ShownFrame>> units;
+    for (const UnitReply& reply : vehicle_.Request(request))
+        units.push_back(FormatReply(*FindProtocol(protocol_), reply, style));
+    if (!scenario_.WaitsForPending) {
+        // It takes a unit that asks for patience as one that has answered.
+        for (auto& frames : units) {
+            const auto last =
+                std::find_if(frames.begin(), frames.end(),
+                             [](const ShownFrame& frame) { return frame.Pending.has_value(); });
+            if (last != frames.end()) frames.erase(last + 1, frames.end());
+        }
+    }
+    return OnTheBus(std::move(units), scenario_.Order, random_);
 }
 
 /// Wakes the bus before a first request. Adds what the interface shows meanwhile to the reply; on
@@ -304,85 +263,6 @@ void InterfaceProtocol::Send(double now, std::string_view text) {
         outputFree_ = std::max(outputFree_, now) + characterTime_;
         output_.push_back({outputFree_, byte});
     }
-}
-
-std::string InterfaceProtocol::Reset(const std::string&) {
-    SetDefaults();
-    resetting_ = true;
-    return scenario_.Identity;
-}
-
-std::string InterfaceProtocol::Identify(const std::string&) {
-    return scenario_.Identity;
-}
-
-std::string InterfaceProtocol::IdentifyExtended(const std::string&) {
-    return scenario_.ExtendedIdentity.empty() ? "?" : scenario_.ExtendedIdentity;
-}
-
-std::string InterfaceProtocol::Describe(const std::string&) {
-    return scenario_.Description;
-}
-
-std::string InterfaceProtocol::Defaults(const std::string&) {
-    SetDefaults();
-    return "OK";
-}
-
-std::string InterfaceProtocol::DescribeProtocol(const std::string&) {
-    const ProtocolRow* row = FindProtocol(protocol_);
-    if (row == nullptr) return "AUTO";
-    return std::string(automatic_ ? "AUTO, " : "") + row->Name;
-}
-
-std::string InterfaceProtocol::DescribeProtocolNumber(const std::string&) {
-    return std::string(automatic_ ? "A" : "") + protocol_;
-}
-
-std::string InterfaceProtocol::SelectProtocol(const std::string& argument) {
-    automatic_ = argument.size() == 2 || argument == "0";
-    protocol_ = automatic_ ? '0' : argument.back();
-    connected_ = false;
-    return "OK";
-}
-
-std::string InterfaceProtocol::ReadVoltage(const std::string&) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%.1fV", vehicle_.Car().Voltage);
-    return text;
-}
-
-std::string InterfaceProtocol::ReadIgnition(const std::string&) {
-    return vehicle_.Awake() ? "ON" : "OFF";
-}
-
-std::string InterfaceProtocol::CloseProtocol(const std::string&) {
-    connected_ = false;
-    return "OK";
-}
-
-std::string InterfaceProtocol::SwitchEcho(const std::string& argument) {
-    echo_ = argument == "1";
-    return "OK";
-}
-
-std::string InterfaceProtocol::SwitchLineFeeds(const std::string& argument) {
-    lineFeeds_ = argument == "1";
-    return "OK";
-}
-
-std::string InterfaceProtocol::SwitchHeaders(const std::string& argument) {
-    headers_ = argument == "1";
-    return "OK";
-}
-
-std::string InterfaceProtocol::SwitchSpaces(const std::string& argument) {
-    spaces_ = argument == "1";
-    return "OK";
-}
-
-std::string InterfaceProtocol::Accept(const std::string&) {
-    return "OK";
 }
 
 }  // namespace dravik::vehicle

@@ -59,6 +59,7 @@ class InterfaceProtocol {
     void RunLine(double now, std::string line);
     void RunAtCommand(double now, const std::string& command);
     void RunRequest(double now, const std::string& digits);
+    std::vector<ShownFrame> AnswerOf(const std::string& digits);
     bool ConnectBus(std::vector<Segment>& reply);
     void Reply(double now, std::vector<Segment> reply);
     void Send(double now, std::string_view text);
@@ -80,11 +81,13 @@ class InterfaceProtocol {
     std::string SwitchLineFeeds(const std::string& argument);
     std::string SwitchHeaders(const std::string& argument);
     std::string SwitchSpaces(const std::string& argument);
+    std::string SwitchTakingApart(const std::string& argument);
     std::string Accept(const std::string&);
 
     Scenario scenario_;
     Vehicle vehicle_;
     Faults faults_;
+    Random random_;
     double characterTime_;
 
     std::deque<TimedByte> input_, output_;
@@ -97,6 +100,7 @@ class InterfaceProtocol {
     double inputFree_ = 0, outputFree_ = 0;  ///< when the line is free for another character
 
     bool echo_ = true, lineFeeds_ = true, headers_ = false, spaces_ = true;
+    bool takeApart_ = true;   ///< frames on CAN are put together and shown without control bytes
     bool automatic_ = true;   ///< the protocol is searched
     char protocol_ = '0';     ///< the selected or found one, '0' before anything was found
     bool connected_ = false;  ///< the bus is awake

@@ -72,8 +72,8 @@ constexpr PidRow kPids[] = {
     {0x01, 4, "monitor status since codes cleared", false, true,
      [](R r) {
          return (r.Trouble.Lamp ? 0x80000000u : 0u) |
-                static_cast<U32>(r.Trouble.StoredCodes) << 24 | 0x00070000u | U32{kMonitors} << 8 |
-                r.Trouble.MonitorsIncomplete;
+                static_cast<U32>(r.Trouble.StoredCodes) << 24 | U32{r.Trouble.Continuous} << 16 |
+                U32{r.Trouble.Monitors} << 8 | r.Trouble.MonitorsIncomplete;
      }},
     {0x02, 2, "code of the freeze frame", true, false,
      [](R r) { return U32{r.Trouble.FirstCode}; }},
@@ -179,7 +179,10 @@ constexpr PidRow kPids[] = {
     {0x3F, 2, "catalyst temperature 2, bank 2", true, false,
      [](R r) { return Catalyst(B2(r).CatalystRear); }},
     {0x41, 4, "monitor status of this drive", false, false,
-     [](R r) { return 0x00070000u | U32{kMonitors} << 8 | r.Trouble.CycleIncomplete; }},
+     [](R r) {
+         return U32{r.Trouble.Continuous} << 16 | U32{r.Trouble.Monitors} << 8 |
+                r.Trouble.CycleIncomplete;
+     }},
     {0x42, 2, "control module voltage", true, true, [](R r) { return Word(r.Car.Voltage * 1000); }},
     {0x43, 2, "absolute load", true, false, [](R r) { return Word(r.Car.AbsoluteLoad * 255); }},
     {0x44, 2, "commanded mixture", true, false,
@@ -202,6 +205,7 @@ constexpr PidRow kPids[] = {
      [](R r) { return Word(std::floor(r.Trouble.MinutesWithLamp)); }},
     {0x4E, 2, "minutes since codes cleared", false, false,
      [](R r) { return Word(std::floor(r.Trouble.MinutesSinceCleared)); }},
+    {0xA6, 4, "odometer", false, false, [](R r) { return static_cast<U32>(r.Car.Odometer * 10); }},
 };
 
 }  // namespace

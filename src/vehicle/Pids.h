@@ -22,7 +22,9 @@ struct PidRow {
     std::uint32_t (*Encode)(const Readings& readings);  ///< the data bytes as one number
 };
 
-/// The row of a PID from 01 to 4E; null for the masks and for everything beyond.
+inline constexpr int kLastPid = 0xA6;
+
+/// The row of a PID; null for the masks and for those that this car does not know.
 const PidRow* FindPid(int pid);
 
 /// The data bytes of a row, first byte first.

@@ -6,145 +6,12 @@
 #include <functional>
 #include <iterator>
 
-#include "vehicle/ScenarioValues.h"
+#include "vehicle/ScenarioKeys.h"
 
 namespace dravik::vehicle {
 namespace {
 
-constexpr Choice<DriveAction> kActions[] = {
-    {"off", DriveAction::Off},
-    {"ignition", DriveAction::Ignition},
-    {"start", DriveAction::Start},
-    {"idle", DriveAction::Idle},
-    {"accelerate", DriveAction::Accelerate},
-    {"cruise", DriveAction::Cruise},
-    {"brake", DriveAction::Brake},
-    {"overheat", DriveAction::Overheat},
-};
-
-constexpr Choice<FaultKind> kFaultKinds[] = {
-    {"silence", FaultKind::Silence},   {"no-prompt", FaultKind::NoPrompt},
-    {"garbage", FaultKind::Garbage},   {"pieces", FaultKind::Pieces},
-    {"question", FaultKind::Question}, {"lost", FaultKind::Lost},
-    {"unplug", FaultKind::Unplug},
-};
-
-constexpr Choice<bool> kCodeStates[] = {{"stored", false}, {"pending", true}};
-constexpr Choice<bool> kMonitorStates[] = {{"complete", true}, {"not-run", false}};
-constexpr Choice<bool> kInterruptions[] = {{"stop", true}, {"queue", false}};
-
-constexpr Choice<char> kProtocols[] = {
-    {"j1850-pwm", '1'},  {"j1850-vpw", '2'},  {"iso9141", '3'},
-    {"kwp-slow", '4'},   {"kwp-fast", '5'},   {"can-11-500", '6'},
-    {"can-29-500", '7'}, {"can-11-250", '8'}, {"can-29-250", '9'},
-};
-
-constexpr double kLongest = 1e7;  // seconds; some months, and no clock arithmetic goes wrong
-
-template <typename Target>
-struct Key {
-    const char* Name;
-    Problem (*Read)(std::string_view text, Target& target);
-};
-
 using Text = std::string_view;
-
-constexpr Key<Scenario> kVehicleKeys[] = {
-    {"present", [](Text t, Scenario& s) { return ReadSwitch(t, s.VehiclePresent); }},
-    {"protocol", [](Text t, Scenario& s) { return ReadChoice(t, kProtocols, s.Protocol); }},
-    {"units", [](Text t, Scenario& s) { return ReadInteger(t, 1, 4, s.Units); }},
-    {"vin", [](Text t, Scenario& s) { return ReadVin(t, s.Vin); }},
-    {"seed", [](Text t, Scenario& s) { return ReadInteger(t, 0, 1e9, s.Seed); }},
-    {"ambient", [](Text t, Scenario& s) { return ReadNumber(t, -40, 60, s.AmbientTemperature); }},
-    {"coolant", [](Text t, Scenario& s) { return ReadNumber(t, -40, 110, s.CoolantTemperature); }},
-    {"warm-up", [](Text t, Scenario& s) { return ReadNumber(t, 0.1, 50, s.WarmUpFactor); }},
-    {"fuel", [](Text t, Scenario& s) { return ReadNumber(t, 5, 100, s.FuelLevel); }},
-    {"distance", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60000, s.Distance); }},
-    {"warm-ups", [](Text t, Scenario& s) { return ReadInteger(t, 0, 255, s.WarmUps); }},
-    {"minutes", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60000, s.Minutes); }},
-    {"monitors",
-     [](Text t, Scenario& s) { return ReadChoice(t, kMonitorStates, s.MonitorsComplete); }},
-    {"clear-needs-engine-off",
-     [](Text t, Scenario& s) { return ReadSwitch(t, s.ClearNeedsEngineOff); }},
-    {"unsupported-pids", [](Text t, Scenario& s) { return ReadPids(t, s.UnsupportedPids); }},
-};
-
-constexpr Key<Scenario> kInterfaceKeys[] = {
-    {"identity", [](Text t, Scenario& s) { return ReadText(t, 60, s.Identity); }},
-    {"extended-identity", [](Text t, Scenario& s) { return ReadText(t, 60, s.ExtendedIdentity); }},
-    {"description", [](Text t, Scenario& s) { return ReadText(t, 60, s.Description); }},
-    {"baud", [](Text t, Scenario& s) { return ReadNumber(t, 300, 4e6, s.Baud); }},
-    {"echo", [](Text t, Scenario& s) { return ReadSwitch(t, s.Echo); }},
-    {"line-feeds", [](Text t, Scenario& s) { return ReadSwitch(t, s.LineFeeds); }},
-    {"headers", [](Text t, Scenario& s) { return ReadSwitch(t, s.Headers); }},
-    {"spaces", [](Text t, Scenario& s) { return ReadSwitch(t, s.Spaces); }},
-    {"blank-at-line-end", [](Text t, Scenario& s) { return ReadSwitch(t, s.BlankAtLineEnd); }},
-    {"when-interrupted",
-     [](Text t, Scenario& s) { return ReadChoice(t, kInterruptions, s.StopOnInput); }},
-    {"command-latency", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60, s.CommandLatency); }},
-    {"reset-time", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60, s.ResetTime); }},
-    {"search-time", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60, s.SearchTime); }},
-    {"bus-latency", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60, s.BusLatency); }},
-    {"no-data-time", [](Text t, Scenario& s) { return ReadNumber(t, 0, 60, s.NoDataTime); }},
-};
-
-constexpr Key<Scenario> kDriveKeys[] = {
-    {"repeat-from", [](Text t, Scenario& s) { return ReadInteger(t, 0, 999, s.RepeatFrom); }},
-};
-
-constexpr Key<DrivePhase> kPhaseKeys[] = {
-    {"action", [](Text t, DrivePhase& p) { return ReadChoice(t, kActions, p.Action); }},
-    {"for", [](Text t, DrivePhase& p) { return ReadNumber(t, 0.1, kLongest, p.Seconds); }},
-    {"speed", [](Text t, DrivePhase& p) { return ReadNumber(t, 0, 200, p.Speed); }},
-};
-
-constexpr Key<CodeRule> kCodeKeys[] = {
-    {"code", [](Text t, CodeRule& c) { return ReadCode(t, c.Code); }},
-    {"state", [](Text t, CodeRule& c) { return ReadChoice(t, kCodeStates, c.Pending); }},
-    {"lamp", [](Text t, CodeRule& c) { return ReadSwitch(t, c.Lamp); }},
-    {"unit", [](Text t, CodeRule& c) { return ReadInteger(t, 1, 4, c.Unit); }},
-    {"at", [](Text t, CodeRule& c) { return ReadNumber(t, 0, kLongest, c.At); }},
-    {"frame", [](Text t, CodeRule& c) { return ReadSwitch(t, c.HasFrame); }},
-    {"frame-at", [](Text t, CodeRule& c) { return ReadNumber(t, 0, 86400, c.FrameAt); }},
-};
-
-constexpr Key<FaultRule> kFaultKeys[] = {
-    {"kind", [](Text t, FaultRule& f) { return ReadChoice(t, kFaultKinds, f.Kind); }},
-    {"at", [](Text t, FaultRule& f) { return ReadNumber(t, 0, kLongest, f.At); }},
-    {"for", [](Text t, FaultRule& f) { return ReadNumber(t, 0.001, kLongest, f.For); }},
-    {"every", [](Text t, FaultRule& f) { return ReadNumber(t, 0.01, kLongest, f.Every); }},
-    {"probability",
-     [](Text t, FaultRule& f) {
-         f.ByChance = true;
-         return ReadNumber(t, 0, 1, f.Probability);
-     }},
-    {"times", [](Text t, FaultRule& f) { return ReadInteger(t, 1, 1e6, f.Times); }},
-    {"match", [](Text t, FaultRule& f) { return ReadMatch(t, f.Match); }},
-    {"count", [](Text t, FaultRule& f) { return ReadInteger(t, 1, 1000, f.Count); }},
-    {"pause", [](Text t, FaultRule& f) { return ReadNumber(t, 0, 60, f.Pause); }},
-};
-
-template <typename Target, std::size_t kCount>
-Problem ReadKey(const Key<Target> (&keys)[kCount], const std::string& name, Text value,
-                Target& target) {
-    for (const auto& key : keys) {
-        if (name == key.Name) return key.Read(value, target);
-    }
-    return "unknown key";
-}
-
-/// "frame-0C = 1A F8" puts a value into the freeze frame; everything else is an ordinary key.
-Problem ReadCodeKey(const std::string& name, Text value, CodeRule& code) {
-    if (name.size() == 8 && name.starts_with("frame-") && name != "frame-at") {
-        const auto pid = ToBytes(Text(name).substr(6));
-        const auto bytes = ToBytes(value);
-        if (!pid) return "unknown key";
-        if (!bytes || bytes->size() > 4) return "expects one to four hexadecimal bytes";
-        code.FrameBytes[pid->front()] = *bytes;
-        return {};
-    }
-    return ReadKey(kCodeKeys, name, value, code);
-}
 
 /// Reads one scenario text line by line and remembers the section that it is in.
 class Reader {
@@ -168,11 +35,31 @@ class Reader {
     Problem Finish() {
         if (scenario_.RepeatFrom > scenario_.Phases.size())
             return "[drive] repeat-from: there is no phase " + std::to_string(scenario_.RepeatFrom);
+        if (scenario_.UnitRules.size() > static_cast<std::size_t>(scenario_.Units))
+            return "[unit " + std::to_string(scenario_.UnitRules.size()) +
+                   "] the vehicle has only " + std::to_string(scenario_.Units);
         for (std::size_t i = 0; i < scenario_.Codes.size(); ++i) {
             const std::string section = "[code " + std::to_string(i + 1) + "] ";
             if (scenario_.Codes[i].Code == 0) return section + "code: missing";
             if (scenario_.Codes[i].Unit > scenario_.Units)
                 return section + "unit: the vehicle has only " + std::to_string(scenario_.Units);
+            const CodeRule& code = scenario_.Codes[i];
+            const bool permanent = code.Permanent || code.State == CodeState::Permanent;
+            if (permanent && scenario_.Services.count(0x0A) == 0)
+                return section + "permanent: needs service 0A in [vehicle] services";
+        }
+        for (std::size_t i = 0; i < scenario_.Tests.size(); ++i) {
+            const std::string section = "[test " + std::to_string(i + 1) + "] ";
+            if (scenario_.Tests[i].Monitor % 0x20 == 0)
+                return section + "monitor: missing, or the number of a mask";
+            if (scenario_.Tests[i].Unit > scenario_.Units)
+                return section + "unit: the vehicle has only " + std::to_string(scenario_.Units);
+            if (scenario_.Services.count(0x06) == 0)
+                return section + "needs service 06 in [vehicle] services";
+        }
+        for (std::size_t i = 0; i < scenario_.Refusals.size(); ++i) {
+            if (scenario_.Refusals[i].Request.empty())
+                return "[refusal " + std::to_string(i + 1) + "] request: missing";
         }
         for (std::size_t i = 0; i < scenario_.Faults.size(); ++i) {
             if (!kindsGiven_[i]) return "[fault " + std::to_string(i + 1) + "] kind: missing";
@@ -194,36 +81,46 @@ class Reader {
         keysSeen_.clear();
         readKey_ = nullptr;
         if (!sectionsSeen_.insert(section_).second) return Where("") + "section given twice";
-        if (section_ == "vehicle") return Use(kVehicleKeys, scenario_);
-        if (section_ == "interface") return Use(kInterfaceKeys, scenario_);
-        if (section_ == "drive") return Use(kDriveKeys, scenario_);
+        if (section_ == "vehicle") return Use(ReadVehicleKey, scenario_);
+        if (section_ == "interface") return Use(ReadInterfaceKey, scenario_);
+        if (section_ == "drive") return Use(ReadDriveKey, scenario_);
         if (section_.starts_with("phase ")) {
             if (Problem problem = Append(scenario_.Phases, 6); !problem.empty()) return problem;
-            return Use(kPhaseKeys, scenario_.Phases.back());
+            return Use(ReadElementKey, scenario_.Phases.back());
+        }
+        if (section_.starts_with("unit ")) {
+            if (Problem problem = Append(scenario_.UnitRules, 5); !problem.empty()) return problem;
+            return Use(ReadElementKey, scenario_.UnitRules.back());
         }
         if (section_.starts_with("code ")) {
             if (Problem problem = Append(scenario_.Codes, 5); !problem.empty()) return problem;
-            readKey_ = [&code = scenario_.Codes.back()](const std::string& key, Text value) {
-                return ReadCodeKey(key, value, code);
-            };
-            return {};
+            return Use(ReadElementKey, scenario_.Codes.back());
+        }
+        if (section_.starts_with("test ")) {
+            if (Problem problem = Append(scenario_.Tests, 5); !problem.empty()) return problem;
+            return Use(ReadElementKey, scenario_.Tests.back());
+        }
+        if (section_.starts_with("refusal ")) {
+            if (Problem problem = Append(scenario_.Refusals, 8); !problem.empty()) return problem;
+            return Use(ReadElementKey, scenario_.Refusals.back());
         }
         if (section_.starts_with("fault ")) {
             if (Problem problem = Append(scenario_.Faults, 6); !problem.empty()) return problem;
             kindsGiven_.push_back(false);
             readKey_ = [this](const std::string& key, Text value) {
                 if (key == "kind") kindsGiven_.back() = true;
-                return ReadKey(kFaultKeys, key, value, scenario_.Faults.back());
+                return ReadElementKey(key, value, scenario_.Faults.back());
             };
             return {};
         }
         return Where("") + "unknown section";
     }
 
-    template <typename Target, std::size_t kCount>
-    Problem Use(const Key<Target> (&keys)[kCount], Target& target) {
-        readKey_ = [&keys, &target](const std::string& key, Text value) {
-            return ReadKey(keys, key, value, target);
+    template <typename Target>
+    Problem Use(Problem (*read)(const std::string& key, Text value, Target& target),
+                Target& target) {
+        readKey_ = [read, &target](const std::string& key, Text value) {
+            return read(key, value, target);
         };
         return {};
     }

@@ -71,6 +71,33 @@ Problem ReadVin(std::string_view text, std::string& value) {
     return {};
 }
 
+Problem ReadUnitName(std::string_view text, std::string& value) {
+    const auto dash = text.find('-');
+    if (dash < 1 || dash > 4 || text.size() - dash - 1 > 15)
+        return "expects up to 4 characters, \"-\" and a name of up to 15";
+    return ReadText(text, 20, value);
+}
+
+Problem ReadCalibrations(std::string_view text, std::vector<std::string>& value) {
+    std::istringstream words{std::string(text)};
+    std::vector<std::string> all;
+    for (std::string word; words >> word;) {
+        if (word.size() > 16) return "\"" + word + "\" has more than 16 characters";
+        all.push_back(word);
+    }
+    if (all.size() > 8) return "more than 8 identifications";
+    value = all;
+    return {};
+}
+
+Problem ReadVerifications(std::string_view text, std::vector<std::uint8_t>& value) {
+    const auto bytes = ToBytes(text);
+    if (!bytes || bytes->size() % 4 != 0 || bytes->size() > 32)
+        return "expects numbers of four hexadecimal bytes, up to 8";
+    value = *bytes;
+    return {};
+}
+
 Problem ReadPids(std::string_view text, std::set<int>& value) {
     std::set<int> pids;
     if (!text.empty()) {

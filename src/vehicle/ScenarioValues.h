@@ -28,6 +28,21 @@ Problem ReadInteger(std::string_view text, double low, double high, Integer& val
     return {};
 }
 
+/// Hexadecimal bytes with or without blanks: "1A F8"; nothing when the text is no such thing.
+std::optional<std::vector<std::uint8_t>> ToBytes(std::string_view text);
+
+/// A number of as many hexadecimal bytes as the target has, the highest first: "04 D2".
+template <typename Integer>
+Problem ReadHex(std::string_view text, Integer& value) {
+    const auto bytes = ToBytes(text);
+    if (!bytes || bytes->size() != sizeof(Integer))
+        return "expects hexadecimal bytes: " + std::to_string(sizeof(Integer));
+    std::uint32_t number = 0;
+    for (std::uint8_t byte : *bytes) number = number << 8 | byte;
+    value = static_cast<Integer>(number);
+    return {};
+}
+
 template <typename Value>
 struct Choice {
     const char* Word;
@@ -55,6 +70,15 @@ Problem ReadText(std::string_view text, std::size_t longest, std::string& value)
 
 Problem ReadVin(std::string_view text, std::string& value);
 
+/// The name of a control unit: an acronym, a dash and a text, "TCM-Transmission".
+Problem ReadUnitName(std::string_view text, std::string& value);
+
+/// Calibration identifications without blanks, with blanks between them.
+Problem ReadCalibrations(std::string_view text, std::vector<std::string>& value);
+
+/// Calibration verification numbers of four bytes each: "17 91 BC 82".
+Problem ReadVerifications(std::string_view text, std::vector<std::uint8_t>& value);
+
 /// A list of PIDs in hexadecimal: "05 0C".
 Problem ReadPids(std::string_view text, std::set<int>& value);
 
@@ -63,8 +87,5 @@ Problem ReadCode(std::string_view text, std::uint16_t& value);
 
 /// The beginning of a command, which is kept in upper case without blanks.
 Problem ReadMatch(std::string_view text, std::string& value);
-
-/// Hexadecimal bytes with or without blanks: "1A F8"; nothing when the text is no such thing.
-std::optional<std::vector<std::uint8_t>> ToBytes(std::string_view text);
 
 }  // namespace dravik::vehicle

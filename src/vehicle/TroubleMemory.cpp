@@ -32,6 +32,10 @@ std::uint8_t IncompleteAfter(double warmSeconds) {
     return incomplete;
 }
 
+bool LightsLamp(const CodeRule& rule) {
+    return rule.Lamp && rule.State == CodeState::Stored;
+}
+
 }  // namespace
 
 TroubleMemory::TroubleMemory(const Scenario& scenario, TakeFrame takeFrame)
@@ -39,13 +43,15 @@ TroubleMemory::TroubleMemory(const Scenario& scenario, TakeFrame takeFrame)
       distanceBase_(scenario.Distance),
       minutesBase_(scenario.Minutes),
       warmUpsBase_(scenario.WarmUps),
-      incomplete_(scenario.MonitorsComplete ? kOpenAfterLongDrive : kMonitors) {
+      incomplete_(scenario.OpenMonitors.value_or(scenario.MonitorsComplete ? kOpenAfterLongDrive
+                                                                           : kMonitors)) {
+    for (const UnitRule& rule : scenario.UnitRules) monitors_.push_back(rule.Monitors);
     for (const CodeRule& rule : scenario.Codes) {
         if (rule.At > 0) {
             waiting_.push_back(rule);
             continue;
         }
-        Entry entry{rule, rule.HasFrame && !rule.Pending, {}};
+        Entry entry{rule, rule.HasFrame && rule.State == CodeState::Stored, {}};
         if (entry.HasFrame) {
             // An old code's frame shows the car as it was on an earlier drive like this one.
             const auto earlier = std::make_unique<CarModel>(scenario);
@@ -54,7 +60,7 @@ TroubleMemory::TroubleMemory(const Scenario& scenario, TakeFrame takeFrame)
             for (const auto& [pid, bytes] : rule.FrameBytes) entry.Frame[pid] = bytes;
         }
         entries_.push_back(std::move(entry));
-        if (rule.Lamp && !rule.Pending) {
+        if (LightsLamp(rule)) {
             // The lamp of an old code has been on for half of the way since the last clearing.
             lampDistance_ = scenario.Distance / 2;
             lampMinutes_ = scenario.Minutes / 2;
@@ -65,9 +71,8 @@ TroubleMemory::TroubleMemory(const Scenario& scenario, TakeFrame takeFrame)
 }
 
 void TroubleMemory::Update(double seconds, const CarState& car) {
-    const bool lamp = std::any_of(entries_.begin(), entries_.end(), [](const Entry& entry) {
-        return entry.Rule.Lamp && !entry.Rule.Pending;
-    });
+    const bool lamp = std::any_of(entries_.begin(), entries_.end(),
+                                  [](const Entry& entry) { return LightsLamp(entry.Rule); });
     if (lamp) {
         lampDistance_ += car.Distance - lastDistance_;
         lampMinutes_ += (car.EngineSeconds - lastSeconds_) / 60;
@@ -77,7 +82,7 @@ void TroubleMemory::Update(double seconds, const CarState& car) {
     while (!waiting_.empty() && waiting_.front().At <= seconds) {
         const CodeRule rule = waiting_.front();
         waiting_.erase(waiting_.begin());
-        Entry entry{rule, rule.HasFrame && !rule.Pending, {}};
+        Entry entry{rule, rule.HasFrame && rule.State == CodeState::Stored, {}};
         if (entry.HasFrame) {
             entry.Frame = takeFrame_(car, rule.Code);
             for (const auto& [pid, bytes] : rule.FrameBytes) entry.Frame[pid] = bytes;
@@ -85,13 +90,19 @@ void TroubleMemory::Update(double seconds, const CarState& car) {
         entries_.push_back(std::move(entry));
     }
     const double warm = std::min(car.WarmTime, car.EngineSeconds - clearedAt_);
+    const bool open = incomplete_ != 0;
     incomplete_ = static_cast<std::uint8_t>(incomplete_ & IncompleteAfter(warm));
+    // The last monitor has run and found nothing: what was only kept until then may go.
+    if (open && incomplete_ == 0)
+        std::erase_if(entries_,
+                      [](const Entry& e) { return e.Rule.State == CodeState::Permanent; });
 }
 
-std::vector<std::uint16_t> TroubleMemory::Codes(int unit, bool pending) const {
+std::vector<std::uint16_t> TroubleMemory::Codes(int unit, CodeState state) const {
     std::vector<std::uint16_t> codes;
     for (const Entry& entry : entries_) {
-        if (entry.Rule.Unit == unit && entry.Rule.Pending == pending)
+        const bool both = state == CodeState::Permanent && entry.Rule.Permanent;
+        if (entry.Rule.Unit == unit && (entry.Rule.State == state || both))
             codes.push_back(entry.Rule.Code);
     }
     return codes;
@@ -99,11 +110,11 @@ std::vector<std::uint16_t> TroubleMemory::Codes(int unit, bool pending) const {
 
 TroubleStatus TroubleMemory::Status(int unit, const CarState& car) const {
     TroubleStatus status;
-    const auto codes = Codes(unit, false);
+    const auto codes = Codes(unit, CodeState::Stored);
     status.StoredCodes = static_cast<int>(std::min<std::size_t>(codes.size(), 127));
     if (!codes.empty()) status.FirstCode = codes.front();
     for (const Entry& entry : entries_) {
-        if (entry.Rule.Unit == unit && entry.Rule.Lamp && !entry.Rule.Pending) status.Lamp = true;
+        if (entry.Rule.Unit == unit && LightsLamp(entry.Rule)) status.Lamp = true;
     }
     status.DistanceWithLamp = lampDistance_;
     status.MinutesWithLamp = lampMinutes_;
@@ -113,19 +124,33 @@ TroubleStatus TroubleMemory::Status(int unit, const CarState& car) const {
     status.MonitorsIncomplete = incomplete_;
     status.CycleIncomplete =
         IncompleteAfter(std::min(car.WarmTime, car.EngineSeconds - clearedAt_));
+    const auto index = static_cast<std::size_t>(unit - 1);
+    if (index < monitors_.size() && monitors_[index]) {
+        status.Monitors = *monitors_[index];
+        // Only the engine's unit sees misfires and the fuel system.
+        if (unit > 1) status.Continuous = 0x04;
+    }
+    status.MonitorsIncomplete &= status.Monitors;
+    status.CycleIncomplete &= status.Monitors;
     return status;
 }
 
 const FrameValues* TroubleMemory::Frame(int unit, std::size_t number) const {
     for (const Entry& entry : entries_) {
-        if (entry.Rule.Unit != unit || entry.Rule.Pending) continue;
+        if (entry.Rule.Unit != unit || entry.Rule.State != CodeState::Stored) continue;
         if (number-- == 0) return entry.HasFrame ? &entry.Frame : nullptr;
     }
     return nullptr;
 }
 
 void TroubleMemory::Clear(const CarState& car) {
-    entries_.clear();
+    std::erase_if(entries_, [](const Entry& entry) {
+        return !entry.Rule.Permanent && entry.Rule.State != CodeState::Permanent;
+    });
+    for (Entry& entry : entries_) {
+        entry.Rule.State = CodeState::Permanent;
+        entry.HasFrame = false;
+    }
     distanceBase_ = -car.Distance;
     minutesBase_ = -car.EngineSeconds / 60;
     warmUpsBase_ = -car.WarmUps;

@@ -20,12 +20,11 @@ struct TroubleStatus {
     double DistanceSinceCleared = 0;  ///< km
     double MinutesSinceCleared = 0;
     int WarmUpsSinceCleared = 0;
+    std::uint8_t Continuous = 0x07;       ///< misfire, fuel system, components, as in PID 01 byte B
+    std::uint8_t Monitors = kMonitors;    ///< the others that the unit has, as in PID 01 byte C
     std::uint8_t MonitorsIncomplete = 0;  ///< since the codes were cleared, as in PID 01 byte D
     std::uint8_t CycleIncomplete = 0;     ///< since the engine was started, as in PID 41 byte D
 };
-
-/// The monitors that this car has, as in PID 01 byte C.
-inline constexpr std::uint8_t kMonitors = 0x65;
 
 /// The trouble codes of all control units, with lamp, freeze frames and the counters that clearing
 /// puts back.
@@ -40,7 +39,8 @@ class TroubleMemory {
     void Update(double seconds, const CarState& car);
 
     /// Codes of one control unit (from 1) in the order in which they were stored.
-    std::vector<std::uint16_t> Codes(int unit, bool pending) const;
+    /// A stored code that is permanent too is among both.
+    std::vector<std::uint16_t> Codes(int unit, CodeState state) const;
 
     TroubleStatus Status(int unit, const CarState& car) const;
 
@@ -48,7 +48,8 @@ class TroubleMemory {
     /// Null when there is no such code or no frame with it.
     const FrameValues* Frame(int unit, std::size_t number) const;
 
-    /// Forgets codes, frames and monitor results of all units and starts the counters anew.
+    /// Forgets codes, frames and monitor results of all units and starts the counters anew. What is
+    /// permanent stays so until the monitors have run.
     void Clear(const CarState& car);
 
  private:
@@ -66,6 +67,7 @@ class TroubleMemory {
     double lampDistance_ = 0, lampMinutes_ = 0;
     double lastDistance_ = 0, lastSeconds_ = 0;
     std::uint8_t incomplete_;
+    std::vector<std::optional<std::uint8_t>> monitors_;  ///< of each unit that is said to have some
     double clearedAt_ = 0;  ///< the car's engine seconds when it was cleared
 };
 

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "vehicle/Information.h"
+#include "vehicle/MonitorTests.h"
+
 namespace dravik::vehicle {
 namespace {
 
@@ -9,10 +12,10 @@ constexpr int kEngineUnit = 1;
 constexpr std::uint8_t kModeNotSupported = 0x11;
 constexpr std::uint8_t kWrongFormat = 0x12;
 constexpr std::uint8_t kConditionsNotCorrect = 0x22;
-constexpr const char* kCalibration = "DRAVIKVEHICLE001";  // 16 characters
+constexpr int kOdometer = 0xA6;
 
 bool IsMask(int pid) {
-    return pid == 0x00 || pid == 0x20 || pid == 0x40;
+    return pid % 0x20 == 0;
 }
 
 void Append(Bytes& message, const Bytes& more) {
@@ -24,25 +27,11 @@ void AppendCode(Bytes& message, std::uint16_t code) {
     message.push_back(static_cast<std::uint8_t>(code & 0xFF));
 }
 
-/// A text in messages of four bytes, as buses without long messages carry it: mode, information
-/// type, message number, four bytes, with zeroes in front where the text is no multiple of four.
-std::vector<Bytes> ShortTextMessages(std::uint8_t type, const std::string& text) {
-    std::string padded((4 - text.size() % 4) % 4, '\0');
-    padded += text;
-    std::vector<Bytes> messages;
-    for (std::size_t i = 0; i < padded.size(); i += 4) {
-        Bytes message = {0x49, type, static_cast<std::uint8_t>(i / 4 + 1)};
-        message.insert(message.end(), padded.begin() + static_cast<std::ptrdiff_t>(i),
-                       padded.begin() + static_cast<std::ptrdiff_t>(i + 4));
-        messages.push_back(message);
-    }
-    return messages;
-}
-
 }  // namespace
 
 Vehicle::Vehicle(const Scenario& scenario)
     : scenario_(scenario),
+      timesRefused_(scenario.Refusals.size(), 0),
       car_(scenario_),
       trouble_(scenario_,
                [this](const CarState& car, std::uint16_t code) { return TakeFrame(car, code); }) {}
@@ -57,39 +46,71 @@ std::vector<UnitReply> Vehicle::Request(const Bytes& request) {
     if (!Awake() || request.empty()) return replies;
     cleared_ = false;
     for (int unit = 1; unit <= scenario_.Units; ++unit) {
-        auto messages = Answer(unit, request);
-        if (!messages.empty()) replies.push_back({unit, std::move(messages)});
+        UnitReply reply = ReplyOf(unit, request);
+        if (!reply.Messages.empty()) replies.push_back(std::move(reply));
     }
     return replies;
+}
+
+UnitReply Vehicle::ReplyOf(int unit, const Bytes& request) {
+    for (std::size_t i = 0; i < scenario_.Refusals.size(); ++i) {
+        const RefusalRule& rule = scenario_.Refusals[i];
+        const bool meant = rule.Unit == 0 || rule.Unit == unit;
+        const bool begins = rule.Request.size() <= request.size() &&
+                            std::equal(rule.Request.begin(), rule.Request.end(), request.begin());
+        if (!meant || !begins || timesRefused_[i] >= rule.Times) continue;
+        ++timesRefused_[i];
+        UnitReply reply{unit, {}, rule.PendingTime};
+        if (rule.Then == RefusalRule::Ending::Answer) {
+            reply.Messages = Answer(unit, request);
+            if (reply.Messages.empty()) return reply;
+        } else if (rule.Then == RefusalRule::Ending::Refusal) {
+            reply.Messages = {{kRefused, request[0], rule.Reason}};
+        }
+        reply.Messages.insert(reply.Messages.begin(), static_cast<std::size_t>(rule.Pending),
+                              {kRefused, request[0], kAnswerPending});
+        return reply;
+    }
+    return {unit, Answer(unit, request)};
 }
 
 bool Vehicle::Supports(int unit, int pid) const {
     if (IsMask(pid)) {
         if (pid == 0x00) return true;
-        for (int above = pid + 1; above <= 0x4E; ++above) {
+        for (int above = pid + 1; above <= kLastPid; ++above) {
             if (!IsMask(above) && Supports(unit, above)) return true;
         }
         return false;
     }
     const PidRow* row = FindPid(pid);
+    if (pid == kOdometer && !scenario_.Odometer) return false;
     return row != nullptr && scenario_.UnsupportedPids.count(pid) == 0 &&
            (unit == kEngineUnit || row->Gearbox);
 }
 
 std::vector<Bytes> Vehicle::Answer(int unit, const Bytes& request) {
+    if (scenario_.Services.count(request[0]) == 0)
+        return Refusal(unit, request[0], kModeNotSupported);
     switch (request[0]) {
         case 0x01:
             return LiveData(unit, request);
         case 0x02:
             return FrozenData(unit, request);
         case 0x03:
-            return CodeList(unit, 0x03);
+            return CodeList(unit, 0x03, CodeState::Stored);
         case 0x04:
             return ClearAll();
+        case 0x06:
+            if (request.size() != 2) return Refusal(unit, 0x06, kWrongFormat);
+            return TestResultsOf(scenario_, unit, request[1], LongMessages(),
+                                 trouble_.Status(unit, car_.State()));
         case 0x07:
-            return CodeList(unit, 0x07);
+            return CodeList(unit, 0x07, CodeState::Pending);
         case 0x09:
-            return unit == kEngineUnit ? Information(request) : std::vector<Bytes>();
+            if (request.size() != 2) return Refusal(unit, 0x09, kWrongFormat);
+            return InformationOf(scenario_, unit, request[1], LongMessages());
+        case 0x0A:
+            return CodeList(unit, 0x0A, CodeState::Permanent);
         default:
             return Refusal(unit, request[0], kModeNotSupported);
     }
@@ -112,7 +133,12 @@ std::vector<Bytes> Vehicle::LiveData(int unit, const Bytes& request) const {
 std::vector<Bytes> Vehicle::FrozenData(int unit, const Bytes& request) const {
     if (request.size() != 3) return Refusal(unit, 0x02, kWrongFormat);
     const FrameValues* frame = trouble_.Frame(unit, request[2]);
-    if (frame == nullptr) return {};
+    if (frame == nullptr) {
+        if (!scenario_.EmptyFrames || request[2] != 0) return {};
+        if (request[1] == 0x00) return {{0x42, 0x00, 0x00, 0x40, 0x00, 0x00, 0x00}};
+        if (request[1] == 0x02) return {{0x42, 0x02, 0x00, 0x00, 0x00}};
+        return {};
+    }
     const auto kept = [unit, frame](int pid) {
         const PidRow* row = FindPid(pid);
         const bool ofUnit = unit == kEngineUnit || pid == 0x02 || (row != nullptr && row->Gearbox);
@@ -120,7 +146,7 @@ std::vector<Bytes> Vehicle::FrozenData(int unit, const Bytes& request) const {
     };
     const auto supported = [&kept](int pid) {
         if (!IsMask(pid)) return kept(pid);
-        for (int above = pid + 1; above <= 0x4E; ++above) {
+        for (int above = pid + 1; above <= kLastPid; ++above) {
             if (kept(above)) return true;
         }
         return false;
@@ -132,8 +158,8 @@ std::vector<Bytes> Vehicle::FrozenData(int unit, const Bytes& request) const {
     return {message};
 }
 
-std::vector<Bytes> Vehicle::CodeList(int unit, std::uint8_t mode) const {
-    const auto codes = trouble_.Codes(unit, mode == 0x07);
+std::vector<Bytes> Vehicle::CodeList(int unit, std::uint8_t mode, CodeState state) const {
+    const auto codes = trouble_.Codes(unit, state);
     const auto answer = static_cast<std::uint8_t>(mode + 0x40);
     if (LongMessages()) {
         Bytes message = {answer, static_cast<std::uint8_t>(codes.size())};
@@ -159,30 +185,6 @@ std::vector<Bytes> Vehicle::ClearAll() {
     return {{0x44}};
 }
 
-std::vector<Bytes> Vehicle::Information(const Bytes& request) const {
-    if (request.size() != 2) return Refusal(kEngineUnit, 0x09, kWrongFormat);
-    const std::uint8_t type = request[1];
-    const std::string text = type == 0x02 ? scenario_.Vin : type == 0x04 ? kCalibration : "";
-    if (!text.empty()) {
-        if (!LongMessages()) return ShortTextMessages(type, text);
-        Bytes message = {0x49, type, 0x01};
-        message.insert(message.end(), text.begin(), text.end());
-        return {message};
-    }
-    // Types 01 and 03 say how many short messages 02 and 04 take.
-    if (type == 0x00) {
-        Bytes message = {0x49, 0x00};
-        if (!LongMessages()) message.push_back(0x01);
-        Append(message, SupportMask(0, [this](int t) {
-                   return t == 2 || t == 4 || (!LongMessages() && (t == 1 || t == 3));
-               }));
-        return {message};
-    }
-    if (!LongMessages() && type == 0x01) return {{0x49, 0x01, 0x05}};
-    if (!LongMessages() && type == 0x03) return {{0x49, 0x03, 0x04}};
-    return {};
-}
-
 /// Only the units of the keyword protocols refuse a request that went to all of them; the others
 /// stay silent.
 std::vector<Bytes> Vehicle::Refusal(int unit, std::uint8_t mode, std::uint8_t reason) const {
@@ -195,7 +197,7 @@ FrameValues Vehicle::TakeFrame(const CarState& car, std::uint16_t code) const {
     FrameValues frame;
     TroubleStatus status;
     status.FirstCode = code;
-    for (int pid = 0x02; pid <= 0x4E; ++pid) {
+    for (int pid = 0x02; pid <= kLastPid; ++pid) {
         const PidRow* row = FindPid(pid);
         if (row == nullptr || !row->InFrame) continue;
         if (pid != 0x02 && !Supports(kEngineUnit, pid)) continue;

@@ -216,6 +216,20 @@ TEST(Car, OverheatsOnlyWhenItsCoolingFails) {
     EXPECT_NEAR(broken.Speed(), 110, 4) << "it drives on meanwhile";
 }
 
+TEST(Car, OdometerIsReachedThroughTheMasksAndRunsWithTheDrive) {
+    Desk desk(
+        "[vehicle]\nodometer = 84210.3\n[phase 1]\naction = cruise\nspeed = 100\n"
+        "[interface]\necho = off\nline-feeds = off\n");
+    desk.Connect();
+    for (const char* mask : {"0160", "0180"})
+        EXPECT_EQ(desk.Ask(mask).substr(6), "00 00 00 01 \r\r>") << mask;
+    EXPECT_EQ(desk.Ask("01A0"), "41 A0 04 00 00 00 \r\r>");
+    const std::string before = desk.Ask("01A6");
+    EXPECT_EQ(before.substr(0, 15), "41 A6 00 0C D9 ") << "842,103 is CD977";
+    desk.Now = 36;
+    EXPECT_GT(desk.Ask("01A6"), before);
+}
+
 TEST(Car, SameSeedAndTimeGiveTheSameReadingsWhateverTheSteps) {
     Scenario scenario = BuiltIn("drive");
     Probe once(scenario), often(scenario);

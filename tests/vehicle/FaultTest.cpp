@@ -27,6 +27,24 @@ TEST(Faults, SpoilTheirOwnRequestTheGivenNumberOfTimes) {
     }
 }
 
+TEST(Faults, WordsOfTheInterfaceEndAnAnswerWhereTheScenarioSays) {
+    const std::string car =
+        "[vehicle]\nprotocol = can-11-500\n[interface]\nblank-at-line-end = no\n[fault 1]\n"
+        "kind = words\n";
+    for (const auto& [keys, reply] :
+         {std::pair{"match = 09\ntext = BUFFER FULL\nafter = 2\n",
+                    "014\r0: 49 02 01 57 44 52\rBUFFER FULL\r\r>"},
+          {"match = 09\nafter = 99\n",
+           "014\r0: 49 02 01 57 44 52\r1: 41 56 31 4B 30 30 56\r2: 45 48 31 43 4C 45 30\r"
+           "BUS ERROR\r\r>"},
+          {"match = 09\ntext = CAN ERROR\n", "CAN ERROR\r\r>"}}) {
+        Desk desk(car + keys);
+        desk.Connect();
+        EXPECT_EQ(desk.Ask("0902"), reply);
+        EXPECT_EQ(desk.Ask("ATDPN"), "A6\r\r>");
+    }
+}
+
 TEST(Faults, SilenceOfTheWholeInterfaceIncludesTheEcho) {
     Desk dead(BuiltIn("silent"));
     for (const char* command : {"ATZ", "ATE0", "0101"}) EXPECT_EQ(dead.Ask(command), "");

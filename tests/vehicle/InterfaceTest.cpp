@@ -216,6 +216,60 @@ TEST(Interface, RefusesAndKeepsSilentAsControlUnitsDo) {
     }
 }
 
+TEST(Interface, UnitsAskForPatienceRefuseOrFallSilentAsTheScenarioSays) {
+    const struct {
+        const char* Scenario;  ///< after the protocol of the vehicle
+        const char* Headers;
+        std::vector<std::string> Replies;  ///< to 03, asked as often
+    } rows[] = {
+        {"can-11-500\npadding = AA\n[refusal 1]\nrequest = 03\npending = 2\nthen = answer\n",
+         "ATH0",
+         {"7F 03 78 \r7F 03 78 \r43 01 01 33 \r43 01 07 00 \r\r>"}},
+        {"can-11-500\npadding = AA\norder = interleaved\n"
+         "[refusal 1]\nrequest = 03\npending = 1\nthen = answer\n",
+         "ATH1",
+         {"7E8 03 7F 03 78 AA AA AA AA \r7E9 04 43 01 07 00 AA AA AA \r"
+          "7E8 04 43 01 01 33 AA AA AA \r\r>"}},
+        {"can-29-500\n[refusal 1]\nrequest = 03\nunit = 2\nreason = 22\n",
+         "ATH1",
+         {"18 DA F1 10 04 43 01 01 33 \r18 DA F1 18 03 7F 03 22 \r\r>"}},
+        {"kwp-fast\n[refusal 1]\nrequest = 03\nunit = 0\npending = 1\nreason = 10\ntimes = 1\n",
+         "ATH1",
+         {"83 F1 10 7F 03 78 7E \r83 F1 10 7F 03 10 16 \r"
+          "87 F1 18 43 07 00 00 00 00 00 DA \r\r>",
+          "87 F1 10 43 01 33 00 00 00 00 FF \r87 F1 18 43 07 00 00 00 00 00 DA \r\r>"}},
+        {"can-11-500\n[refusal 1]\nrequest = 03\nunit = 0\npending = 1\nthen = silence\n",
+         "ATH0",
+         {"7F 03 78 \r7F 03 78 \r\r>"}},
+        {"can-11-500\n[refusal 1]\nrequest = 03\npending = 3\nthen = answer\ntimes = 1\n"
+         "[refusal 2]\nrequest = 03\nunit = 2\nthen = silence\n"
+         "[interface]\nwaits-for-pending = no\n",
+         "ATH0",
+         {"7F 03 78 \r\r>", "43 01 01 33 \r\r>"}},
+    };
+    for (const auto& row : rows) {
+        Desk desk(std::string(kIdle) +
+                  "[code 1]\ncode = P0133\n[code 2]\ncode = P0700\nunit = 2\n" +
+                  "[vehicle]\nunits = 2\nprotocol = " + row.Scenario);
+        desk.Connect();
+        desk.Ask(row.Headers);
+        for (const auto& reply : row.Replies) EXPECT_EQ(desk.Ask("03"), reply) << row.Scenario;
+    }
+}
+
+TEST(Interface, RefusedClearClearsNothingAndPatienceTakesItsTime) {
+    Desk desk(std::string(kIdle) +
+              "[code 1]\ncode = P0133\n[refusal 1]\nrequest = 04\nreason = 22\ntimes = 1\n"
+              "[refusal 2]\nrequest = 04\npending = 2\npending-time = 3\nthen = answer\n");
+    desk.Connect();
+    EXPECT_EQ(desk.Ask("04"), "7F 04 22 \r\r>");
+    EXPECT_EQ(desk.Ask("03"), "43 01 33 00 00 00 00 \r\r>");
+    const double before = desk.Now;
+    EXPECT_EQ(desk.Ask("04"), "7F 04 78 \r7F 04 78 \r44 \r\r>");
+    EXPECT_NEAR(desk.Now - before, 6, 0.3) << "of the car, on the clock of the desk";
+    EXPECT_EQ(desk.Ask("03"), "43 00 00 00 00 00 00 \r\r>");
+}
+
 TEST(Interface, SeveralControlUnitsAnswerOneAfterTheOther) {
     Desk desk(std::string("[vehicle]\nunits = 2\n") + kIdle +
               "[code 1]\ncode = P0133\n[code 2]\ncode = P0700\nunit = 2\n");

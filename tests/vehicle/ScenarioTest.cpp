@@ -23,6 +23,17 @@ TEST(ScenarioFile, SaysWhatIsWrongWithFileSectionAndKey) {
         {"[vehicle]\nvin = 123\n", "[vehicle] vin:"},
         {"[vehicle]\nunsupported-pids = 20\n", "[vehicle] unsupported-pids:"},
         {"[vehicle]\nunsupported-pids = 1G\n", "[vehicle] unsupported-pids:"},
+        {"[vehicle]\nopen-monitors = vapour rust\n", "[vehicle] open-monitors:"},
+        {"[code 1]\ncode = P0133\npermanent = yes\n", "[code 1] permanent:"},
+        {"[unit 1]\n[unit 2]\n", "[unit 2]"},
+        {"[unit 1]\nname = Gearbox\n", "[unit 1] name:"},
+        {"[unit 1]\ncalibrations = 12345678901234567\n", "[unit 1] calibrations:"},
+        {"[unit 1]\nverifications = 17 91 BC\n", "[unit 1] verifications:"},
+        {"[test 1]\nmonitor = 21\n", "[test 1] needs service 06"},
+        {"[test 1]\nmonitor = 20\n", "[test 1] monitor:"},
+        {"[test 1]\nvalue = 21\n", "[test 1] value:"},
+        {"[refusal 1]\nreason = 22\n", "[refusal 1] request:"},
+        {"[refusal 1]\nthen = perhaps\n", "[refusal 1] then:"},
         {"[phase 2]\n", "[phase 2]"},
         {"[drive]\nrepeat-from = 1\n", "[drive] repeat-from:"},
         {"[code 1]\nlamp = on\n", "[code 1] code:"},
@@ -66,7 +77,8 @@ TEST(ScenarioFile, ReadsEveryKeyWithCommentsAndCarriageReturns) {
 
 TEST(ScenarioFile, BuiltInNamesWorkWithoutFilesAndFilesByPath) {
     EXPECT_EQ(BuiltInScenarioNames(),
-              (std::vector<std::string>{"drive", "faults", "flaky", "ignition-off", "silent"}));
+              (std::vector<std::string>{"drive", "faults", "flaky", "ignition-off", "silent",
+                                        "workshop"}));
     for (const auto& name : BuiltInScenarioNames()) {
         Scenario scenario;
         EXPECT_EQ(LoadScenario(name, scenario), "");
@@ -78,6 +90,26 @@ TEST(ScenarioFile, BuiltInNamesWorkWithoutFilesAndFilesByPath) {
     const TemporaryFolder folder;
     EXPECT_EQ(LoadScenario(folder.Write("x.ini", "[vehicle]\nseed = 77\n"), scenario), "");
     EXPECT_EQ(scenario.Seed, 77u);
+}
+
+TEST(ScenarioFile, WorkshopHasEverythingThatADiagnosisShows) {
+    Desk desk(BuiltIn("workshop"));
+    desk.Connect();
+    desk.Ask("ATS0");
+    const std::pair<const char*, const char*> rows[] = {
+        {"0101", "410183076505\r410181040000\r410102040000\r\r>"},
+        {"03", "008\r0:430301330301\r43010700\r430240 35C121\r1:1131AAAAAAAAAA\r\r>"},
+        {"07", "47010171\r47010741\r4700\r\r>"},
+        {"0A", "4A0203010420\r4A00\r4A00\r\r>"},
+        {"020202", "4202021131\r\r>"},
+        {"0601", "013\r0:460105100078\r1:00000064010610\r2:004600000064AA\r\r>"},
+        {"0621", "00A\r0:462180050000\r1:00000000AAAAAA\r\r>"},
+    };
+    for (const auto& [request, reply] : rows) {
+        std::string expected = reply;
+        std::erase(expected, ' ');
+        EXPECT_EQ(desk.Ask(request), expected) << request;
+    }
 }
 
 TEST(ScenarioFile, IgnitionOffEndsInUnableToConnect) {

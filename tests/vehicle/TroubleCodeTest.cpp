@@ -110,5 +110,41 @@ TEST(TroubleCodes, ClearingForgetsEverythingAndStartsTheCountersAnew) {
     EXPECT_LT(Value(desk.Ask("0131"), 2), 25u);
 }
 
+TEST(TroubleCodes, PermanentOnesStayAfterAClearUntilAllMonitorsHaveRun) {
+    const std::string drive =
+        "services = 01 02 03 04 07 0A\nopen-monitors = catalyst\n[phase 1]\naction = cruise\n"
+        "speed = 90\n[code 1]\ncode = P0420\npermanent = yes\n[code 2]\ncode = P0301\n"
+        "[code 3]\ncode = P0442\nstate = permanent\n";
+    Desk desk("[vehicle]\ncoolant = 85\n" + drive);
+    desk.Connect();
+    EXPECT_EQ(desk.Ask("0101"), "41 01 82 07 65 01 \r\r>");
+    EXPECT_EQ(desk.Ask("03"), "43 04 20 03 01 00 00 \r\r>");
+    EXPECT_EQ(desk.Ask("0A"), "4A 04 20 04 42 00 00 \r\r>");
+    desk.Now = 10;
+    EXPECT_EQ(desk.Ask("04"), "44 \r\r>");
+    EXPECT_EQ(desk.Ask("03"), "43 00 00 00 00 00 00 \r\r>");
+    EXPECT_EQ(desk.Ask("0A"), "4A 04 20 04 42 00 00 \r\r>");
+    EXPECT_EQ(desk.Ask("020200"), "NO DATA\r\r>");
+    desk.Now = 1700;
+    EXPECT_EQ(desk.Ask("0101"), "41 01 00 07 65 04 \r\r>") << "the vapour system is still to come";
+    EXPECT_EQ(desk.Ask("0A"), "4A 04 20 04 42 00 00 \r\r>");
+    desk.Now = 2100;
+    EXPECT_EQ(desk.Ask("0101"), "41 01 00 07 65 00 \r\r>");
+    EXPECT_EQ(desk.Ask("0A"), "4A 00 00 00 00 00 00 \r\r>");
+
+    Desk can("[vehicle]\nprotocol = can-11-500\n" + drive);
+    can.Connect();
+    EXPECT_EQ(can.Ask("0A"), "4A 02 04 20 04 42 \r\r>");
+}
+
+TEST(TroubleCodes, UnitWithoutAFrameSaysSoWhenTheScenarioWantsIt) {
+    Desk desk(std::string("[vehicle]\nempty-frames = yes\n") + kIdle);
+    desk.Connect();
+    EXPECT_EQ(desk.Ask("020200"), "42 02 00 00 00 \r\r>");
+    EXPECT_EQ(desk.Ask("020000"), "42 00 00 40 00 00 00 \r\r>");
+    EXPECT_EQ(desk.Ask("020C00"), "NO DATA\r\r>");
+    EXPECT_EQ(desk.Ask("020201"), "NO DATA\r\r>");
+}
+
 }  // namespace
 }  // namespace dravik::vehicle
