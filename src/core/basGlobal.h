@@ -128,7 +128,9 @@ enum class LinkFault : std::uint8_t {
     InterfaceUnread,  ///< opened, but what it sends cannot be read
     VehicleSilent,    ///< the interface is there and does not answer for the vehicle
     VehicleUnread,
-    NotReached,  ///< the interface says why it does not reach the vehicle
+    VehicleRefuses,
+    VehicleBusy,  ///< it puts off its answer again and again
+    NotReached,   ///< the interface says why it does not reach the vehicle
     NoData,      ///< the vehicle's bus is there, but nobody on it answers
     LineLost,    ///< the device disappeared
 };
@@ -159,13 +161,6 @@ enum class Bus : std::uint8_t { Unknown, J1850, Iso9141, Keyword, Can11, Can29 }
 struct CodeOrigin {
     std::uint32_t Unit = 0;    ///< address of the control unit; 0 = not known
     std::optional<int> Frame;  ///< freeze frame that this code caused, and no other unit has
-};
-
-/// A live request, as its reply names it.
-struct LiveRequest {
-    bool Freeze = false;
-    int Pid = -1;
-    int Frame = 0;  ///< of a freeze frame request
 };
 
 /// An interface that a search has found.
@@ -269,7 +264,8 @@ struct GlobalState {
     bool CodesRead = false;  ///< the trouble codes were read since the last connect
     double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
     double RequestedAt = 0;  ///< HighResTimer of the last live request
-    LiveRequest Requested;   ///< the last live request
+    /// The last live request: mode, PID and, of mode 2, the freeze frame.
+    std::vector<std::uint8_t> Requested;
     /// HighResTimer of each PID's last value, 0 = none since the connect or for this frame.
     std::array<double, kPidCount> LiveAt{};
     std::array<double, kPidCount> FreezeAt{};

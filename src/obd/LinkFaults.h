@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "core/basGlobal.h"
+#include "obd/Reply.h"
 
 /// How the link's procedures leave word of what they meet, for ReasonText. Only the files of this
 /// folder include this.
@@ -25,6 +26,9 @@ void NoteSilentInterface(std::string_view reply);
 
 /// The vehicle's answer to a request is not the one that was asked for.
 void NoteVehicleFault(std::string_view reply);
+
+/// The same for a reply that was taken apart.
+void NoteVehicleFault(const Reply& reply);
 
 /// A live reply, and whether it brought a value.
 void NoteLiveReply(std::string_view reply, bool value);

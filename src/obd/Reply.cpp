@@ -60,6 +60,32 @@ std::string Compact(std::string_view line) {
     return text;
 }
 
+/// Bytes that name what is answered: the service, its PID and freeze frame.
+std::size_t NamingBytes(const Bytes& request) {
+    if (request.empty()) return 0;
+    const auto* const end = std::end(kServicesWithPid);
+    const bool hasPid = std::find(std::begin(kServicesWithPid), end, request[0]) != end;
+    const std::size_t named = !hasPid ? 1 : request[0] == kFreezeService ? 3 : 2;
+    return std::min(named, request.size());
+}
+
+bool Answers(const Bytes& message, const Bytes& request) {
+    const std::size_t named = NamingBytes(request);
+    if (named == 0 || message.size() < named ||
+        message[0] != static_cast<std::uint8_t>(request[0] + kAnswerOffset))
+        return false;
+    const auto end = request.begin() + static_cast<std::ptrdiff_t>(named);
+    return std::equal(request.begin() + 1, end, message.begin() + 1);
+}
+
+/// Takes the next line off the front of a reply.
+std::string_view TakeLine(std::string_view& lines) {
+    const std::size_t end = lines.find_first_of("\r\n>");
+    const std::string_view line = lines.substr(0, end);
+    lines.remove_prefix(end == std::string_view::npos ? lines.size() : end + 1);
+    return line;
+}
+
 /// The lines of one reply, sorted into frames and words.
 class Reading {
  public:
@@ -71,7 +97,6 @@ class Reading {
 
  private:
     bool IsEcho(std::string_view text) const;
-    bool Answers(const Bytes& message) const;
     void TakeMessage(const UnitMessage& message, Reply& reply) const;
     ReplyEnd End(const Reply& reply, bool whole) const;
 
@@ -106,31 +131,15 @@ void Reading::Take(std::string_view line) {
         frames_.TakeBroken();  // "<DATA ERROR" behind a line means that line, too
 }
 
-bool Reading::Answers(const Bytes& message) const {
-    if (request_.empty() || message[0] != static_cast<std::uint8_t>(request_[0] + kAnswerOffset))
-        return false;
-    const bool hasPid = std::find(std::begin(kServicesWithPid), std::end(kServicesWithPid),
-                                  request_[0]) != std::end(kServicesWithPid);
-    const std::size_t named = !hasPid ? 1 : request_[0] == kFreezeService ? 3 : 2;
-    for (std::size_t i = 1; i < std::min(named, request_.size()); ++i) {
-        if (i >= message.size() || message[i] != request_[i]) return false;
-    }
-    return true;
-}
-
 void Reading::TakeMessage(const UnitMessage& message, Reply& reply) const {
     constexpr std::size_t kRefusalBytes = 3;
     const Bytes& data = message.Data;
-    if (Answers(data)) {
+    if (Answers(data, request_)) {
         reply.Messages.push_back(message);
     } else if (data.size() >= kRefusalBytes && data[0] == kNegative && !request_.empty() &&
                data[1] == request_[0]) {
         reply.Refusals.push_back({message.Unit, data[1], data[2]});
     }
-}
-
-bool PutsOff(const Refusal& refusal) {
-    return refusal.Reason == kResponsePending || refusal.Reason == kBusyRepeat;
 }
 
 ReplyEnd Reading::End(const Reply& reply, bool whole) const {
@@ -186,17 +195,27 @@ Bus BusOf(char protocolNumber) {
 
 Reply TakeApart(std::string_view reply, const Bytes& request, Bus bus, bool headers) {
     const std::size_t prompt = reply.find('>');
-    if (prompt == std::string_view::npos) return {};
     std::string_view lines = reply.substr(0, prompt);
-    Reading reading(request, bus, headers);
-    while (!lines.empty()) {
-        const std::size_t end = lines.find_first_of("\r\n");
-        reading.Take(lines.substr(0, end));
-        lines.remove_prefix(end == std::string_view::npos ? lines.size() : end + 1);
+    Reply result;
+    if (prompt != std::string_view::npos) {
+        Reading reading(request, bus, headers);
+        while (!lines.empty()) reading.Take(TakeLine(lines));
+        result = reading.Finish();
     }
-    Reply result = reading.Finish();
     result.Words = InterfaceWords(reply.substr(0, prompt));
     return result;
+}
+
+std::optional<Bytes> FirstAnswer(std::string_view reply, const Bytes& request) {
+    while (!reply.empty()) {
+        const std::string line = Compact(TakeLine(reply));
+        std::optional<Bytes> bytes = BytesOf(WithoutProgress(line));
+        if (!bytes || !Answers(*bytes, request) || bytes->size() == NamingBytes(request)) continue;
+        bytes->erase(bytes->begin(),
+                     bytes->begin() + static_cast<std::ptrdiff_t>(NamingBytes(request)));
+        return bytes;
+    }
+    return std::nullopt;
 }
 
 std::string CodeText(std::uint8_t high, std::uint8_t low) {

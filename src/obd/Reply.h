@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,10 @@ using Bytes = std::vector<std::uint8_t>;
 /// '9', and 'B' and 'C' for those of the user.
 Bus BusOf(char protocolNumber);
 
+/// Asks the interface which bus the vehicle has; from the words of `ProtocolText` where it does not
+/// know the question. Unknown when neither tells, and before the vehicle was found.
+Bus AskBus();
+
 /// One message of a control unit: the service byte first (0x43 ...), frames put together, without
 /// header, length, checksum and frame numbers.
 struct UnitMessage {
@@ -32,9 +37,10 @@ struct Refusal {
     std::uint8_t Reason = 0;
 };
 
-/// Reasons of a refusal that only put off the answer.
-constexpr std::uint8_t kBusyRepeat = 0x21;
-constexpr std::uint8_t kResponsePending = 0x78;
+/// True for a refusal that only puts off the answer: busy, or the answer will follow.
+constexpr bool PutsOff(const Refusal& refusal) {
+    return refusal.Reason == 0x21 || refusal.Reason == 0x78;
+}
 
 /// What came of a request. Of several, the first that fits.
 enum class ReplyEnd : std::uint8_t {
@@ -69,6 +75,14 @@ Reply TakeApart(std::string_view reply, const Bytes& request, Bus bus, bool head
 /// Sends a request on VehicleBus and takes its reply apart. A unit that is busy, or says that its
 /// answer will follow, is asked again for some seconds. Pumps events, like SendCommand.
 Reply Ask(const Bytes& request, bool headers);
+
+/// The data of a live value: of the first line that answers the request, what stands behind the
+/// bytes that name it. All other lines are passed over. Headers are off.
+std::optional<Bytes> FirstAnswer(std::string_view reply, const Bytes& request);
+
+/// Why a reply does not bring what was asked for, in the driver's language. Empty for one that is
+/// Answered.
+std::string ReasonOf(const Reply& reply);
 
 /// "P0133" of the two bytes of a trouble code.
 std::string CodeText(std::uint8_t high, std::uint8_t low);
