@@ -178,7 +178,7 @@ void Run::ReadVoltage() {
 
 std::optional<Lack> Run::ReadMask(std::uint8_t service, SupportMask& mask) {
     std::optional<std::uint8_t> first = 0;
-    Promise promise = Promise::None;
+    Promise promise = service == kLiveData ? Promise::Given : Promise::None;
     while (first) {
         Findings findings = query_.Ask({service, *first}, promise);
         bool any = false;

@@ -21,16 +21,14 @@ constexpr double kLongestReply = 30;  // of one that never ends
 
 constexpr int kAttempts = 3;
 constexpr int kSilences = 2;           // of these attempts may bring nothing at all
-constexpr int kMostUnanswered = 3;     // in a row: the vehicle is gone
+constexpr int kMostUnanswered = 2;     // in a row, before it is looked whether anybody is there
 constexpr double kPutOffSeconds = 20;  // that a unit may take for an answer which it has put off
 constexpr double kPause = 0.2;         // before it is asked for that again
 constexpr std::size_t kTextLimit = std::size_t{64} * 1024;
 
 bool PutOff(const Reply& reply) {
     return reply.End == ReplyEnd::Refused &&
-           std::any_of(reply.Refusals.begin(), reply.Refusals.end(), [](const Refusal& refusal) {
-               return refusal.Reason == kResponsePending || refusal.Reason == kBusyRepeat;
-           });
+           std::any_of(reply.Refusals.begin(), reply.Refusals.end(), PutsOff);
 }
 
 bool Disturbed(ReplyEnd end) {
@@ -66,11 +64,12 @@ std::optional<Lack> LackIn(const Reply& reply, Promise promise) {
     return Lack::Unreadable;
 }
 
-/// Of the number of the protocol with an "A" in front of it where it was found by searching.
+/// Of the number of the protocol with an "A" in front of it where it was found by searching; of an
+/// interface that does not know the question by other means, as for the link itself.
 dravik::Bus BusIn(const std::string& reply) {
-    const std::size_t end = reply.find_first_of("\r\n>");
-    const std::string number = reply.substr(0, end);
-    return number.empty() ? Bus::Unknown : BusOf(number.back());
+    const std::string number = reply.substr(0, reply.find_first_of("\r\n>"));
+    const dravik::Bus bus = number.empty() ? Bus::Unknown : BusOf(number.back());
+    return bus == Bus::Unknown ? AskBus() : bus;
 }
 
 void Pause() {
@@ -83,7 +82,9 @@ void Pause() {
 }  // namespace
 
 VehicleQuery::VehicleQuery() : bus_(basGlobal.VehicleBus) {
-    if (bus_ == dravik::Bus::Unknown) bus_ = BusIn(Command("ATDPN").value_or(""));
+    if (bus_ == dravik::Bus::Unknown) {
+        if (const auto reply = Command("ATDPN")) bus_ = BusIn(*reply);
+    }
     headers_ = true;  // also when the answer to this is lost
     if (!Command("ATH1") && !givenUp_) givenUp_ = Lack::LinkLost;
     if (bus_ == dravik::Bus::Unknown && !givenUp_) givenUp_ = Lack::Unreadable;
@@ -133,11 +134,12 @@ std::optional<std::string> VehicleQuery::Exchange(const std::string& command,
 }
 
 std::optional<std::string> VehicleQuery::Command(const std::string& command) {
+    std::optional<std::string> text;
     for (int attempt = 0; attempt < kAttempts && !Over(); ++attempt) {
-        auto text = Exchange(command, kQuietInterface);
-        if (text && text->find('?') == std::string::npos) return text;
+        text = Exchange(command, kQuietInterface);
+        if (text && text->find('?') == std::string::npos) break;
     }
-    return std::nullopt;
+    return text;
 }
 
 /// A character that was lost or changed on the way spoils a reply, so it is asked for again. So is
@@ -150,6 +152,8 @@ Reply VehicleQuery::AskOnce(const Bytes& request) {
         const auto text = Exchange(command, kQuietVehicle);
         reply = text ? TakeApart(*text, request, bus_, true) : Reply{};
         if (!Disturbed(reply.End)) break;
+        // A bus that fails again takes its time each time.
+        if (reply.End == ReplyEnd::BusFault && unanswered_ > 0) break;
         if (!text) ++silences;
     }
     return reply;
@@ -164,6 +168,11 @@ Reply VehicleQuery::AskUntilGiven(const Bytes& request) {
     }
 }
 
+/// Every vehicle answers this, whatever else it leaves unanswered.
+bool VehicleQuery::AnybodyThere() {
+    return AskOnce({0x01, 0x00}).End == ReplyEnd::Answered;
+}
+
 /// An interface that is silent has nothing more to tell, nor has a vehicle whose ignition was
 /// switched off.
 void VehicleQuery::Judge(const Reply& reply, Promise promise) {
@@ -171,8 +180,11 @@ void VehicleQuery::Judge(const Reply& reply, Promise promise) {
                         (reply.End == ReplyEnd::NoData && promise == Promise::Given);
     unanswered_ = missed ? unanswered_ + 1 : 0;
     if (Over()) return;
-    if (reply.End == ReplyEnd::Unfinished || unanswered_ >= kMostUnanswered)
+    const bool gone = unanswered_ >= kMostUnanswered && !AnybodyThere();
+    if (gone || reply.End == ReplyEnd::Unfinished)
         givenUp_ = Lack::NoAnswer;
+    else if (unanswered_ >= kMostUnanswered)
+        unanswered_ = 0;
 }
 
 Findings VehicleQuery::Ask(const Bytes& request, Promise promise) {

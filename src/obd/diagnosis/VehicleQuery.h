@@ -36,7 +36,8 @@ class VehicleQuery {
     /// off is waited for. Nothing is sent any more once the conversation is over.
     Findings Ask(const Bytes& request, Promise promise);
 
-    /// The same with a command of the interface: what it answers, nothing without its prompt.
+    /// The same with a command of the interface: what it answers, "?" where it does not know that
+    /// command; nothing without its prompt.
     std::optional<std::string> Command(const std::string& command);
 
     /// Ends the conversation: headers are off afterwards.
@@ -54,6 +55,7 @@ class VehicleQuery {
     std::optional<std::string> Exchange(const std::string& command, double quietSeconds) const;
     Reply AskOnce(const Bytes& request);
     Reply AskUntilGiven(const Bytes& request);
+    bool AnybodyThere();
     void Judge(const Reply& reply, Promise promise);
 
     dravik::Bus bus_ = dravik::Bus::Unknown;
