@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/Clock.h"
+#include "settings/Words.h"
 
 /// The diagnosis of the whole vehicle: what its control units tell about themselves, their trouble
 /// codes, monitors and tests, read by the standard in one run.
@@ -231,6 +232,10 @@ std::vector<FrameValue> FrameValuesOf(std::uint8_t pid, const std::vector<std::u
 
 /// The text of a label function diagnosis_NAME; nothing for a name that is none.
 std::optional<std::string> DiagnosisText(std::string_view name);
+
+/// The texts that a label function diagnosis_NAME can show with those words, the longest numbers in
+/// their places; none where what it shows comes from the vehicle.
+std::vector<std::string> PossibleDiagnosisTexts(std::string_view name, const WordList& words);
 
 // The list ----------------------------------------------------------------------------------------
 

@@ -63,6 +63,21 @@ constexpr std::string_view kNothingMissing = "Nothing is missing";
 constexpr std::string_view kControlUnit = "Control unit %1";
 constexpr std::string_view kOnlyUnit = "Control unit";
 
+constexpr const char* kWideNumber = "8";
+/// Labels whose longest text is why there is nothing to show.
+constexpr std::string_view kOfOneLine[] = {
+    "vin",       "voltage",       "lamp",     "stored",       "pending",  "permanent",
+    "timeclear", "distanceclear", "timelamp", "distancelamp", "odometer",
+};
+
+std::vector<std::string_view> SeverityTexts() {
+    std::vector<std::string_view> texts;
+    for (const Severity severity :
+         {Severity::DriveOn, Severity::SeeSoon, Severity::Stop, Severity::Manufacturer})
+        texts.push_back(SeverityText(severity));
+    return texts;
+}
+
 template <typename Enum, std::size_t kCount>
 std::string_view TextOf(const std::array<std::string_view, kCount>& texts, Enum value) {
     return At(texts, static_cast<int>(value));
@@ -268,6 +283,33 @@ std::string DurationText(int minutes) {
     return minutes < kHour ? rest : std::to_string(minutes / kHour) + " h " + rest;
 }
 
+std::vector<std::string> PossibleDiagnosisTexts(std::string_view name, const WordList& words) {
+    std::vector<std::string> texts;
+    const auto add = [&](const auto& names, const std::string& behind = {}) {
+        for (const std::string_view text : names) {
+            const std::string worded = words.Find(text).value_or(std::string(text));
+            texts.push_back(ReplaceAll(worded, "%1", kWideNumber) + behind);
+        }
+    };
+    if (name == "progress") {
+        const std::string last = std::to_string(kDiagnosisParts);
+        add(kPartTexts, "  " + last + "/" + last);
+        add(std::array{kComplete, kCancelled, kEndedEarly, kCleared});
+    } else if (name == "ready") {
+        add(std::array{kReady, kLampOn, kOpen, kLampAndOpen, kOneOpen});
+        add(kLackTexts);
+    } else if (name == "vincheck") {
+        add(kCheckTexts);
+        add(kLackTexts);
+    } else if (name == "severity") {
+        add(SeverityTexts());
+    } else if (std::find(std::begin(kOfOneLine), std::end(kOfOneLine), name) !=
+               std::end(kOfOneLine)) {
+        add(kLackTexts);
+    }
+    return texts;
+}
+
 std::vector<std::string_view> DiagnosisWords() {
     std::vector<std::string_view> words = {kComplete, kCancelled,      kEndedEarly,  kCleared,
                                            kReady,    kLampOn,         kOpen,        kLampAndOpen,
@@ -282,9 +324,7 @@ std::vector<std::string_view> DiagnosisWords() {
     add(MonitorWords());
     add(TestWords());
     add(ListWords());
-    for (const Severity severity :
-         {Severity::DriveOn, Severity::SeeSoon, Severity::Stop, Severity::Manufacturer})
-        words.push_back(SeverityText(severity));
+    add(SeverityTexts());
     return words;
 }
 
