@@ -3,11 +3,13 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <ctime>
 #include <fstream>
 #include <string>
 
 #include "core/basGlobal.h"
+#include "obd/Reply.h"
 #include "obd/basOBD.h"
 #include "platform/Events.h"
 #include "platform/serial/PseudoTerminal.h"
@@ -104,6 +106,31 @@ BENCHMARK(MemoryOverAMillionRequests)
     ->UseManualTime()
     ->Iterations(1000000)
     ->Unit(benchmark::kMicrosecond);
+
+/// Forty codes of two control units, their frames in turns, from the reply to the texts.
+void DecodesFortyCodes(benchmark::State& state) {
+    std::string reply;
+    for (int frame = 0; frame < 7; ++frame) {
+        for (int unit = 0; unit < 2; ++unit) {
+            char line[40];
+            if (frame == 0)
+                std::snprintf(line, sizeof line, "7E%d 10 2A 43 14 01 01 01 02 \r", 8 + unit);
+            else
+                std::snprintf(line, sizeof line, "7E%d 2%d 01 %d1 01 %d2 01 %d3 01 \r", 8 + unit,
+                              frame, frame, frame, frame);
+            reply += line;
+        }
+    }
+    reply += "\r>";
+    for (auto _ : state) {
+        const Reply taken = TakeApart(reply, {3}, Bus::Can11, true);
+        std::size_t codes = 0;
+        for (const UnitMessage& message : taken.Messages)
+            codes += CodesIn(message.Data, Bus::Can11).value().size();
+        if (codes != 40) state.SkipWithError("not forty codes");
+    }
+}
+BENCHMARK(DecodesFortyCodes)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
 }  // namespace dravik

@@ -14,8 +14,8 @@ void InitGlobals(const std::string& programFolder) {
         JoinPath(g.Launch.KeepsNothing ? g.Launch.InstalledData : programFolder, "Dravik.ini");
     g.SkinPath = JoinPath(programFolder, "skins") + kPathSeparator;
     g.LanguagePath = JoinPath(programFolder, "languages") + kPathSeparator;
-    g.FolderName = {"extprog",     "gallery",   "playlist", "media",
-                    "dvdchapters", "phonebook", "newfiles", "troublecodes"};
+    g.FolderName = {"extprog",   "gallery",  "playlist",     "media",    "dvdchapters",
+                    "phonebook", "newfiles", "troublecodes", "diagnosis"};
     // Several states share a text on purpose: the dots only show that time passes.
     g.StatusText = {
         "",                           // 0
@@ -38,7 +38,7 @@ void InitGlobals(const std::string& programFolder) {
         "Reading Trouble Codes..",    // 17
         "Resetting Trouble Codes..",  // 18
         "Connecting.",                // 19
-        "",                           // 20
+        "Diagnosing.",                // 20
         "",                           // 21
         "",                           // 22
         "",                           // 23

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -29,6 +30,7 @@ enum : std::uint8_t {
     kReceivingData = 9,
     kReadingCodes = 16,
     kClearingCodes = 18,
+    kDiagnosing = 20,
 };
 
 /// Bits of the Options/Misc setting.
@@ -51,6 +53,7 @@ constexpr int kLabelLimit = 41;     ///< labels 0 to 40
 constexpr int kChartSamples = 520;  ///< of which the last two are the scale labels
 constexpr int kListSlots = 9;       ///< skin lists 0 to 8
 constexpr int kCodeListSlot = 7;    ///< the list of trouble codes
+constexpr int kDiagnosisSlot = 8;   ///< the list that shows a section of the diagnosis
 /// The lists that show folders: gallery, playlist, media, newfiles.
 inline constexpr std::array kFolderSlots = {1, 2, 3, 6};
 constexpr std::uint16_t kNoFocus = 65535;
@@ -144,7 +147,9 @@ enum class LinkFault : std::uint8_t {
     InterfaceUnread,  ///< opened, but what it sends cannot be read
     VehicleSilent,    ///< the interface is there and does not answer for the vehicle
     VehicleUnread,
-    NotReached,  ///< the interface says why it does not reach the vehicle
+    VehicleRefuses,
+    VehicleBusy,  ///< it puts off its answer again and again
+    NotReached,   ///< the interface says why it does not reach the vehicle
     NoData,      ///< the vehicle's bus is there, but nobody on it answers
     LineLost,    ///< the device disappeared
 };
@@ -168,6 +173,15 @@ struct LinkReport {
     std::string NoValueWords;           ///< what the interface says instead
 };
 
+/// How the messages of the vehicle's bus look.
+enum class Bus : std::uint8_t { Unknown, J1850, Iso9141, Keyword, Can11, Can29 };
+
+/// Where a trouble code comes from, as far as the read has found out.
+struct CodeOrigin {
+    std::uint32_t Unit = 0;    ///< address of the control unit; 0 = not known
+    std::optional<int> Frame;  ///< freeze frame that this code caused, and no other unit has
+};
+
 /// An interface that a search has found.
 struct FoundInterface {
     int Port = 0;  ///< its COM number; 0 for the vehicle of the demo
@@ -185,6 +199,20 @@ struct InterfaceSearch {
     std::vector<PortCandidate> Ports;
     std::function<void(const std::optional<FoundInterface>& found)> Finished;
     std::string Text;  ///< where it is, or what came of it
+};
+
+struct Diagnosis;  // obd/Diagnosis.h
+
+/// The diagnosis of the vehicle, see `StartDiagnosis`.
+struct DiagnosisState {
+    std::shared_ptr<Diagnosis> Found;  ///< by the last run, or by the one under way; null before
+    bool Cancelled = false;            ///< the run is to end
+    bool OfThisVehicle = false;        ///< it was made since the last connect
+    bool Stale = false;                ///< the codes were cleared since
+    int Step = 0;                      ///< of the run, from 1; 0 before the first
+    double StepDone = 0;               ///< share of the step that is done, 0 to 1
+    std::string Section;               ///< that the list shows; empty before a page has shown one
+    int ShownCode = -1;                ///< index of the code whose frame was opened last
 };
 
 struct GlobalState {
@@ -206,7 +234,7 @@ struct GlobalState {
     LaunchOptions Launch;
 
     // Fixed texts.
-    std::array<std::string, 8> FolderName;
+    std::array<std::string, kListSlots> FolderName;
     std::array<std::string, 24> StatusText;
 
     std::string DecimalSign = ".";  ///< of the numbers on the screen; the main window sets it
@@ -239,6 +267,10 @@ struct GlobalState {
     std::int16_t DtcCount = 0;
     bool MilOn = false;
     std::array<std::string, kCodeLimit> DtcList;
+    /// By the standard: where the codes of DtcList come from.
+    std::array<CodeOrigin, kCodeLimit> CodeOrigins;
+    bool StandardDecoding = false;  ///< OBD/Decoding: replies are taken apart by the standard
+    Bus VehicleBus = Bus::Unknown;  ///< by the standard: asked when the link is connected
     std::string InterfaceId;
     std::string ProtocolText;
     std::string CommTrace;
@@ -250,9 +282,12 @@ struct GlobalState {
     bool StepCancelled = false;  ///< meanwhile, so that the step that runs sets no state any more
     LinkReport Report;
     InterfaceSearch Search;
+    DiagnosisState Diagnosing;
     bool CodesRead = false;  ///< the trouble codes were read since the last connect
     double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
     double RequestedAt = 0;  ///< HighResTimer of the last live request
+    /// The last live request: mode, PID and, of mode 2, the freeze frame.
+    std::vector<std::uint8_t> Requested;
     /// HighResTimer of each PID's last value, 0 = none since the connect or for this frame.
     std::array<double, kPidCount> LiveAt{};
     std::array<double, kPidCount> FreezeAt{};

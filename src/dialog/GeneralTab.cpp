@@ -16,6 +16,7 @@
 #include "dialog/StepField.h"
 #include "obd/basOBD.h"
 #include "platform/Paths.h"
+#include "platform/Text.h"
 #include "platform/serial/SerialPort.h"
 #include "settings/basSettings.h"
 
@@ -68,6 +69,16 @@ QString ShownValue(const SettingRow& row, const std::string& value) {
         for (const Choice& units : kUnits)
             if (value == units.Value) return InWords(units.Text);
     return QString::fromLatin1(row.Prefix) + Shown(value);
+}
+
+/// The value of a setting that a check box stands for. What it does not know stays.
+bool IsTicked(const SettingRow& row, const std::string& value) {
+    return EqualsNoCase(value, row.Ticked);
+}
+
+std::string TickedValue(const SettingRow& row, bool ticked, const std::string& before) {
+    if (ticked == IsTicked(row, before)) return before;
+    return ticked ? row.Ticked : "";
 }
 
 std::string ValueOf(const SettingRow& row, const QString& text, const std::string& before) {
@@ -129,11 +140,24 @@ QWidget* GeneralTab::MakeControl(std::size_t setting) {
     return fields_[setting];
 }
 
+void GeneralTab::AddCheck(CellGrid* cells, std::size_t setting) {
+    const SettingRow& row = kSettingRows[setting];
+    checks_[setting] = MakeCheck(row.Field, InWords(row.Caption));
+    cells->Add(checks_[setting], row.Wide);
+    QLabel* note = MakeFaint(InWords(row.Note));
+    note->setWordWrap(true);
+    cells->Add(note, true);
+}
+
 /// The settings of a frame, each with its unit; the port has its device in that place.
 void GeneralTab::AddSettings(CellGrid* cells, SettingFrame frame) {
     for (std::size_t i = 0; i < kSettingCount; ++i) {
         const SettingRow& row = kSettingRows[i];
         if (row.Frame != frame) continue;
+        if (*row.Ticked != '\0') {
+            AddCheck(cells, i);
+            continue;
+        }
         const QString caption = InWords(row.Caption);
         QWidget* control = MakeControl(i);
         const bool port = row.Choice == SettingChoice::Ports;
@@ -252,7 +276,9 @@ void GeneralTab::Fill(const SettingsValues& values) {
         chMiscOptions_[i]->setChecked((values.Misc & (1 << i)) != 0);
     for (std::size_t i = 0; i < kSettingCount; ++i) {
         const QString text = ShownValue(kSettingRows[i], values.Texts[i]);
-        if (boxes_[i] != nullptr)
+        if (checks_[i] != nullptr)
+            checks_[i]->setChecked(IsTicked(kSettingRows[i], values.Texts[i]));
+        else if (boxes_[i] != nullptr)
             ShowIn(boxes_[i], text);
         else
             fields_[i]->setText(text);
@@ -266,8 +292,12 @@ SettingsValues GeneralTab::Values() const {
     values.Misc = 0;
     for (std::size_t i = 0; i < kMiscOptions; ++i)
         values.Misc += chMiscOptions_[i]->isChecked() ? 1 << i : 0;
-    for (std::size_t i = 0; i < kSettingCount; ++i)
-        values.Texts[i] = ValueOf(kSettingRows[i], fields_[i]->text(), values_.Texts[i]);
+    for (std::size_t i = 0; i < kSettingCount; ++i) {
+        const SettingRow& row = kSettingRows[i];
+        const std::string& before = values_.Texts[i];
+        values.Texts[i] = checks_[i] != nullptr ? TickedValue(row, checks_[i]->isChecked(), before)
+                                                : ValueOf(row, fields_[i]->text(), before);
+    }
     return values;
 }
 

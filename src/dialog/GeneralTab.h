@@ -46,6 +46,7 @@ class GeneralTab : public ArrangedTab {
  private:
     QWidget* MakeControl(std::size_t setting);
     QComboBox* BoxOf(Setting setting) const;
+    void AddCheck(CellGrid* cells, std::size_t setting);
     void AddSettings(CellGrid* cells, SettingFrame frame);
     QWidget* InterfaceGroup();
     QWidget* OptionsGroup();
@@ -65,6 +66,7 @@ class GeneralTab : public ArrangedTab {
 
     std::array<QLineEdit*, kSettingCount> fields_{};  ///< where each setting's text stands
     std::array<QComboBox*, kSettingCount> boxes_{};   ///< the box around it, where it is a choice
+    std::array<QCheckBox*, kSettingCount> checks_{};  ///< instead of a field
     QLabel* lCommDevice_ = nullptr;
     QPushButton* cmdFind_ = nullptr;
     QTimer* searchWatch_ = nullptr;  ///< runs while a search of this tab does

@@ -16,6 +16,8 @@ ListSlot* CurrentList() {
 
 int ListSlotByName(std::string_view name) {
     const auto& names = basGlobal.FolderName;
+    // The one slot with several contents: the section stands behind its name.
+    if (name.starts_with(names[kDiagnosisSlot] + "_")) return kDiagnosisSlot;
     const auto found = std::find(names.begin(), names.end(), name);
     return found == names.end() ? -1 : static_cast<int>(found - names.begin());
 }

@@ -100,6 +100,24 @@ std::string AskProtocol() {
     return text;
 }
 
+/// The first request to the vehicle: true when that answers.
+bool AskStatus() {
+    const std::string status = SendCommand("0101");
+    const bool answers = ReadMonitorStatus(status);
+    if (!answers) NoteVehicleFault(status);
+    return answers;
+}
+
+bool AskStandardStatus() {
+    const Reply status = Ask({0x01, 0x01}, false);
+    const bool answers = status.End == ReplyEnd::Answered;
+    if (answers)
+        TakeMonitorStatus(status.Messages);
+    else
+        NoteVehicleFault(status);
+    return answers;
+}
+
 /// Everything between the open port and the connected state; false when the interface or the
 /// vehicle does not answer.
 bool RunSequence() {
@@ -112,12 +130,9 @@ bool RunSequence() {
     if (g.StepCancelled) return false;  // before anything shows another state
     g.ConnState = kInitializing;
     WaitForBus(ReadProfileInt(g.IniFile, "OBD", "BusInitDelay", 0));
-    const std::string status = SendCommand("0101");
-    if (!ReadMonitorStatus(status)) {
-        NoteVehicleFault(status);
-        return false;
-    }
+    if (!(g.StandardDecoding ? AskStandardStatus() : AskStatus())) return false;
     g.ProtocolText = AskProtocol();
+    if (g.StandardDecoding) g.VehicleBus = AskBus();
     if (!g.comOBD.IsOpen()) NoteSilentInterface({});
     return g.comOBD.IsOpen() && !g.Closing;
 }
@@ -140,6 +155,8 @@ void ConnectInterface() {
     g.FreezeAt.fill(0);
     g.ValuesCame = false;
     g.CodesRead = false;
+    g.CodeOrigins.fill({});
+    g.VehicleBus = Bus::Unknown;
     g.ValuelessSince = 0;
 
     if (!OpenPort()) {
@@ -149,6 +166,8 @@ void ConnectInterface() {
     } else {
         EndStep(kConnected);
         g.AwaitingReply = false;
+        // A part of an older reply would be read together with the next one.
+        if (g.StandardDecoding) g.RxBuffer.clear();
         NoteFault(LinkFault::None);
     }
 }

@@ -3,9 +3,11 @@
 
 #include "core/basGlobal.h"
 #include "obd/AwaitPrompt.h"
+#include "obd/Diagnosis.h"
 #include "obd/LinkFaults.h"
 #include "obd/LinkStep.h"
 #include "obd/basOBD.h"
+#include "obd/diagnosis/DiagnosisRun.h"
 
 namespace dravik {
 
@@ -31,6 +33,7 @@ void Connect() {
     basGlobal.ConnectTried = true;
     basGlobal.LetGo = false;
     basGlobal.FailedSince = 0;
+    NoteOtherVehicle();
     ConnectInterface();
     WriteConnectLog();
 }
@@ -72,11 +75,19 @@ void SettleLiveRequest() {
 void ReadCodes() {
     SettleLiveRequest();
     ReadTroubleCodes();
+    // What is left after a clear, and what has to run again.
+    if (DiagnosisStale() && basGlobal.ConnState == kConnected) StartDiagnosis();
 }
 
 void ClearCodes() {
     SettleLiveRequest();
     ClearTroubleCodes();
+    if (basGlobal.ConnState == kReadingCodes) NoteCleared();
+}
+
+void Diagnose() {
+    SettleLiveRequest();
+    RunDiagnosis();
 }
 
 struct StateAction {
@@ -89,7 +100,7 @@ constexpr StateAction kStateActions[] = {
     {kConnecting, Connect},           {kConnected, PollLink},
     {kReceivingData, PollLink},       {kReadingCodes, ReadCodes},
     {kClearingCodes, ClearCodes},     {kNotConnected, RestNotConnected},
-    {kPortNotFound, RestWithoutPort},
+    {kPortNotFound, RestWithoutPort}, {kDiagnosing, Diagnose},
 };
 
 void Act(std::uint8_t state) {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "core/basGlobal.h"
+#include "obd/Reply.h"
 
 /// How the link's procedures leave word of what they meet, for ReasonText. Only the files of this
 /// folder include this.
@@ -26,8 +27,15 @@ void NoteSilentInterface(std::string_view reply);
 /// The vehicle's answer to a request is not the one that was asked for.
 void NoteVehicleFault(std::string_view reply);
 
+/// The same for a reply that was taken apart.
+void NoteVehicleFault(const Reply& reply);
+
 /// A live reply, and whether it brought a value.
 void NoteLiveReply(std::string_view reply, bool value);
+
+/// What the interface says in words of its own in a reply: its last line that is neither data nor
+/// an echo nor a sign of progress, 40 characters at most. Empty when there is none.
+std::string InterfaceWords(std::string_view reply);
 
 /// For as long as it lives, a wait for the answer to a command (for the vehicle's bus when empty)
 /// that may take so many seconds.

@@ -1,6 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+
+#include <string>
+#include <vector>
+
+#include "obd/Reply.h"
 
 /// What the steps of the link share. Only the files of this folder include this.
 namespace dravik {
@@ -14,5 +20,36 @@ void CloseLink();
 
 /// One step of the link that is the whole search that FindInterface has asked for.
 void RunSearch();
+
+/// The state after an exchange that the interface may have ended by disappearing.
+std::uint8_t StateIfOpen(std::uint8_t state);
+
+// By the standard ---------------------------------------------------------------------------------
+
+/// ReadTroubleCodes and ClearTroubleCodes with the replies of all control units taken apart by the
+/// standard. After a read DtcCount is the number of codes; a read that fails leaves them as they
+/// were, tells the reason in a message and ends connected, without a prompt not connected. When it
+/// is not sure that the headers are off again, it ends in a new connect.
+void ReadStandardCodes();
+void ClearStandardCodes();
+
+/// Takes the lamp, on when any unit says so, and the number of codes of all units from the answers
+/// to "0101".
+void TakeMonitorStatus(const std::vector<UnitMessage>& messages);
+
+/// One trouble code of a control unit.
+struct UnitCode {
+    std::uint32_t Unit;
+    std::string Code;
+};
+
+/// Asks for the freeze frames and which code caused each.
+/// @return the origin of each of the codes. Replies to live requests do not tell which unit they
+///         come from, so a frame that several units have is nobody's
+std::vector<CodeOrigin> AskFrameOrigins(const std::vector<UnitCode>& codes, bool headers);
+
+/// Freeze frame of the selected code, as a request names it; nothing where that has none. While no
+/// codes are listed the first frame.
+std::optional<int> SelectedStandardFrame();
 
 }  // namespace dravik

@@ -4,6 +4,7 @@
 #include "core/basGlobal.h"
 #include "obd/DataBytes.h"
 #include "obd/LinkFaults.h"
+#include "obd/LinkStep.h"
 #include "obd/basOBD.h"
 #include "platform/At.h"
 #include "platform/Number.h"
@@ -51,16 +52,36 @@ std::string SelectedFrame() {
     return std::to_string(codes.Selected - 1);
 }
 
+/// By the standard no value of another frame is left to be taken for one of this.
+void TurnToFrame(const std::string& frame) {
+    GlobalState& g = basGlobal;
+    if (frame == g.FreezeFrameNo) return;
+    g.FreezeFrameNo = frame;
+    g.FreezeAt.fill(0);
+    if (g.StandardDecoding) g.FreezeRaw.fill(0);
+}
+
+/// False when there is nothing to ask: the selected code has no freeze frame.
+bool FindFrame() {
+    if (!FreezeFrameMode()) return true;
+    if (!basGlobal.StandardDecoding) {
+        TurnToFrame(SelectedFrame());
+        return true;
+    }
+    const std::optional<int> frame = SelectedStandardFrame();
+    TurnToFrame(frame ? std::to_string(*frame) : std::string{});
+    return frame.has_value();
+}
+
 std::string BuildRequest() {
     GlobalState& g = basGlobal;
     const char pid = static_cast<char>(g.PidCursor);
-    if (!FreezeFrameMode()) return TextToHex(std::string{kLiveMode, pid}) + "\r";
-
-    if (const std::string frame = SelectedFrame(); frame != g.FreezeFrameNo) {
-        g.FreezeFrameNo = frame;
-        g.FreezeAt.fill(0);
+    if (!FreezeFrameMode()) {
+        g.Requested = {kLiveMode, static_cast<std::uint8_t>(pid)};
+        return TextToHex(std::string{kLiveMode, pid}) + "\r";
     }
     const char frame = static_cast<char>(std::stoi(g.FreezeFrameNo));
+    g.Requested = {kFreezeMode, static_cast<std::uint8_t>(pid), static_cast<std::uint8_t>(frame)};
     return TextToHex(std::string{kFreezeMode, pid, frame}) + "\r";
 }
 
@@ -68,6 +89,18 @@ void AdvanceCursor() {
     std::int16_t& cursor = basGlobal.PidCursor;
     if (cursor == kLastPid) BeginRound();
     cursor = cursor < kLastPid ? static_cast<std::int16_t>(cursor + 1) : std::int16_t{0};
+}
+
+/// A measurement has come.
+void NoteValue(bool freeze, std::size_t pid, std::int32_t value) {
+    GlobalState& g = basGlobal;
+    if (!freeze) {
+        const bool first = g.LiveAt[pid] == 0;
+        g.LiveLeast[pid] = first ? value : std::min(g.LiveLeast[pid], value);
+        g.LiveGreatest[pid] = first ? value : std::max(g.LiveGreatest[pid], value);
+        NoteRanges(pid, first);
+    }
+    (freeze ? g.FreezeAt : g.LiveAt)[pid] = HighResTimer();
 }
 
 /// Stores the value of a reply's first line, given without its blanks; false when it has none.
@@ -85,14 +118,26 @@ bool StoreValue(const std::string& line) {
     (freeze ? g.FreezeRaw : g.LiveRaw)[pid] = *value;
     (freeze ? g.FreezeSize : g.LiveSize)[pid] = DataSize(line, freeze);
     // A refusal is stored, too, but nobody may take it for a measurement.
-    if (mode != kReplyOffset + (freeze ? kFreezeMode : kLiveMode)) return true;
-    if (!freeze) {
-        const bool first = g.LiveAt[pid] == 0;
-        g.LiveLeast[pid] = first ? *value : std::min(g.LiveLeast[pid], *value);
-        g.LiveGreatest[pid] = first ? *value : std::max(g.LiveGreatest[pid], *value);
-        NoteRanges(pid, first);
-    }
-    (freeze ? g.FreezeAt : g.LiveAt)[pid] = HighResTimer();
+    if (mode == kReplyOffset + (freeze ? kFreezeMode : kLiveMode)) NoteValue(freeze, pid, *value);
+    return true;
+}
+
+/// By the standard only what answers the request is stored, and of a freeze frame only what belongs
+/// to the code that is selected now. The frame's number is no part of the value.
+bool StoreStandardValue(const std::string& reply) {
+    GlobalState& g = basGlobal;
+    const std::optional<Bytes> data = FirstAnswer(reply, g.Requested);
+    if (!data || g.Requested.size() < 2) return false;
+    const std::size_t pid = g.Requested[1];
+    const std::optional<std::int32_t> value =
+        HexNumber(TextToHex(std::string(data->begin(), data->end())));
+    if (!value || pid >= g.LiveRaw.size()) return false;
+    const bool freeze = g.Requested[0] == kFreezeMode;
+    if (freeze && std::to_string(g.Requested.back()) != g.FreezeFrameNo) return false;
+    (freeze ? g.FreezeRaw : g.LiveRaw)[pid] = *value;
+    (freeze ? g.FreezeSize : g.LiveSize)[pid] =
+        data->size() > kDataBytes ? 0 : static_cast<std::uint8_t>(data->size());
+    NoteValue(freeze, pid, *value);
     return true;
 }
 
@@ -126,6 +171,11 @@ bool PidKnown(int pid) {
     constexpr double kRounds = 3;
     if (g.ConnState != kConnected && g.ConnState != kReceivingData) return false;
     if (pid < 0 || pid >= kPidCount) return false;
+    // What another code has selected meanwhile is not asked for before the next request.
+    if (g.StandardDecoding && FreezeFrameMode()) {
+        const std::optional<int> frame = SelectedStandardFrame();
+        if (!frame || std::to_string(*frame) != g.FreezeFrameNo) return false;
+    }
     const double at = (FreezeFrameMode() ? g.FreezeAt : g.LiveAt)[static_cast<std::size_t>(pid)];
     return at != 0 && HighResTimer() - at <= std::max(kSeconds, kRounds * g.RoundSeconds);
 }
@@ -134,7 +184,7 @@ void RequestNextPid() {
     GlobalState& g = basGlobal;
     g.StepOwed = g.AwaitingReply;
     if (g.AwaitingReply) return;  // only one live request is ever outstanding
-    if (FindWantedPid()) {
+    if (FindWantedPid() && FindFrame()) {
         g.comOBD.DiscardInput();
         g.comOBD.Write(BuildRequest());
         g.AwaitingReply = true;
@@ -151,7 +201,7 @@ void HandlePidReply(const std::string& reply) {
 
     std::string line = reply.substr(0, reply.find('\r'));
     std::erase(line, ' ');
-    const bool value = StoreValue(line);
+    const bool value = g.StandardDecoding ? StoreStandardValue(reply) : StoreValue(line);
     NoteLiveReply(reply, value);
     if (value) {
         g.ValuesCame = true;

@@ -53,6 +53,8 @@ constexpr FaultText kFaultTexts[] = {
     {LinkFault::InterfaceUnread, "What comes from %1 cannot be read at %2 baud"},
     {LinkFault::VehicleSilent, "No answer from the vehicle in %1 seconds"},
     {LinkFault::VehicleUnread, "The vehicle's answer cannot be read"},
+    {LinkFault::VehicleRefuses, "The vehicle refuses the request (%1)"},
+    {LinkFault::VehicleBusy, "The vehicle is busy. Try again later."},
     {LinkFault::NotReached, "The interface does not reach the vehicle: %1"},
     {LinkFault::NoData, "The vehicle does not answer. Is the ignition on?"},
     {LinkFault::LineLost, "%1 was lost"},
@@ -71,6 +73,37 @@ std::string TextOf(LinkFault fault, const std::array<std::string, 2>& values) {
         if (row.Fault == fault) return Worded(row.Text, values);
     }
     return {};
+}
+
+struct Fault {
+    LinkFault Kind;
+    std::array<std::string, 2> Values{};
+};
+
+void Note(Fault fault) {
+    NoteFault(fault.Kind, std::move(fault.Values[0]), std::move(fault.Values[1]));
+}
+
+/// Why a reply is not the one that was asked for, by what the interface says in it.
+Fault VehicleFault(const std::string& words, bool finished) {
+    const SerialPort& port = basGlobal.comOBD;
+    const bool givenUp = basGlobal.FailedSince != 0;
+    if (!port.IsOpen() && !givenUp) return {LinkFault::LineLost, {port.Device()}};
+    if (words == kNoData) return {LinkFault::NoData};
+    if (!words.empty()) return {LinkFault::NotReached, {words}};
+    if (finished) return {LinkFault::VehicleUnread};
+    return {LinkFault::VehicleSilent, {std::to_string(basGlobal.Report.AwaitedSeconds)}};
+}
+
+Fault FaultOf(const Reply& reply) {
+    const bool finished = reply.End != ReplyEnd::Unfinished;
+    if (reply.End != ReplyEnd::Refused || reply.Refusals.empty())
+        return VehicleFault(reply.Words, finished);
+    for (const Refusal& refusal : reply.Refusals) {
+        if (PutsOff(refusal)) return {LinkFault::VehicleBusy};
+    }
+    const char reason = static_cast<char>(reply.Refusals.front().Reason);
+    return {LinkFault::VehicleRefuses, {TextToHex({&reason, 1})}};
 }
 
 /// What the last attempt met stays told during the next one, which may meet the same.
@@ -135,8 +168,8 @@ std::string ReadableLine(std::string_view line) {
     return std::string(Trimmed(text));
 }
 
-/// What the interface says in words of its own in a reply: its last line that is neither data nor
-/// an echo nor a sign of progress. Empty when there is none.
+}  // namespace
+
 std::string InterfaceWords(std::string_view reply) {
     std::string words;
     while (!reply.empty()) {
@@ -147,8 +180,6 @@ std::string InterfaceWords(std::string_view reply) {
     }
     return words.substr(0, kMostWords);
 }
-
-}  // namespace
 
 std::string Worded(const char* pattern, const std::array<std::string, 2>& values) {
     return Word(pattern, {values[0], values[1]});
@@ -195,20 +226,18 @@ void NoteSilentInterface(std::string_view reply) {
 }
 
 void NoteVehicleFault(std::string_view reply) {
-    const SerialPort& port = basGlobal.comOBD;
-    const bool givenUp = basGlobal.FailedSince != 0;
-    const std::string words = InterfaceWords(reply);
-    if (!port.IsOpen() && !givenUp) {
-        NoteFault(LinkFault::LineLost, port.Device());
-    } else if (words == kNoData) {
-        NoteFault(LinkFault::NoData);
-    } else if (!words.empty()) {
-        NoteFault(LinkFault::NotReached, words);
-    } else if (reply.find('>') == std::string_view::npos) {
-        NoteFault(LinkFault::VehicleSilent, std::to_string(basGlobal.Report.AwaitedSeconds));
-    } else {
-        NoteFault(LinkFault::VehicleUnread);
-    }
+    const bool finished = reply.find('>') != std::string_view::npos;
+    Note(VehicleFault(InterfaceWords(reply), finished));
+}
+
+void NoteVehicleFault(const Reply& reply) {
+    Note(FaultOf(reply));
+}
+
+std::string ReasonOf(const Reply& reply) {
+    if (reply.End == ReplyEnd::Answered) return {};
+    const Fault fault = FaultOf(reply);
+    return TextOf(fault.Kind, fault.Values);
 }
 
 void NoteLiveReply(std::string_view reply, bool value) {

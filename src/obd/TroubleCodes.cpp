@@ -76,11 +76,6 @@ void DecodeCodes(const std::string& reply) {
     }
 }
 
-/// The state after an exchange that the interface may have ended by disappearing.
-std::uint8_t StateIfOpen(std::uint8_t state) {
-    return basGlobal.comOBD.IsOpen() ? state : static_cast<std::uint8_t>(kNotConnected);
-}
-
 void EndWithoutAnswer(const std::string& reply) {
     NoteVehicleFault(reply);
     EndStep(kNotConnected);
@@ -99,7 +94,12 @@ bool ReadMonitorStatus(const std::string& reply) {
     return true;
 }
 
+std::uint8_t StateIfOpen(std::uint8_t state) {
+    return basGlobal.comOBD.IsOpen() ? state : static_cast<std::uint8_t>(kNotConnected);
+}
+
 void ReadTroubleCodes() {
+    if (basGlobal.StandardDecoding) return ReadStandardCodes();
     const std::string status = SendCommand("0101");
     if (!ReadMonitorStatus(status)) return EndWithoutAnswer(status);
     const std::string reply = SendCommand("03");
@@ -111,6 +111,7 @@ void ReadTroubleCodes() {
 }
 
 void ClearTroubleCodes() {
+    if (basGlobal.StandardDecoding) return ClearStandardCodes();
     // The interface gets two carriage returns: this one and that of every command.
     const std::string reply = SendCommand("04\r");
     if (reply.find("44") != std::string::npos) {

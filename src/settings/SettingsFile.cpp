@@ -3,6 +3,7 @@
 #include "platform/Paths.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
+#include "settings/SettingsTable.h"
 #include "settings/basSettings.h"
 
 namespace dravik {
@@ -93,6 +94,7 @@ void LoadSettings() {
     ReadPanel();
     g.ConnState = ConnectAtStart() ? kConnecting : kNotConnected;
     g.ReconnectSeconds = ReadProfileInt(g.IniFile, "OBD", "Reconnect", 0);
+    g.StandardDecoding = EqualsNoCase(ReadIniString(g.IniFile, "OBD", "Decoding"), kStandard);
     g.tiHardware.SetInterval(ReadInterval("UpdateIntervall", kDefaultUpdateInterval));
     g.tiMain.SetInterval(ReadInterval("RefreshRate", kDefaultRefreshRate));
 

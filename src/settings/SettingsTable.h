@@ -31,6 +31,7 @@ enum class Setting : std::size_t {
     RefreshRate,
     Baudrate,
     Reconnect,
+    Decoding,
     Count,
 };
 
@@ -61,7 +62,11 @@ struct SettingRow {
     NumberSteps Steps{.Step = 0};
     const char* Unit = "";
     const char* WhenEmpty = "";  ///< shown in an empty field
+    const char* Ticked = "";     ///< the field is a check box: what it writes when it is ticked
+    const char* Note = "";       ///< explains it, below it
 };
+
+inline constexpr const char* kStandard = "standard";  ///< OBD/Decoding
 
 constexpr NumberSteps kMilliseconds{.Step = 10, .Lowest = 1};
 
@@ -167,6 +172,15 @@ inline constexpr SettingRow kSettingRows[] = {
      .Steps = {.Lowest = 1, .OrNothing = true},
      .Unit = "s",
      .WhenEmpty = "never"},
+    {.Section = "OBD",
+     .Key = "Decoding",
+     .Form = SettingForm::OptIn,
+     .Field = "chDecoding",
+     .Frame = SettingFrame::Interface,
+     .Caption = "Decode by the standard",
+     .Wide = true,
+     .Ticked = kStandard,
+     .Note = "Reads the codes and freeze frames of every control unit, on all buses."},
 };
 
 constexpr std::size_t kSettingCount = static_cast<std::size_t>(Setting::Count);

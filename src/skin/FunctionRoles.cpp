@@ -47,6 +47,13 @@ constexpr FunctionWord kListWords[] = {
     {"extprog", Nothing, "", "empty, reserved for programs"},
     {"dvdchapters", Nothing, "", "empty, reserved for chapters"},
     {"phonebook", Nothing, "", "empty, reserved for a phone book"},
+    {"diagnosis", Fixed, "codes", "the codes that the diagnosis found: stored, pending, permanent"},
+    {"diagnosis", Fixed, "frame",
+     "the freeze frame of the code that was selected in `diagnosis_codes`"},
+    {"diagnosis", Fixed, "readiness",
+     "whether the vehicle is ready for inspection, and each monitor"},
+    {"diagnosis", Fixed, "tests", "the tests that the vehicle has made, with their limits"},
+    {"diagnosis", Fixed, "vehicle", "what vehicle it is, its control units and counters"},
 };
 
 constexpr FunctionWord kTextboxWords[] = {

@@ -7,6 +7,7 @@
 #include "controls/SkinList.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
+#include "obd/Diagnosis.h"
 #include "obd/basOBD.h"
 #include "platform/At.h"
 #include "platform/Paths.h"
@@ -141,8 +142,11 @@ std::vector<SkinList*> ShownLists() {
 /// Filling may show a message, and while that waits another page may be loaded.
 void FillShownLists() {
     std::vector<int> slots;
-    for (const ScreenElement& element : skinScreen->Elements(kListKind))
-        slots.push_back(ListSlotByName(element.Evaluated));
+    for (const ScreenElement& element : skinScreen->Elements(kListKind)) {
+        const int slot = ListSlotByName(element.Evaluated);
+        if (slot == kDiagnosisSlot) ShowDiagnosis(SplitAtFirst(element.Evaluated).Argument);
+        slots.push_back(slot);
+    }
     for (const int slot : slots) FillMediaList(slot);
     if (skinScreen == nullptr) return;
     for (SkinList* list : ShownLists()) list->Refresh();

@@ -4,6 +4,7 @@
 #include "core/UpCalls.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
+#include "obd/Diagnosis.h"
 #include "obd/basOBD.h"
 #include "platform/At.h"
 #include "platform/Profile.h"
@@ -193,6 +194,14 @@ void AskToClearCodes(const Command&) {
     if (answer == kAnswerYes && basGlobal.comOBD.IsOpen()) basGlobal.ConnState = kClearingCodes;
 }
 
+void Diagnose(const Command&) {
+    StartDiagnosis();
+}
+
+void StopDiagnosis(const Command&) {
+    CancelDiagnosis();
+}
+
 // Skins -------------------------------------------------------------------------------------------
 
 void UseSkin(const Command& command) {
@@ -249,6 +258,7 @@ void Choose(const Command& command) {
 /// What stands on the page in the language or the units before. Labels find out by themselves.
 void RenewTexts() {
     for (int i = 0; i < basGlobal.ChartCount; ++i) upCalls.ClearChart(i);
+    RenewDiagnosisList();
     if (!CodesListed()) return;
     ListSlot& codes = *FindList(kCodeListSlot);
     const int selected = codes.Selected;
@@ -380,6 +390,11 @@ constexpr CommandWord kCommandWords[] = {
     {{"obd", Fixed, "gettroublecodes", "reads the trouble codes, while connected"}, ReadCodes},
     {{"obd", Fixed, "cleartroublecodes", "asks, then clears the trouble codes, while connected"},
      AskToClearCodes},
+    {{"obd", Fixed, "diagnose",
+      "diagnoses the whole vehicle, while connected: what it is, its codes with their freeze "
+      "frames, monitors and tests"},
+     Diagnose},
+    {{"obd", Fixed, "diagnosecancel", "ends the diagnosis; what was read stays"}, StopDiagnosis},
     {{"snapshot", Fixed, "all", "saves a picture of every chart"}, SnapshotAll},
     {{"snapshot", Number, "0", "saves a picture of one chart"}, SnapshotOne},
     {{"snapshot", Nothing, "", "saves a picture of chart 0"}, SnapshotOne},

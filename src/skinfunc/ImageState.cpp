@@ -1,4 +1,5 @@
 #include "core/basGlobal.h"
+#include "obd/Diagnosis.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
@@ -55,6 +56,20 @@ bool CodeKnown(std::string_view) {
 
 bool CodesRead(std::string_view) {
     return basGlobal.CodesRead;
+}
+
+bool DiagnosisRuns(std::string_view) {
+    return Diagnosing();
+}
+
+bool DiagnosisThere(std::string_view) {
+    return !Diagnosing() && LastDiagnosis() != nullptr;
+}
+
+bool InspectionReady(std::string_view) {
+    if (LastDiagnosis() == nullptr) return false;
+    const auto verdict = ReadyForInspection(*LastDiagnosis());
+    return verdict && verdict->Ready;
 }
 
 bool KeyboardFound(std::string_view) {
@@ -141,6 +156,11 @@ constexpr ImageWord kImageWords[] = {
       "the vehicle's malfunction lamp is on; stays after a disconnect"},
      Malfunction},
     {{"obd", Fixed, "lamp", "connected, and that lamp is on"}, LampKnownOn},
+    {{"diagnosis", Fixed, "running", "a diagnosis is being made"}, DiagnosisRuns},
+    {{"diagnosis", Fixed, "done", "there is a diagnosis to show, and none is being made"},
+     DiagnosisThere},
+    {{"diagnosis", Fixed, "ready", "by the last diagnosis the vehicle is ready for inspection"},
+     InspectionReady},
     {{"sensoron", Sensor, "rpm.engine", "the sensor is switched on"}, SensorOn},
     {{"sensoractive", Sensor, "rpm.engine", "the same"}, SensorOn},
     {{"sensoroff", Sensor, "rpm.engine", "the sensor is switched off"}, SensorOff},

@@ -2,6 +2,7 @@
 
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
+#include "obd/Diagnosis.h"
 #include "platform/Clock.h"
 #include "platform/KeyState.h"
 #include "platform/Text.h"
@@ -56,6 +57,10 @@ float CodeCount(std::string_view) {
     return static_cast<float>(basGlobal.DtcCount);
 }
 
+float DiagnosisDone(std::string_view) {
+    return static_cast<float>(DiagnosisPercent());
+}
+
 struct NumberWord {
     FunctionWord Name;
     float (*Evaluate)(std::string_view argument);
@@ -84,6 +89,7 @@ constexpr NumberWord kNumberWords[] = {
     {{"highest", Sensor, "rpm.engine", "its greatest value since the connect"},
      ExtremeNumber<true>},
     {{"obd", Fixed, "troublecodescount", "number of trouble codes that were read"}, CodeCount},
+    {{"diagnosis", Fixed, "percent", "how far the diagnosis is, in percent"}, DiagnosisDone},
 };
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
+#include "obd/Diagnosis.h"
 #include "obd/basOBD.h"
 #include "platform/At.h"
 #include "platform/Clock.h"
@@ -127,6 +128,10 @@ Text ExtremeText(std::string_view name) {
     return std::nullopt;
 }
 
+Text OfDiagnosis(std::string_view name) {
+    return DiagnosisText(name);
+}
+
 /// Shown once: the next refresh finds it empty.
 Text LastCommandOnce(std::string_view) {
     return std::exchange(basGlobal.LastCommand, {});
@@ -171,6 +176,41 @@ constexpr TextWord kTextWords[] = {
      SelectedCode},
     {{"obd", Fixed, "interface", "what the interface calls itself"}, InterfaceName},
     {{"obd", Fixed, "protocol", "the protocol of the vehicle's bus"}, ProtocolName},
+    {{"diagnosis", Fixed, "progress",
+      "where the diagnosis is: `Stored codes  9/18`; afterwards how it ended"},
+     OfDiagnosis},
+    {{"diagnosis", Fixed, "vin",
+      "the vehicle identification number; like most of these why it is missing, or a dash"},
+     OfDiagnosis},
+    {{"diagnosis", Fixed, "vincheck", "whether its check digit holds"}, OfDiagnosis},
+    {{"diagnosis", Fixed, "protocol",
+      "the protocol of the vehicle's bus, when the diagnosis was made"},
+     OfDiagnosis},
+    {{"diagnosis", Fixed, "interface", "what the interface called itself then"}, OfDiagnosis},
+    {{"diagnosis", Fixed, "units", "the control units that answered"}, OfDiagnosis},
+    {{"diagnosis", Fixed, "voltage", "the battery's voltage, as the interface measured it"},
+     OfDiagnosis},
+    {{"diagnosis", Fixed, "ready",
+      "whether the vehicle is ready for inspection, and what is in the way"},
+     OfDiagnosis},
+    {{"diagnosis", Fixed, "lamp", "`On` or `Off`: the malfunction lamp"}, OfDiagnosis},
+    {{"diagnosis", Fixed, "stored", "number of stored codes, of all control units"}, OfDiagnosis},
+    {{"diagnosis", Fixed, "pending", "number of pending codes"}, OfDiagnosis},
+    {{"diagnosis", Fixed, "permanent", "number of permanent codes, which clearing leaves"},
+     OfDiagnosis},
+    {{"diagnosis", Fixed, "distanceclear", "distance since the codes were cleared"}, OfDiagnosis},
+    {{"diagnosis", Fixed, "timeclear", "running time since then"}, OfDiagnosis},
+    {{"diagnosis", Fixed, "distancelamp", "distance with the lamp on"}, OfDiagnosis},
+    {{"diagnosis", Fixed, "timelamp", "running time with the lamp on"}, OfDiagnosis},
+    {{"diagnosis", Fixed, "odometer", "what the odometer shows"}, OfDiagnosis},
+    {{"diagnosis", Fixed, "missing", "what the diagnosis lacks and why, a line each"}, OfDiagnosis},
+    {{"diagnosis", Fixed, "time", "when the diagnosis was made: `14:05:33 , 15.11.2026`"},
+     OfDiagnosis},
+    {{"diagnosis", Fixed, "selected", "the whole text of the selected entry of a list `diagnosis`"},
+     OfDiagnosis},
+    {{"diagnosis", Fixed, "severity",
+      "what the selected code means to the driver: `Have it seen soon`"},
+     OfDiagnosis},
     {{"sensorcaption", Sensor, "rpm.engine", "the caption of a sensor, in the user's language"},
      SensorCaption},
     {{"sensorunit", Sensor, "rpm.engine", "the unit of a sensor"}, SensorUnit},

@@ -455,7 +455,7 @@ TEST_F(SettingsDialog, AConsoleUsesItByWhatItLists) {
     EXPECT_EQ(field[8], "100");
     EXPECT_EQ(ElementLine("coBaudrate")[6], "0");  // further down
     AnswerRequest("move 400 300");
-    for (int turn = 0; turn < 2; ++turn) AnswerRequest("wheel -4");  // one goes a page at most
+    for (int turn = 0; turn < 3; ++turn) AnswerRequest("wheel -4");  // one goes a page at most
     const auto speed = ElementLine("coBaudrate");
     EXPECT_EQ(speed[0], "Combo");
     EXPECT_EQ(speed[6], "1");

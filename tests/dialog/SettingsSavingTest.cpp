@@ -40,6 +40,32 @@ TEST_F(SettingsSaving, WritesWhatWasTypedAndLeavesTheRestOfTheFile) {
               "UpdateIntervall=fast\nRefreshRate=250\n");
 }
 
+TEST_F(SettingsSaving, ATickStandsForAKeyAndLeavesWhatItDoesNotKnow) {
+    const struct {
+        const char* Before;
+        bool Ticked;
+        const char* Clicked;  ///< what is in the file when the box was clicked
+    } rows[] = {
+        {"", false, "Decoding=standard\n"},
+        {"Decoding=Standard\n", true, ""},
+        {"Decoding=theirs\n", false, "Decoding=standard\n"},
+    };
+    const std::string settings = kSettings;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.Before);
+        folder_.Write("Dravik.ini", settings + row.Before);
+        Open();
+        EXPECT_EQ(Find<QCheckBox>("chDecoding")->isChecked(), row.Ticked);
+        Click("bSave");
+        EXPECT_EQ(folder_.Read("Dravik.ini"), settings + row.Before);
+        Open();
+        Click("chDecoding");
+        Click("bSave");
+        EXPECT_EQ(folder_.Read("Dravik.ini"), settings + row.Clicked);
+        EXPECT_EQ(basGlobal.StandardDecoding, !row.Ticked);
+    }
+}
+
 TEST_F(SettingsSaving, AShorterTableMovesItsEndMarkAndLeavesTheKeysBehindIt) {
     Open();
     ShowTab(1);

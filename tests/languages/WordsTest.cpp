@@ -5,6 +5,7 @@
 #include <set>
 
 #include "languages/LanguageFolder.h"
+#include "obd/Diagnosis.h"
 #include "obd/basOBD.h"
 #include "platform/Paths.h"
 #include "platform/Profile.h"
@@ -52,7 +53,7 @@ TEST(Words, EveryTextOfTheProgramIsKnownToEveryLanguage) {
     ASSERT_GE(texts.size(), 5U) << "are the sources where they were?";
     for (const std::string& status : basGlobal.StatusText)
         if (!status.empty()) texts.insert(status);
-    for (const auto& patterns : {ReasonTexts(), FindingTexts()})
+    for (const auto& patterns : {ReasonTexts(), FindingTexts(), DiagnosisWords()})
         texts.insert(patterns.begin(), patterns.end());
     for (const SettingRow& row : kSettingRows) {
         for (const std::string text : {row.Caption, row.WhenEmpty})

@@ -46,6 +46,7 @@ TEST_F(Settings, WithoutASettingsFileEveryDefaultHolds) {
     EXPECT_TRUE(g.tiMain.Enabled()) << "as before";
     EXPECT_FALSE(g.tiAux.Enabled() || g.tiHardware.Enabled());
     EXPECT_EQ(g.ReconnectSeconds, 0);
+    EXPECT_FALSE(g.StandardDecoding);
     EXPECT_EQ(g.SensorCount, 0);
     EXPECT_EQ(g.OSKPath, "0");
     EXPECT_EQ(g.CurrentMenu, "mainmenu");
@@ -63,7 +64,7 @@ TEST_F(Settings, WithoutASettingsFileEveryDefaultHolds) {
 TEST_F(Settings, FilesAreFoundThroughOneAnother) {
     WriteFile("Dravik.ini",
               "[Options]\nScaleImageWidth=125\nMisc=13\nLanguage=deutsch\nSkin=night\n"
-              "OSKPath=C:\\keys.exe\n[OBD]\nReconnect=7\n");
+              "OSKPath=C:\\keys.exe\n[OBD]\nReconnect=7\nDecoding=Standard\n");
     WriteFile("languages/deutsch.ini", "[Sensors]\nFilename=s.de\n[DTC]\nFilename=codes.de\n");
     WriteFile("skins/night.ini", "[General]\nImagefolder=dark\n");
     LoadSettings();
@@ -73,6 +74,7 @@ TEST_F(Settings, FilesAreFoundThroughOneAnother) {
     EXPECT_TRUE(g.HidePointer);
     EXPECT_EQ(g.ConnState, 4);
     EXPECT_EQ(g.ReconnectSeconds, 7);
+    EXPECT_TRUE(g.StandardDecoding);
     EXPECT_EQ(g.OSKPath, "C:\\keys.exe");
     EXPECT_THAT(g.SensorFile, EndsWith(Native("/languages/s.de")));
     EXPECT_THAT(g.DescriptionFile, EndsWith(Native("/languages/codes.de")));

@@ -6,6 +6,7 @@
 #include <set>
 #include <utility>
 
+#include "obd/Diagnosis.h"
 #include "platform/Text.h"
 #include "settings/basSettings.h"
 #include "skin/ProgramTitle.h"
@@ -139,6 +140,16 @@ std::vector<PossibleText> LongestTexts::OfSensors(string_view word, const string
     return possible;
 }
 
+/// Its functions speak the driver's language by themselves.
+std::vector<PossibleText> LongestTexts::OfDiagnosis(const string& name) {
+    std::vector<PossibleText> possible;
+    for (const Language& language : Languages()) {
+        for (string& text : PossibleDiagnosisTexts(name, language.Words))
+            possible.push_back({std::move(text), language.Name});
+    }
+    return possible;
+}
+
 /// A function behind "word_" has all of its texts looked up, each in the languages it comes in.
 std::vector<PossibleText> LongestTexts::OfWord(const TextPlace& place, const string& name) {
     TextPlace behind = place;
@@ -167,6 +178,8 @@ std::vector<PossibleText> LongestTexts::Of(const TextPlace& place) {
     for (const KnownFunction& known : kKnown) {
         if (known.Function == function) return InEveryLanguage(known.Longest());
     }
+    if (constexpr string_view kDiagnosis = "diagnosis_"; function.starts_with(kDiagnosis))
+        return OfDiagnosis(function.substr(kDiagnosis.size()));
     if (const FunctionText text = SplitAtFirst(place.Function);
         EqualsNoCase(text.Word, string_view("word")))
         return OfWord(place, string(text.Argument));
