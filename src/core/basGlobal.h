@@ -150,8 +150,8 @@ enum class LinkFault : std::uint8_t {
     VehicleRefuses,
     VehicleBusy,  ///< it puts off its answer again and again
     NotReached,   ///< the interface says why it does not reach the vehicle
-    NoData,      ///< the vehicle's bus is there, but nobody on it answers
-    LineLost,    ///< the device disappeared
+    NoData,       ///< the vehicle's bus is there, but nobody on it answers
+    LineLost,     ///< the device disappeared
 };
 
 /// A port that may be offered or searched, and the device that it stands for.
@@ -179,7 +179,10 @@ enum class Bus : std::uint8_t { Unknown, J1850, Iso9141, Keyword, Can11, Can29 }
 /// Where a trouble code comes from, as far as the read has found out.
 struct CodeOrigin {
     std::uint32_t Unit = 0;    ///< address of the control unit; 0 = not known
-    std::optional<int> Frame;  ///< freeze frame that this code caused, and no other unit has
+    std::optional<int> Frame;  ///< freeze frame that this code caused
+    /// Replies to live requests do not tell the units apart: of a frame whose number another unit
+    /// has, too, the numbers were read with the codes, by PID.
+    std::optional<std::map<int, std::int32_t>> Kept{};
 };
 
 /// An interface that a search has found.

@@ -43,13 +43,13 @@ struct UnitCode {
     std::string Code;
 };
 
-/// Asks for the freeze frames and which code caused each.
-/// @return the origin of each of the codes. Replies to live requests do not tell which unit they
-///         come from, so a frame that several units have is nobody's
+/// Asks for the freeze frames and which code caused each. A frame whose number several units have
+/// is read whole; without headers it is nobody's.
+/// @return the origin of each of the codes
 std::vector<CodeOrigin> AskFrameOrigins(const std::vector<UnitCode>& codes, bool headers);
 
-/// Freeze frame of the selected code, as a request names it; nothing where that has none. While no
-/// codes are listed the first frame.
-std::optional<int> SelectedStandardFrame();
+/// Origin of the selected code, whose freeze frame is to be shown; one without a frame where none
+/// is known. While no codes are listed the first frame.
+CodeOrigin SelectedOrigin();
 
 }  // namespace dravik

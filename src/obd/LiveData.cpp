@@ -61,16 +61,23 @@ void TurnToFrame(const std::string& frame) {
     if (g.StandardDecoding) g.FreezeRaw.fill(0);
 }
 
-/// False when there is nothing to ask: the selected code has no freeze frame.
+/// False when there is nothing to ask: the selected code has no freeze frame, or one that has been
+/// read already.
 bool FindFrame() {
+    GlobalState& g = basGlobal;
     if (!FreezeFrameMode()) return true;
-    if (!basGlobal.StandardDecoding) {
+    if (!g.StandardDecoding) {
         TurnToFrame(SelectedFrame());
         return true;
     }
-    const std::optional<int> frame = SelectedStandardFrame();
-    TurnToFrame(frame ? std::to_string(*frame) : std::string{});
-    return frame.has_value();
+    const CodeOrigin origin = SelectedOrigin();
+    const bool asked = origin.Frame && !origin.Kept;
+    TurnToFrame(asked ? std::to_string(*origin.Frame) : std::string{});
+    if (origin.Kept) {
+        g.FreezeRaw.fill(0);
+        for (const auto& [pid, number] : *origin.Kept) At(g.FreezeRaw, pid) = number;
+    }
+    return asked;
 }
 
 std::string BuildRequest() {
@@ -171,10 +178,15 @@ bool PidKnown(int pid) {
     constexpr double kRounds = 3;
     if (g.ConnState != kConnected && g.ConnState != kReceivingData) return false;
     if (pid < 0 || pid >= kPidCount) return false;
-    // What another code has selected meanwhile is not asked for before the next request.
+    // Until the next request the numbers are still those of the code that was selected before.
     if (g.StandardDecoding && FreezeFrameMode()) {
-        const std::optional<int> frame = SelectedStandardFrame();
-        if (!frame || std::to_string(*frame) != g.FreezeFrameNo) return false;
+        const CodeOrigin origin = SelectedOrigin();
+        if (origin.Kept) {
+            const auto kept = origin.Kept->find(pid);
+            return g.FreezeFrameNo.empty() && kept != origin.Kept->end() &&
+                   At(g.FreezeRaw, pid) == kept->second;
+        }
+        if (!origin.Frame || std::to_string(*origin.Frame) != g.FreezeFrameNo) return false;
     }
     const double at = (FreezeFrameMode() ? g.FreezeAt : g.LiveAt)[static_cast<std::size_t>(pid)];
     return at != 0 && HighResTimer() - at <= std::max(kSeconds, kRounds * g.RoundSeconds);

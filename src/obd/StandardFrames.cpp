@@ -1,8 +1,11 @@
 #include <algorithm>
+#include <map>
 #include <optional>
+#include <string>
 
 #include "lists/basFunctions.h"
 #include "obd/LinkStep.h"
+#include "obd/basOBD.h"
 #include "platform/At.h"
 
 namespace dravik {
@@ -12,6 +15,12 @@ namespace {
 constexpr std::uint8_t kFreezeService = 2;
 constexpr std::uint8_t kCausePid = 2;  // the code that caused the frame
 constexpr std::size_t kCauseByte = 3;  // behind service, PID and frame
+
+/// What stands behind service, PID and frame, as one number.
+std::optional<std::int32_t> NumberIn(const Bytes& message) {
+    if (message.size() <= kCauseByte) return std::nullopt;
+    return HexNumber(TextToHex(std::string(message.begin() + kCauseByte, message.end())));
+}
 
 /// The codes that caused a frame, one for each unit that has it.
 std::vector<UnitCode> CausesIn(const Reply& reply) {
@@ -23,6 +32,50 @@ std::vector<UnitCode> CausesIn(const Reply& reply) {
         if (high != 0 || low != 0) causes.push_back({message.Unit, CodeText(high, low)});
     }
     return causes;
+}
+
+/// The numbers of one frame of several units: by unit and PID.
+using FrameNumbers = std::map<std::uint32_t, std::map<int, std::int32_t>>;
+
+/// The PIDs that any unit has in a frame, from the masks of 32 that they answer.
+std::vector<std::uint8_t> PidsIn(std::uint8_t frame, bool headers) {
+    constexpr int kMaskPids = 32;
+    std::vector<std::uint8_t> pids;
+    for (int mask = 0; mask < kPidCount; mask += kMaskPids) {
+        const Bytes request = {kFreezeService, static_cast<std::uint8_t>(mask), frame};
+        std::uint32_t bits = 0;
+        for (const UnitMessage& message : Ask(request, headers).Messages)
+            bits |= static_cast<std::uint32_t>(NumberIn(message.Data).value_or(0));
+        for (int bit = 0; bit < kMaskPids; ++bit) {
+            const int pid = mask + 1 + bit;
+            const bool isMask = pid % kMaskPids == 0;
+            if ((bits << bit & 0x80000000U) != 0 && pid < kPidCount && !isMask && pid != kCausePid)
+                pids.push_back(static_cast<std::uint8_t>(pid));
+        }
+        if ((bits & 1U) == 0) break;  // no unit has the next mask
+    }
+    return pids;
+}
+
+FrameNumbers ReadShared(std::uint8_t frame, bool headers) {
+    FrameNumbers numbers;
+    for (const std::uint8_t pid : PidsIn(frame, headers)) {
+        const Reply reply = Ask({kFreezeService, pid, frame}, headers);
+        if (reply.End == ReplyEnd::Unfinished) break;
+        for (const UnitMessage& message : reply.Messages) {
+            if (const auto number = NumberIn(message.Data)) numbers[message.Unit][pid] = *number;
+        }
+    }
+    return numbers;
+}
+
+/// The code's place among the codes; nothing for a frame of a code that is not stored any more.
+std::optional<std::size_t> PlaceOf(const UnitCode& cause, const std::vector<UnitCode>& codes) {
+    const auto code = std::find_if(codes.begin(), codes.end(), [&cause](const UnitCode& each) {
+        return each.Unit == cause.Unit && each.Code == cause.Code;
+    });
+    if (code == codes.end()) return std::nullopt;
+    return static_cast<std::size_t>(code - codes.begin());
 }
 
 }  // namespace
@@ -37,23 +90,26 @@ std::vector<CodeOrigin> AskFrameOrigins(const std::vector<UnitCode>& codes, bool
         if (reply.End != ReplyEnd::Answered) break;
         const std::vector<UnitCode> causes = CausesIn(reply);
         if (causes.empty()) break;
-        if (causes.size() > 1) continue;
-        const auto code = std::find_if(codes.begin(), codes.end(), [&causes](const UnitCode& each) {
-            return each.Unit == causes[0].Unit && each.Code == causes[0].Code;
-        });
-        if (code == codes.end()) continue;
-        std::optional<int>& known = At(origins, code - codes.begin()).Frame;
-        if (!known) known = static_cast<int>(frame);
+        const bool shared = causes.size() > 1;
+        if (shared && !headers) continue;  // nobody knows whose it is
+        FrameNumbers numbers;
+        if (shared) numbers = ReadShared(static_cast<std::uint8_t>(frame), headers);
+        for (const UnitCode& cause : causes) {
+            const auto place = PlaceOf(cause, codes);
+            if (!place || origins[*place].Frame) continue;
+            origins[*place].Frame = static_cast<int>(frame);
+            if (shared) origins[*place].Kept = numbers[cause.Unit];
+        }
     }
     return origins;
 }
 
-std::optional<int> SelectedStandardFrame() {
+CodeOrigin SelectedOrigin() {
     const ListSlot& list = basGlobal.Lists[kCodeListSlot];
-    if (list.Entries.empty()) return 0;
-    if (!CodesListed() || list.Selected < 1) return std::nullopt;
+    if (list.Entries.empty()) return {0, 0};
+    if (!CodesListed() || list.Selected < 1) return {};
     const CodeOrigin* origin = FindAt(basGlobal.CodeOrigins, list.Selected - 1);
-    return origin != nullptr ? origin->Frame : std::nullopt;
+    return origin != nullptr ? *origin : CodeOrigin{};
 }
 
 }  // namespace dravik

@@ -256,14 +256,37 @@ TEST_F(StandardFrames, EachCodeShowsTheFrameThatItCaused) {
     EXPECT_THAT(Poll(1), IsEmpty()) << "perhaps another vehicle";
 }
 
-TEST_F(StandardFrames, AFrameThatTwoUnitsHaveIsShownUnderNeitherCode) {
+TEST_F(StandardFrames, AFrameThatTwoUnitsHaveIsReadWithItsHeaders) {
     interface_->On("020200", {"7E8 05 42 02 00 04 20\r7E9 05 42 02 00 07 00\r\r>"});
     interface_->On("020201", {"7E9 05 42 02 01 07 05\r\r>"});
     interface_->On("020202", {kNoData});
-    EXPECT_EQ(Read("7E8 04 43 01 04 20\r7E9 06 43 02 07 00 07 05\r\r>"), "P0420 P0700 P0705/1");
-    basGlobal.PidWanted[0x0C] = true;
+    interface_->On("020000", {"7E8 07 42 00 00 40 18 00 01\r7E9 07 42 00 00 40 08 00 00\r\r>"});
+    interface_->On("022000", {"7E8 07 42 20 00 00 00 00 00\r\r>"});
+    interface_->On("020C00", {"7E9 05 42 0C 00 00 04\r7E8 05 42 0C 00 1A F8\r\r>"});
+    interface_->On("020D00", {"7E9 04 42 0D 00 11\r\r>"});
+    const char* const codes = "7E8 04 43 01 04 20\r7E9 06 43 02 07 00 07 05\r\r>";
+    EXPECT_EQ(Read(codes), "P0420/0 P0700/0 P0705/1");
+    basGlobal.PidWanted[0x0C] = basGlobal.PidWanted[0x0D] = true;
+    EXPECT_FALSE(PidKnown(0x0C)) << "not shown yet";
     EXPECT_THAT(Poll(1), IsEmpty());
+    EXPECT_EQ(basGlobal.FreezeRaw[0x0C], 0x1AF8);
+    EXPECT_TRUE(PidKnown(0x0C));
+    EXPECT_FALSE(PidKnown(0x0D)) << "the other unit's";
+    SelectListEntry(basGlobal.Lists[kCodeListSlot], 2);
+    EXPECT_FALSE(PidKnown(0x0C));
     EXPECT_THAT(Poll(2), IsEmpty());
+    EXPECT_EQ(basGlobal.FreezeRaw[0x0C], 4);
+    EXPECT_EQ(basGlobal.FreezeRaw[0x0D], 0x11);
+    EXPECT_TRUE(PidKnown(0x0C) && PidKnown(0x0D));
+
+    // Without headers nobody knows whose it is.
+    interface_->On("ATH1", {"?\r\r>"});
+    interface_->On("0101", {"41 01 83 07 65 04\r\r>"});
+    interface_->On("020200", {"42 02 00 04 20\r42 02 00 07 00\r\r>"});
+    interface_->On("020201", {"42 02 01 07 05\r\r>"});
+    EXPECT_EQ(Read("43 01 04 20\r43 02 07 00 07 05\r\r>"), "P0420 P0700 P0705/1");
+    EXPECT_THAT(Poll(1), IsEmpty());
+    EXPECT_FALSE(PidKnown(0x0C));
 }
 
 class StandardValues : public LinkTest {
