@@ -346,7 +346,10 @@ TEST_F(DiagnosisTest, AnAnswerThatIsPutOffIsWaitedFor) {
 TEST_F(DiagnosisTest, IsCancelledWithinOneRequest) {
     Connect(TwoUnits("kwp-fast"));
     vehicle_->Instead = [&](const std::string& command) -> std::optional<std::string> {
-        if (command == "07") {
+        if (command == "03") {
+            ShowDiagnosis("codes");
+            EXPECT_TRUE(basGlobal.Lists[kDiagnosisSlot].Entries.empty()) << "nobody knows yet";
+        } else if (command == "07") {
             EXPECT_THAT(Label("progress"), StartsWith("Pending codes"));
             CancelDiagnosis();
         }
@@ -438,6 +441,7 @@ TEST_F(DiagnosisTest, AfterAClearItSaysWhatRemains) {
 }
 
 TEST_F(DiagnosisTest, TheListShowsEachSection) {
+    EXPECT_EQ(Label("progress"), "Not diagnosed yet");
     ShowDiagnosis("codes");
     const ListSlot& list = basGlobal.Lists[kDiagnosisSlot];
     EXPECT_TRUE(list.Entries.empty());

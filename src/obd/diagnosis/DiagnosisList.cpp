@@ -73,7 +73,9 @@ void ListCodes(const Diagnosis& found) {
         Add(CodeLine(found, code), code.Kind == CodeKind::Pending ? kOpen : kBad,
             std::string(kCodeTag) + std::to_string(i));
     }
-    if (found.Codes.empty() && !LackOf(found, Part::StoredCodes)) Add(Word(kNoCodes), kGood);
+    // A page that opens while the run is under way must not say what nobody has asked yet.
+    if (found.Codes.empty() && !Diagnosing() && !LackOf(found, Part::StoredCodes))
+        Add(Word(kNoCodes), kGood);
     for (const Part part :
          {Part::StoredCodes, Part::PendingCodes, Part::PermanentCodes, Part::FreezeFrames})
         AddIfMissing(found, part);

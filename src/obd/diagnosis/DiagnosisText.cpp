@@ -50,6 +50,7 @@ constexpr std::array<std::string_view, 4> kCheckTexts = {
     "Has no check digit",
     "Not a valid number",
 };
+constexpr std::string_view kNotYet = "Not diagnosed yet";
 constexpr std::string_view kComplete = "Diagnosis complete";
 constexpr std::string_view kCancelled = "Diagnosis cancelled";
 constexpr std::string_view kEndedEarly = "Diagnosis ended early";
@@ -110,7 +111,7 @@ std::string OutcomeText(const Diagnosis& found) {
 
 std::string Progress() {
     const DiagnosisState& run = basGlobal.Diagnosing;
-    if (!Diagnosing()) return run.Found ? OutcomeText(*run.Found) : std::string();
+    if (!Diagnosing()) return run.Found ? OutcomeText(*run.Found) : Word(kNotYet);
     if (run.Step < 1) return {};
     return PartText(static_cast<Part>(run.Step - 1)) + "  " + std::to_string(run.Step) + "/" +
            std::to_string(kDiagnosisParts);
@@ -294,7 +295,7 @@ std::vector<std::string> PossibleDiagnosisTexts(std::string_view name, const Wor
     if (name == "progress") {
         const std::string last = std::to_string(kDiagnosisParts);
         add(kPartTexts, "  " + last + "/" + last);
-        add(std::array{kComplete, kCancelled, kEndedEarly, kCleared});
+        add(std::array{kNotYet, kComplete, kCancelled, kEndedEarly, kCleared});
     } else if (name == "ready") {
         add(std::array{kReady, kLampOn, kOpen, kLampAndOpen, kOneOpen});
         add(kLackTexts);
@@ -311,9 +312,9 @@ std::vector<std::string> PossibleDiagnosisTexts(std::string_view name, const Wor
 }
 
 std::vector<std::string_view> DiagnosisWords() {
-    std::vector<std::string_view> words = {kComplete, kCancelled,      kEndedEarly,  kCleared,
-                                           kReady,    kLampOn,         kOpen,        kLampAndOpen,
-                                           kOneOpen,  kNothingMissing, kControlUnit, kOnlyUnit};
+    std::vector<std::string_view> words = {
+        kNotYet, kComplete,    kCancelled, kEndedEarly,     kCleared,     kReady,   kLampOn,
+        kOpen,   kLampAndOpen, kOneOpen,   kNothingMissing, kControlUnit, kOnlyUnit};
     const auto add = [&words](const auto& texts) {
         words.insert(words.end(), texts.begin(), texts.end());
     };
