@@ -47,7 +47,7 @@ bool Finding(std::string_view) {
 bool LinkUp() {
     const int state = basGlobal.ConnState;
     return state == kConnected || state == kReceivingData || state == kReadingCodes ||
-           state == kClearingCodes;
+           state == kClearingCodes || state == kDiagnosing;
 }
 
 bool CodeKnown(std::string_view) {

@@ -116,8 +116,8 @@ TEST_F(Evaluators, ImageFunctionsFollowTheState) {
         basGlobal.ConnState = static_cast<std::uint8_t>(state);
         EXPECT_EQ(Image("obd_connected"), state == 3 || state == 9) << state;
         EXPECT_EQ(Image("obd_connecting"), state == 4 || state == 8) << state;
-        // Reading and clearing codes must not put out what the vehicle has said.
-        const bool up = state == 3 || state == 9 || state == 16 || state == 18;
+        // Reading, clearing and a diagnosis must not put out what the vehicle has said.
+        const bool up = state == 3 || state == 9 || state == 16 || state == 18 || state == 20;
         basGlobal.MilOn = true;
         basGlobal.DtcCount = 1;
         EXPECT_EQ(Image("obd_lamp"), up) << state;
