@@ -15,7 +15,8 @@ has() { grep -qi "^\[$1\]" "skins/$skin.ini"; }
 grab() { printf 'wait %s\ngrab %s/%s.png\n' "$1" "$target" "$2"; }
 
 # The menu list of the skin names its pages; a freeze frame can be shown once codes are known.
-pages=$(sed -n 's/^Menu[0-9]*=\(.*\)$/\1/p' "skins/$skin.ini" | tr -d '\r')
+# The diagnosis has a run of its own.
+pages=$(sed -n 's/^Menu[0-9]*=\(.*\)$/\1/p' "skins/$skin.ini" | tr -d '\r' | grep -vix diagnosis || true)
 more="freezeframe value choose find language welcome welcome2 welcome3"
 # What the media page shows: a folder as a user might have it.
 home=$(mktemp -d)
@@ -54,6 +55,28 @@ requests() {
     grab 300 box-query
     echo "click no"
 }
-requests | HOME="$home/music" QT_QPA_PLATFORM=offscreen "$build/dravik" --folder "$build" --skin "$skin" \
-    --demo faults --windowed "$size" --console | { grep -v '^ok$' || true; }
+
+# The pages of the diagnosis, when it is done.
+diagnosis_requests() {
+    printf 'wait 7000\ndo openmenu_diagnosis\ndo obd_diagnose\nwait 20000\n'
+    if has reports; then printf 'do report\nwait 25000\nclick ok\n'; fi
+    for page in diagnosis codes codeframe readiness vehicle tests reports; do
+        has "$page" || continue
+        echo "do openmenu_$page"
+        # Of the codes the one that is explained best.
+        case $page in codes) printf 'do value_-\ndo value_-\ndo value_-\n' ;; esac
+        grab 1000 "$page"
+    done
+}
+
+# A folder of its own, for the report that is written.
+mkdir "$home/program"
+cp "$build/Dravik.ini" "$home/program"
+ln -s "$PWD/skins" "$PWD/languages" "$(realpath "$build")/fonts" "$home/program"
+show() {
+    HOME="$home/music" QT_QPA_PLATFORM=offscreen "$build/dravik" --folder "$home/program" --skin "$skin" \
+        --demo "$1" --windowed "$size" --console | { grep -v '^ok$' || true; }
+}
+requests | show faults
+if has diagnosis; then diagnosis_requests | show workshop; fi
 ls "$target"/*.png

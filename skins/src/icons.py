@@ -79,6 +79,22 @@ ICONS = {
                 '<circle cx="24" cy="26" r="8"/>',
     "yes": '<path d="M8 25 L19 36 L40 12"/>',
     "no": '<path d="M11 11 L37 37 M37 11 L11 37"/>',
+    "diagnosis": '<circle cx="21" cy="21" r="14.5"/><path d="M31.5 31.5 L42 42"/>'
+                 '<path d="M11 22 H16 L19 15 L23 28 L26 22 H31"/>',
+    "vehicle": '<path d="M8 25 L12 13 a3 3 0 0 1 3-2 H33 a3 3 0 0 1 3 2 L40 25"/>'
+               '<rect x="5" y="25" width="38" height="12" rx="3"/>'
+               '<path d="M9 37 V42 H14 V37 M34 37 V42 H39 V37 M12.5 31 h1 M34.5 31 h1"/>',
+    "tests": '<path d="M18 6 H30 M20.5 6 V18 L9.5 38 a3 3 0 0 0 2.6 4.5 H35.9 a3 3 0 0 0 2.6-4.5'
+             ' L27.5 18 V6 M15 29 H33"/>',
+    "reports": '<path d="M11 5 H29 L38 14 V43 H11 z"/><path d="M29 5 V14 H38 M18 22 H31 M18 29 H31'
+               ' M18 36 H26"/>',
+    "view": '<path d="M4 24 C12 10 36 10 44 24 C36 38 12 38 4 24 z"/><circle cx="24" cy="24" r="6"/>',
+    # How an entry of a list stands.
+    "mark-good": '<circle cx="24" cy="24" r="18"/><path d="M15.5 24.5 L22 31 L33 17.5"/>',
+    "mark-bad": '<path d="M24 6 L44 41 H4 z"/><path d="M24 19 V29"/>'
+                '<circle cx="24" cy="35" r="1.2" fill="COLOR"/>',
+    "mark-open": '<circle cx="24" cy="24" r="18"/><path d="M24 13 V24 L31.5 28.5"/>',
+    "mark-none": '<circle cx="24" cy="24" r="3" fill="COLOR"/>',
     "warning": '<path d="M24 6 L44 41 H4 z"/><path d="M24 19 V29"/>'
                '<circle cx="24" cy="35" r="1.2" fill="COLOR"/>',
     "info": '<circle cx="24" cy="24" r="18"/><path d="M24 22 V33"/>'

@@ -1,5 +1,6 @@
 """The pages and boxes."""
 
+import diagnosis
 import draw
 import parts
 import sensors
@@ -11,8 +12,8 @@ from values import choices, panel, value
 from welcome import find, language, welcome
 
 MENUS = ["mainmenu", "dashboard", "panel", "engine", "trims", "oxygen", "chart", "troublecodes",
-         "sensors", "sensors2", "sensors3", "sensors4", "sensors5", "sensors6", "sensors7", "mediaplayer",
-         "system"]
+         "diagnosis", "sensors", "sensors2", "sensors3", "sensors4", "sensors5", "sensors6", "sensors7",
+         "mediaplayer", "system"]
 
 
 def general(skin):
@@ -51,8 +52,8 @@ def mainmenu(skin):
              ("openmenu_panel", "panel", "My panel"), ("openmenu_engine", "engine", "Engine"),
              ("openmenu_trims", "trims", "Mixture"), ("openmenu_chart", "chart", "Chart"),
              ("openmenu_troublecodes", "codes", "Trouble codes"),
-             ("openmenu_sensors", "sensors", "Sensors"), ("openmenu_mediaplayer", "media", "Media"),
-             ("openmenu_system", "system", "System"), ("config", "settings", "Settings"),
+             ("openmenu_diagnosis", "diagnosis", "Diagnosis"), ("openmenu_sensors", "sensors", "Sensors"), ("openmenu_mediaplayer", "media", "Media"),
+             ("openmenu_system", "system", "System"),
              parts.other_look(skin), ("obd_connect", "connect", "Connect")]
     for i, (function, symbol, caption) in enumerate(tiles):
         parts.tall_key(page, function, COLUMNS[i % 4], 68 + 112 * (i // 4), 195, 106, symbol,
@@ -254,10 +255,9 @@ def list_pictures(skin):
         skin.list_pictures.add(name)
 
 
-def step_keys(page, top, height, tab):
+def step_keys(page, top, height, tab, size=60):
     """Keys that move the selection of the list."""
     for i, (function, symbol) in enumerate((("value_+", "up"), ("value_-", "down"))):
-        size = 60
         page.button(function, 594, top + (height + 4) * i, parts.key(page.skin, 202, height),
                     tab + i, image=(parts.icon_picture(page.skin, symbol, size, "accent"), 71,
                                     (height - size) // 2))
@@ -277,12 +277,14 @@ def troublecodes(skin):
     page.image(skin.picture("lamp-lit68", 76, 76, icon("engine", 4, 4, 68, c["warn"], stroke=3.8)),
                604, 18, "obd_lamp")
     code_count(page, 696, 25)
-    step_keys(page, 109, 103, 1)
+    step_keys(page, 109, 67, 1, 44)
+    parts.icon_key(page, "openmenu_diagnosis", 594, 251, 202, 68, "diagnosis", "Diagnosis", 3, points=16,
+                   size=36)
     keys = [("obd_gettroublecodes", "read", "Read", "obd_connected"),
             ("obd_cleartroublecodes", "clear", "Clear", "obd_connected"),
             ("openmenu_freezeframe", "freeze", "Freeze frame", "obd_codes")]
     for i, (function, symbol, caption, enabled) in enumerate(keys):
-        parts.icon_key(page, function, THIRDS[i], 324, THIRD, 75, symbol, caption, 3 + i,
+        parts.icon_key(page, function, THIRDS[i], 324, THIRD, 75, symbol, caption, 4 + i,
                        points=16, size=36, enabled=enabled)
 
 
@@ -443,6 +445,7 @@ def all_pages(skin):
                   sensor_pages, value, panel, choices, mediaplayer, system, find, language, welcome,
                   shortcuts, all_off, messages):
         build(skin)
+    diagnosis.all_pages(skin, diagnosis.WIDE)
 
 
 def startup(c):

@@ -18,6 +18,13 @@ KEY_COLUMNS = (4, 92, 624, 712)     # of the keys at both ends of the bottom lin
 TITLE = (184, 160)                  # left edge and width of title and time, between keys and status
 STATUS = (348, 266)
 
+# Sections of keys for pages that are not in the menu list: what leads back, and whether the third key
+# is the dashboard's, or the page's own.
+BACK_SECTIONS = [("navigationback", "openmenu_troublecodes", True),
+                 ("navigationprevious", "openmenu_previous", True),
+                 ("navigationdiagnosis", "openmenu_diagnosis", False),
+                 ("navigationcodes", "openmenu_codes", True)]
+
 ON_BACK = ("back0", "back1")
 ON_KEY = ("key", "focus", "down")
 ON_PANEL = ("panel",)
@@ -240,12 +247,12 @@ def navigation(skin):
     navigation_key(section, "openmenu_+", 2, "next")
     navigation_key(section, "openbox_shortcuts", 3, "shortcuts")
     # A page that is not in the menu list leads back to where it was opened from.
-    for name, back in (("navigationback", "openmenu_troublecodes"),
-                       ("navigationprevious", "openmenu_previous")):
+    for name, back, third in BACK_SECTIONS:
         section = Section(skin, name)
         navigation_key(section, "openmenu_mainmenu", 0, "menu")
         navigation_key(section, back, 1, "back")
-        navigation_key(section, "openmenu_dashboard", 2, "dashboard")
+        if third:
+            navigation_key(section, "openmenu_dashboard", 2, "dashboard")
         navigation_key(section, "openbox_shortcuts", 3, "shortcuts")
 
 

@@ -1,6 +1,7 @@
 """The pages and boxes for portrait screens. They have the names of those in pages.py, so that a page
 stays open when the skin changes."""
 
+import diagnosis
 import draw
 import pages
 import portrait_parts as parts
@@ -15,10 +16,6 @@ from skin import NARROW, Section
 
 NIGHT, DAY = "portrait", "portrait-day"
 
-MENUS = ["mainmenu", "dashboard", "panel", "engine", "trims", "oxygen", "chart",
-         "troublecodes", "sensors", "sensors2", "sensors3", "sensors4", "sensors5", "sensors6", "sensors7",
-         "mediaplayer", "system"]
-
 NAMES = [row.function for row in sensors.SENSORS]
 # Sensors on each of the pages of keys.
 EACH = (14, 14, 14, 12, 12, 12, 12)
@@ -28,7 +25,7 @@ def general(skin):
     look = [("Look", "day")] if skin.name == DAY else []
     Section(skin, "General", [("Width", parts.WIDTH), ("Height", parts.HEIGHT),
                               ("Imagefolder", skin.name)] + look
-            + [(f"Menu{i}", name) for i, name in enumerate(MENUS)])
+            + [(f"Menu{i}", name) for i, name in enumerate(pages.MENUS)])
     if len(NAMES) > sum(EACH):
         skin.fault("the pages of sensors have no room for all")
 
@@ -51,10 +48,11 @@ def mainmenu(skin):
     keys = [("openmenu_dashboard", "dashboard", "Dashboard"), ("openmenu_panel", "panel", "My panel"),
             ("openmenu_engine", "engine", "Engine"), ("openmenu_trims", "trims", "Mixture"),
             ("openmenu_chart", "chart", "Chart"), ("openmenu_troublecodes", "codes", "Trouble codes"),
+            ("openmenu_diagnosis", "diagnosis", "Diagnosis"),
             ("openmenu_sensors", "sensors", "Sensors"), ("openmenu_mediaplayer", "media", "Media"),
-            ("openmenu_system", "system", "System"), ("obd_connect", "connect", "Connect")]
-    for i, ((x, y), (function, symbol, caption)) in enumerate(zip(grid(10, 178, 105), keys)):
-        parts.tall_key(page, function, x, y, HALF, 105, symbol, caption, i, points=17, size=48)
+            ("openmenu_system", "system", "System"), other_look(skin), ("obd_connect", "connect", "Connect")]
+    for i, ((x, y), (function, symbol, caption)) in enumerate(zip(grid(12, 178, 87), keys)):
+        parts.tall_key(page, function, x, y, HALF, 87, symbol, caption, i, points=17, size=42)
 
 
 RPM = dict(range=(0, 8000), sweep=(60, 300), outer=123, major=17, minor=10, step=1000,
@@ -231,8 +229,9 @@ def troublecodes(skin):
     for i, (function, symbol, caption, enabled) in enumerate(keys):
         parts.icon_key(page, function, (LEFT, RIGHT)[i], 582, HALF, 68, symbol, caption, 3 + i,
                        points=17, enabled=enabled)
-    parts.icon_key(page, "openmenu_freezeframe", LEFT, 654, FULL, 68, "freeze", "Freeze frame", 5,
-                   points=17, enabled="obd_codes")
+    parts.icon_key(page, "openmenu_freezeframe", LEFT, 654, HALF, 68, "freeze", "Freeze frame", 5,
+                   points=15, enabled="obd_codes")
+    parts.icon_key(page, "openmenu_diagnosis", RIGHT, 654, HALF, 68, "diagnosis", "Diagnosis", 6, points=17)
 
 
 def freezeframe(skin):
@@ -503,3 +502,4 @@ def all_pages(skin):
                   own_panel, choose_pages, value, mediaplayer, system, find, language, welcome_pages,
                   shortcuts, all_off, messages):
         build(skin)
+    diagnosis.all_pages(skin, diagnosis.UPRIGHT)

@@ -4,7 +4,7 @@ import draw
 import fonts
 from icons import icon
 from palette import number
-from parts import (ON_BACK, ON_KEY, ON_PANEL, bar, choice_key, dial, empty_bar, frame, glass,
+from parts import (BACK_SECTIONS, ON_BACK, ON_KEY, ON_PANEL, bar, choice_key, dial, empty_bar, frame, glass,
                    icon_picture, key, panel)
 from skin import NARROW, Section
 
@@ -127,17 +127,21 @@ def shared_sections(skin):
     strip.button("openmenu_system", LEFT, 4, glass(skin, FULL, 68), 95)
 
     first, last = ("openmenu_mainmenu", "menu"), ("openbox_shortcuts", "shortcuts")
-    for name, between in (
-            ("navigation", [("openmenu_-", "previous"), ("openmenu_+", "next")]),
-            # A page that is not in the menu list leads back to where it was opened from.
-            ("navigationprevious", [("openmenu_previous", "back"), ("openmenu_dashboard", "dashboard")]),
-            ("navigationback", [("openmenu_troublecodes", "back"), ("openmenu_dashboard", "dashboard")])):
+    # A page that is not in the menu list leads back to where it was opened from.
+    backs = [(name, [(back, "back"), ("openmenu_dashboard", "dashboard") if third else None])
+             for name, back, third in BACK_SECTIONS]
+    for name, between in [("navigation", [("openmenu_-", "previous"), ("openmenu_+", "next")]), *backs]:
         section = PortraitSection(skin, name)
-        for i, (function, symbol) in enumerate([first, *between, last]):
-            picture_key(section, function, 4 + 119 * i, NAVIGATION_TOP, 115, 66, symbol, 90 + i, 40, "text")
+        for i, found in enumerate([first, *between, last]):
+            if found:
+                navigation_key(section, found[0], i, found[1])
     # The pages to choose from lead back to the panel, whichever of them is open.
     icon_key(PortraitSection(skin, "navigationchoose"), "openmenu_panel", LEFT, NAVIGATION_TOP, FULL, 66,
              "back", "Back", 90, 18)
+
+
+def navigation_key(section, function, column, symbol):
+    picture_key(section, function, 4 + 119 * column, NAVIGATION_TOP, 115, 66, symbol, 90 + column, 40, "text")
 
 
 def page(skin, name, title, navigation="navigation", command=""):

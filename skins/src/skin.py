@@ -6,6 +6,7 @@ widest form. What is found wrong stops the build."""
 import functools
 import struct
 
+import diagnosis_texts
 import fonts
 import panel
 import sensors
@@ -28,7 +29,7 @@ UNKNOWN = "–"
 
 STATUS_TEXTS = ["Not Connected.", "Comport not found.", "Connected.", "Connecting....",
                 "Initializing.", "Receiving Data.", "Open Channel.", "Close Channel.",
-                "Reading Trouble Codes..", "Resetting Trouble Codes.."]
+                "Reading Trouble Codes..", "Resetting Trouble Codes..", "Diagnosing."]
 OTHER_TEXTS = {
     "obd_status": STATUS_TEXTS,
     "obd_reason": ["W" * 30],
@@ -128,12 +129,16 @@ def shown_texts(function, caption=""):
                 for text in sensors.captions(_sensor(name))]
     if word == "sensorunit":
         return [text for name in _sensors_behind(argument) for text in unit_texts(name)]
+    if word in ("diagnosis", "report"):
+        return diagnosis_texts.shown(argument, translations)
     return OTHER_TEXTS[function]
 
 
 def is_figure(function):
     return (function.startswith(("live_", "lowest_", "highest_"))
-            or function in ("time", "indexlabel") or function.endswith("count"))
+            or function in ("time", "indexlabel", "diagnosis_stored", "diagnosis_pending",
+                            "diagnosis_permanent")
+            or function.endswith("count"))
 
 
 class Section:
