@@ -115,7 +115,7 @@ def overview(skin, form):
                                          ("permanent", "Permanent"))):
         left = x + 12 + column * i
         page.label("word_" + caption, left, y + 53, column - 6, form.points, "text", ON_PANEL)
-        page.label("diagnosis_" + kind, left, y + 86, column - 6, 22 if width > 500 else 20,
+        page.label("diagnosis_" + kind, left, y + 86, column - 2, 20 if width > 500 else 18,
                    "text", ON_PANEL, lines=3)
     x, y, width, height = tile(page, form, "readiness", "Readiness", 3)
     page.label("diagnosis_ready", x + 12, y + 54, width - 24, 16 if width < 300 else 15, "text", ON_PANEL,
