@@ -42,6 +42,7 @@ int Fail(const std::string& reason) {
 class Progress {
  public:
     Progress() {
+        Look();
         timer_.OnTick([this] { Look(); });
     }
 

@@ -25,13 +25,12 @@ std::array<bool, kPidCount> PidsOfSensors() {
     return pids;
 }
 
-/// The data bytes of the last reply, as far as the number that was made of them tells.
+/// The data bytes of the last reply.
 std::vector<std::uint8_t> LiveBytes(int pid) {
     constexpr int kByte = 8;
-    constexpr int kTop = 24;
     const auto raw = static_cast<std::uint32_t>(At(basGlobal.LiveRaw, pid));
     std::vector<std::uint8_t> bytes;
-    for (int shift = kTop; shift >= 0; shift -= kByte)
+    for (int shift = (At(basGlobal.LiveSize, pid) - 1) * kByte; shift >= 0; shift -= kByte)
         bytes.push_back(static_cast<std::uint8_t>(raw >> shift));
     return bytes;
 }

@@ -111,6 +111,7 @@ TEST_F(ReportTextTest, LiveValuesAreThoseThatAreKnownNow) {
     basGlobal.SensorCount = 2;
     basGlobal.ConnState = kReceivingData;
     basGlobal.LiveRaw[0x0D] = 87;
+    basGlobal.LiveSize[0x0D] = 1;
     basGlobal.LiveAt[0x0D] = HighResTimer();
     const auto live = [this] {
         const std::string text = PlainTextOf(MakeReport(Found(), {}, kNow));
