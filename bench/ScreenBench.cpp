@@ -63,8 +63,18 @@ class FullPage {
         for (std::size_t i = 0; i < kSensors; ++i) {
             char source[8];
             std::snprintf(source, sizeof source, "obd_%02X", static_cast<unsigned>(i));
-            basGlobal.Sensors[i] = {
-                "s" + std::to_string(i), source, 0.5F, 1, 0, 100, "Caption", "unit", true, 0};
+            basGlobal.Sensors[i] = {"s" + std::to_string(i),
+                                    source,
+                                    0.5F,
+                                    1,
+                                    0,
+                                    100,
+                                    "Caption",
+                                    "unit",
+                                    {},
+                                    {},
+                                    true,
+                                    0};
         }
         Refresh();
         Drain();

@@ -3,9 +3,16 @@
 The English text comes first and is the name by which skins and the program ask for the others.
 """
 
+import re
+
 import codes
 
 LONGEST_TEXT = 255  # bytes that the program reads of a value
+
+
+def unbroken(text):
+    """French sets a blank before these marks, at which no line must end."""
+    return re.sub(" (?=[?!:;])", "\u00a0", text)
 
 
 def faults(texts, seen):
@@ -28,7 +35,7 @@ def words():
     """The texts of every line, English first. All faults of the table are told together."""
     found, seen, told = [], set(), []
     for place, line in codes.rows("words-panel.txt"):
-        texts = tuple(text.strip() for text in line.split("|"))
+        texts = tuple(unbroken(text.strip()) for text in line.split("|"))
         told += ["%s: %s: %s" % (place, texts[0], fault) for fault in faults(texts, seen)]
         seen.add(texts[0].lower())
         found.append(texts)

@@ -1,20 +1,38 @@
 """The sensors: what a data byte pattern means, and what each language calls it.
 
-A reply's data bytes are one unsigned number, so a sensor is a quantity that one factor and one
-offset over that whole number give. Bit fields, signed values and the wide-range oxygen sensors,
-whose replies hold two words, are not in this table.
+A reply's data bytes, or some of them, are one unsigned number, so a sensor is a quantity that one
+factor and one offset over that number give. Bit fields and signed values are not in this table.
 """
 
+import re
 from fractions import Fraction as F
+from typing import NamedTuple
 
 PERCENT_OF_BYTE = F(100, 255)
 PERCENT_AROUND_MIDDLE = F(100, 128)
-# The voltage is A / 200 and a fuel trim follows in B. Over both bytes the trim adds a 256th of a
-# step to the voltage for each of its own: less than 0.005 V in all.
-VOLT_BEFORE_TRIM = F(1, 200 * 256)
 
-# Parameter, function name, data bytes, factor, offset, unit. Units are the names of UNITS below.
-SENSORS = [
+
+class Sensor(NamedTuple):
+    parameter: int
+    function: str
+    size: int        # bytes that the number is made of
+    factor: F
+    offset: int
+    unit: str        # a name of UNITS below
+    bytes: str = ""  # which of the reply's data bytes these are; empty: all
+
+
+# The oxygen sensors as parameter 13 counts them.
+OXYGEN = [(bank, sensor) for bank in (1, 2) for sensor in (1, 2, 3, 4)]
+
+
+def oxygen(first, name, size, factor, offset, unit, which):
+    """One quantity of all of them: one parameter each, from `first` on."""
+    return [(first + i, name % place, size, factor, offset, unit, which)
+            for i, place in enumerate(OXYGEN)]
+
+
+SENSORS = [Sensor(*row) for row in [
     # Saved on/off states speak of sensors 1 to 90, so after a resume the first one stays off until
     # it is switched on: a count that no page shows.
     (0x30, "count.warmupstroublecodescleared", 1, F(1),                 0,    ""),
@@ -32,14 +50,7 @@ SENSORS = [
     (0x0F, "temp.intake",                     1, F(1),                  -40,  "°C"),
     (0x10, "value.airflowrate",               2, F(1, 100),             0,    "g/s"),
     (0x11, "value.throttle",                  1, PERCENT_OF_BYTE,       0,    "%"),
-    (0x14, "volt.lambdabank1sensor1",        2, VOLT_BEFORE_TRIM,      0,    "V"),
-    (0x15, "volt.lambdabank1sensor2",        2, VOLT_BEFORE_TRIM,      0,    "V"),
-    (0x16, "volt.lambdabank1sensor3",        2, VOLT_BEFORE_TRIM,      0,    "V"),
-    (0x17, "volt.lambdabank1sensor4",        2, VOLT_BEFORE_TRIM,      0,    "V"),
-    (0x18, "volt.lambdabank2sensor1",        2, VOLT_BEFORE_TRIM,      0,    "V"),
-    (0x19, "volt.lambdabank2sensor2",        2, VOLT_BEFORE_TRIM,      0,    "V"),
-    (0x1A, "volt.lambdabank2sensor3",        2, VOLT_BEFORE_TRIM,      0,    "V"),
-    (0x1B, "volt.lambdabank2sensor4",        2, VOLT_BEFORE_TRIM,      0,    "V"),
+    *oxygen(0x14, "volt.lambdabank%dsensor%d", 1, F(1, 200), 0, "V", "0"),
     (0x1F, "time.enginestart",                2, F(1),                  0,    "s"),
     (0x21, "dist.milactivated",               2, F(1),                  0,    "km"),
     (0x22, "p.fuelrailtomanifold",            2, F(79, 1000),           0,    "kPa"),
@@ -67,7 +78,27 @@ SENSORS = [
     (0x4C, "value.commandedthrottlecontrol",  1, PERCENT_OF_BYTE,       0,    "%"),
     (0x4D, "time.enginerunningmil",           2, F(1),                  0,    "min"),
     (0x4E, "time.dtcscleared",                2, F(1),                  0,    "min"),
-]
+    # A car has one of these three kinds: narrow-band ones with a trim, FF for those that control none,
+    # wide-range ones that tell a voltage, and such that tell a current.
+    *oxygen(0x14, "value.lambdatrimbank%dsensor%d", 1, PERCENT_AROUND_MIDDLE, -100, "%", "1!FF"),
+    *oxygen(0x24, "value.lambdabank%dsensor%dwrvolt", 2, F(2, 65536), 0, "", "0-1"),
+    *oxygen(0x24, "volt.lambdabank%dsensor%dwr", 2, F(8, 65536), 0, "V", "2-3"),
+    *oxygen(0x34, "value.lambdabank%dsensor%dwramp", 2, F(2, 65536), 0, "", "0-1"),
+    *oxygen(0x34, "amp.lambdabank%dsensor%dwr", 2, F(1, 256), -128, "mA", "2-3"),
+]]
+
+# Decimals that a value is worth; where a sensor is not named, its kind (up to the ".") is.
+DECIMALS = {
+    "rpm": 0, "speed": 0, "temp": 0, "time": 0, "dist": 0, "count": 0, "angle": 1,
+    "value": 0, "value.airflowrate": 2, "value.commandedequivalence": 3,
+    "p": 0, "p.fuelrailtomanifold": 1, "volt": 2, "amp": 2,
+    **{"value.%stermfueltrimbank%d" % (term, bank): 1 for term in ("short", "long") for bank in (1, 2)},
+    **{"value.lambdatrimbank%dsensor%d" % place: 1 for place in OXYGEN},
+    **{"value.lambdabank%dsensor%dwr%s" % (*place, kind): 3 for place in OXYGEN
+       for kind in ("volt", "amp")},
+}
+# The same in imperial units, where it is another number.
+IMPERIAL_DECIMALS = {"p.intakemanifold": 1, "p.barometric": 1, "p.fuelrail": 1}
 
 # Name of a unit: what it is multiplied with, what is then added, and the text shown.
 METRIC = {"kPa air": (F(1), 0, "kPa")}
@@ -104,14 +135,6 @@ CAPTIONS = {
     0x0F: ("Intake air", "Ansaugluft", "Air d'admission", "Aire de admisión", "Aria aspirata"),
     0x10: ("Air flow", "Luftmasse", "Débit d'air", "Flujo de aire", "Portata aria"),
     0x11: ("Throttle", "Drosselklappe", "Papillon", "Mariposa", "Farfalla"),
-    0x14: ("O2 sensor B1 S1", "Lambdasonde B1 S1", "Sonde lambda B1 S1", "Sonda lambda B1 S1", "Sonda lambda B1 S1"),
-    0x15: ("O2 sensor B1 S2", "Lambdasonde B1 S2", "Sonde lambda B1 S2", "Sonda lambda B1 S2", "Sonda lambda B1 S2"),
-    0x16: ("O2 sensor B1 S3", "Lambdasonde B1 S3", "Sonde lambda B1 S3", "Sonda lambda B1 S3", "Sonda lambda B1 S3"),
-    0x17: ("O2 sensor B1 S4", "Lambdasonde B1 S4", "Sonde lambda B1 S4", "Sonda lambda B1 S4", "Sonda lambda B1 S4"),
-    0x18: ("O2 sensor B2 S1", "Lambdasonde B2 S1", "Sonde lambda B2 S1", "Sonda lambda B2 S1", "Sonda lambda B2 S1"),
-    0x19: ("O2 sensor B2 S2", "Lambdasonde B2 S2", "Sonde lambda B2 S2", "Sonda lambda B2 S2", "Sonda lambda B2 S2"),
-    0x1A: ("O2 sensor B2 S3", "Lambdasonde B2 S3", "Sonde lambda B2 S3", "Sonda lambda B2 S3", "Sonda lambda B2 S3"),
-    0x1B: ("O2 sensor B2 S4", "Lambdasonde B2 S4", "Sonde lambda B2 S4", "Sonda lambda B2 S4", "Sonda lambda B2 S4"),
     0x1F: ("Run time", "Laufzeit", "Durée de marche", "Tiempo de marcha", "Tempo di marcia"),
     0x21: ("Distance lamp on", "Strecke Lampe an", "Dist. avec voyant", "Dist. con testigo", "Dist. spia accesa"),
     0x22: ("Rail to manifold", "Raildruck relativ", "Press. rampe rel.", "Presión rampa rel.", "Press. rail rel."),
@@ -142,11 +165,44 @@ CAPTIONS = {
     0x4E: ("Time since clear", "Zeit seit Löschen", "Durée après effac.", "Tiempo tras borrar", "Tempo da azzeram."),
 }
 
+# Those of the oxygen sensors, in front of their place, such as "B1 S2".
+OXYGEN_NARROW = ("O2 sensor", "Lambdasonde", "Sonde lambda", "Sonda lambda", "Sonda lambda")
+OXYGEN_TRIM = ("O2 trim", "Sondentrim", "Corr. sonde", "Ajuste sonda", "Corr. sonda")
+OXYGEN_WIDE = ("Wide O2", "Breitband", "Large bande", "Banda ancha", "Banda larga")
+OXYGEN_CURRENT = ("O2 current", "Sondenstrom", "Courant", "Corriente", "Corrente")
+
 # Units that a language writes in its own way.
 UNIT_TEXTS = {
     "German": {"rpm": "1/min"},
     "French": {"rpm": "tr/min"},
 }
+
+
+def oxygen_caption(function):
+    """Of a sensor that CAPTIONS has not: all eight places have the same."""
+    kind, _, name = function.partition(".")
+    place = " B%s S%s" % re.match(r"lambda(?:trim)?bank(.)sensor(.)", name).groups()
+    if kind == "volt":
+        texts = (OXYGEN_WIDE if name.endswith("wr") else OXYGEN_NARROW)
+    elif kind == "amp":
+        texts = OXYGEN_CURRENT
+    elif name.startswith("lambdatrim"):
+        texts = OXYGEN_TRIM
+    else:
+        place += " (V)" if name.endswith("volt") else " (mA)"
+        texts = ("Lambda",) * 5
+    return tuple(text + place for text in texts)
+
+
+def captions(sensor):
+    """What a sensor is called in each language."""
+    return CAPTIONS.get(sensor.parameter) or oxygen_caption(sensor.function)
+
+
+def decimals(sensor, imperial):
+    kind = sensor.function.partition(".")[0]
+    usual = DECIMALS.get(sensor.function, DECIMALS[kind])
+    return IMPERIAL_DECIMALS.get(sensor.function, usual) if imperial else usual
 
 
 def number_text(value):
@@ -179,20 +235,22 @@ def number_text(value):
 def sensor_file(column, language, units):
     """The text of a sensor file: captions of one column, quantities in the given units."""
     lines = ["; Made by languages/src/build.py from sensors.py.", "[SensorConfig]"]
-    for number, (parameter, function, size, factor, offset, unit) in enumerate(SENSORS):
-        scale, shift, unit_text = units.get(unit, METRIC.get(unit, (F(1), 0, unit)))
-        factor = factor * scale
-        offset = offset * scale + shift
-        highest = factor * (256**size - 1) + offset
+    for number, sensor in enumerate(SENSORS):
+        scale, shift, unit_text = units.get(sensor.unit, METRIC.get(sensor.unit, (F(1), 0, sensor.unit)))
+        factor = sensor.factor * scale
+        offset = sensor.offset * scale + shift
+        highest = factor * (256**sensor.size - 1) + offset
         fields = [
-            ("Function", function),
-            ("Source", "obd_%02X" % parameter),
+            ("Function", sensor.function),
+            ("Source", "obd_%02X" % sensor.parameter),
             ("Factor", number_text(factor)),
             ("Offset", number_text(offset)),
             ("Min", number_text(offset)),
             ("Max", number_text(highest)),
-            ("Caption", CAPTIONS[parameter][column]),
+            ("Caption", captions(sensor)[column]),
             ("Unit", UNIT_TEXTS.get(language, {}).get(unit_text, unit_text)),
+            *([("Bytes", sensor.bytes)] if sensor.bytes else []),
+            ("Decimals", decimals(sensor, units is IMPERIAL)),
         ]
         lines += ["Sensor%d%s=%s" % (number, key, value) for key, value in fields]
     lines.append("Sensor%dFunction=0" % len(SENSORS))

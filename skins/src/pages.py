@@ -6,12 +6,13 @@ import sensors
 from icons import icon
 from palette import number
 from parts import COLUMNS, ON_PANEL, ROWS, THIRD, THIRDS
-from skin import NARROW, PLAIN, TOUCH, Section
+from skin import LEAST_TEXT, NARROW, PLAIN, TOUCH, Section
 from values import choices, panel, value
 from welcome import find, language, welcome
 
-MENUS = ["mainmenu", "dashboard", "panel", "engine", "trims", "chart", "troublecodes", "sensors",
-         "sensors2", "sensors3", "sensors4", "mediaplayer", "system"]
+MENUS = ["mainmenu", "dashboard", "panel", "engine", "trims", "oxygen", "chart", "troublecodes",
+         "sensors", "sensors2", "sensors3", "sensors4", "sensors5", "sensors6", "sensors7", "mediaplayer",
+         "system"]
 
 
 def general(skin):
@@ -99,7 +100,7 @@ def dashboard(skin):
             + icon("engine", 14, 32, 64, c["off"]))
     page.image(skin.picture("lamp-tile", 192, 106, dark), 304, 192)
     page.image(skin.picture("lamp-lit", 72, 72, icon("engine", 4, 4, 64, c["warn"], stroke=3.8)),
-               314, 220, "obd_malfunction")
+               314, 220, "obd_lamp")
     page.button("openmenu_troublecodes", 304, 192, parts.glass(skin, 192, 106), 4,
                 label=("Trouble codes", 10, 24, 176, 14, "muted", ON_PANEL, 0))
     code_count(page, 398, 230)
@@ -156,10 +157,53 @@ def trims(skin):
         parts.sensor_tile(page, name, x, y, 4 + i, 100, (empty, 10, 76))
         # A bar counts in whole numbers, so it reads the raw value: 51200 is one volt.
         parts.bar(page, source, x + 10, y + 76, "bar-oxygen", 175, 16, 0, 1, [], (0, 51200))
-    tiles = ["value.commandedequivalence", "temp.catalystbank1sensor1",
-             "temp.catalystbank2sensor1", "value.commandedevaporativepurge"]
+    tiles = ["value.commandedequivalence", "temp.catalystbank1sensor1", "temp.catalystbank2sensor1"]
     for i, name in enumerate(tiles):
         parts.sensor_tile(page, name, COLUMNS[i], ROWS[4], 8 + i)
+    width, height = parts.TILE
+    page.button("openmenu_oxygen", COLUMNS[3], ROWS[4], parts.key(skin, width, height), 11,
+                label=("Oxygen sensors", 4, 45, width - 8, 16, "text", parts.ON_KEY, 2))
+
+
+OXYGEN_PLACES = [(1, 1), (1, 2), (2, 1), (2, 2)]
+FRONT = [(1, 1), (2, 1)]
+# What the oxygen sensors tell, by their kind: caption, sensor, whether it has a unit, and where. The
+# rear ones of the narrow band take no part in a trim.
+OXYGEN_ROWS = [
+    ("Narrow-band", [("Voltage", "volt.lambdabank%dsensor%d", True, OXYGEN_PLACES),
+                     ("Trim", "value.lambdatrimbank%dsensor%d", True, FRONT)]),
+    ("Wide-range", [("Lambda", "value.lambdabank%dsensor%dwrvolt", False, OXYGEN_PLACES),
+                    ("Voltage", "volt.lambdabank%dsensor%dwr", True, OXYGEN_PLACES)]),
+    ("Wide-range", [("Lambda", "value.lambdabank%dsensor%dwramp", False, OXYGEN_PLACES),
+                    ("Current", "amp.lambdabank%dsensor%dwr", True, OXYGEN_PLACES)]),
+]
+
+
+def oxygen(skin):
+    """The oxygen sensors, one to a row: whatever of it the car's kind of sensors tells."""
+    page = parts.page(skin, "oxygen", "Oxygen sensors")
+    left, width = 84, 116
+    columns = [column for _, columns in OXYGEN_ROWS for column in columns]
+    xs = [left + (width + 2) * i + 2 * (i // 2) for i in range(6)]
+    for title, first, last in (("Narrow-band", 0, 1), ("Wide-range", 2, 5)):
+        page.label("word_" + title, xs[first], 21, xs[last] + width - xs[first], 14, "text", parts.ON_BACK, 2)
+    for x, (caption, name, unit, _) in zip(xs, columns):
+        page.label("word_" + caption, x, 42, width, 14, "muted", parts.ON_BACK, 2)
+        if unit:
+            page.label("sensorunit_" + name % OXYGEN_PLACES[0], x, 63, width, 14, "muted", parts.ON_BACK, 2)
+    tab = 0
+    for k, place in enumerate(OXYGEN_PLACES):
+        y, height = 70 + 83 * k, 79
+        page.image(parts.panel(skin, 792, height), 4, y)
+        for i, (x, (_, name, _, places)) in enumerate(zip(xs, columns)):
+            if place in places:
+                page.label("live_" + name % place, x, y + 52, width, 24, "text", ON_PANEL, 2)
+                more = 0 if i else left - 4
+                page.button("openvalue_" + name % place, x - more, y,
+                            parts.glass(skin, width + more, height), tab,
+                            label=None if i else ("'B%d S%d" % place, 8, 49, left - 12, 18, "text",
+                                                  ON_PANEL, 0))
+                tab += 1
 
 
 def chart(skin):
@@ -174,7 +218,7 @@ def chart(skin):
         parts.figure(page, name, x + 180, y + 30, 103, 21, 56)
         page.add("Chart", "sensor_" + name, X=x + 4, Y=y + 39, Time=60, Mode=0,
                  Color=number(c["accent"]), GridColor=number(c["grid"]), Background="chart.png",
-                 Known=1)
+                 Font=NARROW, FontSize=LEAST_TEXT, Known=1)
         page.button("openvalue_" + name, x, y, parts.glass(skin, 346, 195), i)
     keys = [("pause_chartall", "pause", "Pause"), ("clr_chartall", "clear", "Clear"),
             ("snapshot_all", "snapshot", "Picture")]
@@ -223,7 +267,7 @@ def troublecodes(skin):
             + icon("engine", 14, 18, 68, c["off"]))
     page.image(skin.picture("lamp-wide", 202, 101, dark), 594, 4)
     page.image(skin.picture("lamp-lit68", 76, 76, icon("engine", 4, 4, 68, c["warn"], stroke=3.8)),
-               604, 18, "obd_malfunction")
+               604, 18, "obd_lamp")
     code_count(page, 696, 25)
     step_keys(page, 109, 103, 1)
     keys = [("obd_gettroublecodes", "read", "Read", "obd_connected"),
@@ -249,12 +293,12 @@ def freezeframe(skin):
 def sensor_pages(skin):
     """All sensors, thirteen to a page, and the keys for all on and all off."""
     lit = skin.picture("switch-on", *parts.SWITCH, parts.switch_picture(skin, True))
-    names = [row[1] for row in sensors.SENSORS]
-    if len(names) > 4 * 13:
+    names = [row.function for row in sensors.SENSORS]
+    if len(names) > 7 * 13:
         skin.fault("the sensor pages have no room for all sensors")
-    for number_ in range(4):
+    for number_ in range(7):
         name = "sensors" + (str(number_ + 1) if number_ else "")
-        page = parts.page(skin, name, f"Sensors {number_ + 1} of 4")
+        page = parts.page(skin, name, f"Sensors {number_ + 1} of 7")
         width, height = THIRD, 75
         for i, sensor in enumerate(names[13 * number_:13 * number_ + 13]):
             page.button("sensortoggle_" + sensor, THIRDS[i % 3], ROWS[i // 3],
@@ -387,7 +431,7 @@ def all_pages(skin):
     general(skin)
     parts.status(skin)
     parts.navigation(skin)
-    for build in (mainmenu, dashboard, engine, trims, chart, troublecodes, freezeframe,
+    for build in (mainmenu, dashboard, engine, trims, oxygen, chart, troublecodes, freezeframe,
                   sensor_pages, value, panel, choices, mediaplayer, system, find, language, welcome,
                   shortcuts, all_off, messages):
         build(skin)

@@ -15,12 +15,13 @@ from skin import NARROW, Section
 
 NIGHT, DAY = "portrait", "portrait-day"
 
-MENUS = ["mainmenu", "dashboard", "panel", "engine", "trims", "chart", "troublecodes", "sensors",
-         "sensors2", "sensors3", "sensors4", "mediaplayer", "system"]
+MENUS = ["mainmenu", "dashboard", "panel", "engine", "trims", "oxygen", "chart",
+         "troublecodes", "sensors", "sensors2", "sensors3", "sensors4", "sensors5", "sensors6", "sensors7",
+         "mediaplayer", "system"]
 
-NAMES = [row[1] for row in sensors.SENSORS]
+NAMES = [row.function for row in sensors.SENSORS]
 # Sensors on each of the pages of keys.
-EACH = (14, 12, 12, 12)
+EACH = (14, 14, 14, 12, 12, 12, 12)
 
 
 def general(skin):
@@ -106,7 +107,7 @@ def lamp_tile(page, x, y, width, height, tab=None):
             + icon("engine", 10, top - y, 60, c["off"]))
     page.image(skin.picture(f"lamp-tile{width}", width, height, dark), x, y)
     page.image(skin.picture("lamp-lit", 68, 68, icon("engine", 4, 4, 60, c["warn"], stroke=3.8)),
-               x + 6, top - 4, "obd_malfunction")
+               x + 6, top - 4, "obd_lamp")
     # The number has the colour of the panel: only the plate beneath, which is there while there are
     # codes, lets it be seen. Before they are read there is no number.
     plate = skin.picture("count", 68, 54, draw.box(0, 0, 68, 54, c["accent"], radius=10))
@@ -153,6 +154,35 @@ def trims(skin):
     for i, ((x, y), (name, source)) in enumerate(zip(grid(4, 500, 109), oxygen)):
         parts.tile(page, name, x, y, HALF, 109, 4 + i, 28,
                    ("bar-oxygen", source, 0, 1, [], (0, 51200)))
+
+
+def oxygen(skin):
+    """The oxygen sensors, one to a column: whatever of it the car's kind of sensors tells."""
+    page = parts.page(skin, "oxygen", "word_Oxygen sensors")
+    left, width, gap = 122, 86, 3
+    row, between = 88, 34
+    xs = [left + (width + gap) * i for i in range(4)]
+    for x, place in zip(xs, pages.OXYGEN_PLACES):
+        page.label("text", x, TOP + 24, width, 17, "text", ON_BACK, 2, caption="B%d S%d" % place)
+    y, tab = TOP + 60, 0
+    for k, (title, rows) in enumerate(pages.OXYGEN_ROWS):
+        if k < 2:
+            page.label("word_" + title, 12, y - 10, FULL - 16, 15, "text", ON_BACK)
+        for caption, name, unit, places in rows:
+            page.image(panel(skin, FULL, row - gap), LEFT, y)
+            if unit:
+                page.label("sensorunit_" + name % places[0], 12, y + 63, left - 16, 15, "muted", ON_PANEL)
+            for i, (x, place) in enumerate(zip(xs, pages.OXYGEN_PLACES)):
+                if place in places:
+                    page.label("live_" + name % place, x, y + 51, width, 18, "text", ON_PANEL, 2)
+                    more = 0 if i else left - LEFT
+                    page.button("openvalue_" + name % place, x - more, y,
+                                parts.glass(skin, width + more, row - gap), tab,
+                                label=None if i else (caption, 8, 37 if unit else 49, left - 16, 15,
+                                                      "muted", ON_PANEL, 0))
+                    tab += 1
+            y += row
+        y += between if k == 0 else 12
 
 
 def chart(skin):
@@ -237,7 +267,7 @@ def sensor_pages(skin):
     for state in ("up", "over", "down"):
         plate = skin.pictures[f"{plain}-{state}"][2]
         skin.picture(f"switch-{state}", width, height, plate[plate.index(">") + 1:-len("</svg>")] + off)
-    for page, keys, bottom in key_pages(skin, "sensors", "word_Sensors {} of 4", "navigation"):
+    for page, keys, bottom in key_pages(skin, "sensors", "word_Sensors {} of 7", "navigation"):
         for i, (place, name) in enumerate(keys):
             page.button("sensortoggle_" + name, *place, "switch", i, image=(on, x, y),
                         state="sensoron_" + name,
@@ -269,7 +299,7 @@ def own_panel(skin):
         name = f"panel{i + 1}"
         y = TOP + (height + 4) * i
         page.image(panel(skin, FULL, height), LEFT, y)
-        parts.figure(page, name, 10, y + 130, 384, 50, 78, 18, places=1)
+        parts.figure(page, name, 10, y + 130, 384, 50, 78, 18)
         page.button("openvalue_" + name, LEFT, y, parts.glass(skin, FULL - corner, height), 2 * i,
                     label=("=sensorcaption_" + name, 14, 36, FULL - corner - 20, 18, "muted",
                            ON_PANEL, 0))
@@ -281,11 +311,11 @@ def value(skin):
     """A sensor large."""
     page = parts.page(skin, "value", "sensorcaption_picked", "navigationprevious")
     page.image(panel(skin, FULL, 220), LEFT, TOP)
-    parts.figure(page, "picked", 8, TOP + 142, 464, 62, 84, 20, places=1)
+    parts.figure(page, "picked", 8, TOP + 142, 464, 62, 84, 20)
     for x, caption in ((LEFT, "Lowest"), (RIGHT, "Highest")):
         page.image(panel(skin, HALF, 112), x, 300)
         page.label("word_" + caption, x + 12, 330, HALF - 24, 15, "muted", ON_PANEL)
-        page.label(caption.lower() + "_picked", x + 8, 390, HALF - 16, 34, "text", ON_PANEL, 2, places=1)
+        page.label(caption.lower() + "_picked", x + 8, 390, HALF - 16, 34, "text", ON_PANEL, 2)
     page.image(panel(skin, FULL, 306), LEFT, 416)
     parts.trace(page, "sensor_picked", 9, 422, 462, 294)
 
@@ -469,7 +499,7 @@ def messages(skin):
 def all_pages(skin):
     general(skin)
     parts.shared_sections(skin)
-    for build in (mainmenu, dashboard, engine, trims, chart, troublecodes, freezeframe, sensor_pages,
+    for build in (mainmenu, dashboard, engine, trims, oxygen, chart, troublecodes, freezeframe, sensor_pages,
                   own_panel, choose_pages, value, mediaplayer, system, find, language, welcome_pages,
                   shortcuts, all_off, messages):
         build(skin)

@@ -6,7 +6,7 @@ from icons import icon
 from palette import number
 from parts import (ON_BACK, ON_KEY, ON_PANEL, bar, choice_key, dial, empty_bar, frame, glass,
                    icon_picture, key, panel)
-from skin import Section
+from skin import NARROW, Section
 
 WIDTH, HEIGHT = 480, 800
 LEFT, RIGHT, FULL = 4, 242, 472   # of the two columns, and the width of both
@@ -100,7 +100,8 @@ def trace(page, function, x, y, width, height):
     background = page.skin.picture(f"chart{width}x{height}", width, height,
                                    draw.box(0, 0, width, height, c["face1"], radius=5))
     page.add("Chart", function, X=x, Y=y, Time=60, Mode=0, Color=number(c["accent"]),
-             GridColor=number(c["grid"]), Background=background + ".png", Known=1)
+             GridColor=number(c["grid"]), Background=background + ".png", Font=NARROW,
+             FontSize=15, Known=1)
 
 
 def shared_sections(skin):

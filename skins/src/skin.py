@@ -51,30 +51,22 @@ def single(value):
 
 @functools.cache
 def _sensor(name):
-    rows = [row for row in sensors.SENSORS if row[1] == name]
+    rows = [row for row in sensors.SENSORS if row.function == name]
     if not rows:
         raise ValueError("no sensor " + name)
     return rows[0]
 
 
-# Decimals of a figure; where a sensor is not named, its kind (up to the ".") is.
-DECIMALS = {"rpm": 0, "speed": 0, "temp": 0, "time": 0, "dist": 0, "count": 0, "value": 0, "angle": 1,
-            "p": 1, "p.fuelrail": 0, "p.fuelraildirect": 0, "volt": 1, "value.airflowrate": 2, "value.commandedequivalence": 2,
-            "value.shorttermfueltrimbank1": 1, "value.longtermfueltrimbank1": 1,
-            "value.shorttermfueltrimbank2": 1, "value.longtermfueltrimbank2": 1,
-            "volt.lambdabank1sensor1": 2, "volt.lambdabank1sensor2": 2,
-            "volt.lambdabank2sensor1": 2, "volt.lambdabank2sensor2": 2}
-
-
 def decimals(name):
-    return DECIMALS.get(name, DECIMALS[name.partition(".")[0]])
+    """Those of a figure, which serve all units."""
+    return max(sensors.decimals(_sensor(name), imperial) for imperial in (False, True))
 
 
 @functools.cache
-def value_texts(name, places=None):
+def value_texts(name):
     """The longest that a sensor can show, metric or not."""
-    _, _, size, factor, offset, unit = _sensor(name)
-    places = decimals(name) if places is None else places
+    _, _, size, factor, offset, unit, _ = _sensor(name)
+    places = decimals(name)
     shown = set()
     scales = [(1, 0)]
     if unit in sensors.IMPERIAL:
@@ -90,7 +82,7 @@ def value_texts(name, places=None):
 
 
 def unit_texts(name):
-    unit = _sensor(name)[5]
+    unit = _sensor(name).unit
     texts = {sensors.METRIC[unit][2] if unit in sensors.METRIC else unit}
     if unit in sensors.IMPERIAL:
         texts.add(sensors.IMPERIAL[unit][2])
@@ -115,10 +107,10 @@ STAND_INS = ("picked", "panel1", "panel2", "panel3", "panel4")
 
 
 def _sensors_behind(name):
-    return [row[1] for row in sensors.SENSORS] if name in STAND_INS else [name]
+    return [row.function for row in sensors.SENSORS] if name in STAND_INS else [name]
 
 
-def shown_texts(function, caption="", places=None):
+def shown_texts(function, caption=""):
     """What a label function can show at its longest."""
     if function == "text":
         return OTHER_TEXTS.get(caption, [caption])
@@ -130,10 +122,10 @@ def shown_texts(function, caption="", places=None):
                 for found in (translations(text) if argument == "obd_status" else [text])]
     if word in ("live", "lowest", "highest"):
         return [text for name in _sensors_behind(argument)
-                for text in value_texts(name, places)] + [UNKNOWN, *translations("Off")]
+                for text in value_texts(name)] + [UNKNOWN, *translations("Off")]
     if word == "sensorcaption":
         return [text for name in _sensors_behind(argument)
-                for text in sensors.CAPTIONS[_sensor(name)[0]]]
+                for text in sensors.captions(_sensor(name))]
     if word == "sensorunit":
         return [text for name in _sensors_behind(argument) for text in unit_texts(name)]
     return OTHER_TEXTS[function]
@@ -191,13 +183,13 @@ class Section:
                 self.skin.fault(f"{self.name}: {what}: {color} on {back} has {found:.2f}, not {bar}")
 
     def label(self, function, x, baseline, width, points, color, on, align=0, caption="",
-              face=NARROW, lines=1, places=None):
-        """A text by its (first) baseline. Figures have the decimals of their sensor, or `places`."""
+              face=NARROW, lines=1):
+        """A text by its (first) baseline. Figures have the decimals of their sensor."""
         size = fonts.pixels(points)
         y = baseline - int(size * fonts.ASCENT + 0.5)
         height = int(size * fonts.LINE) * lines + 2
         self._inside("label " + function, x, y, width, height)
-        self.check_text("label " + function, shown_texts(function, caption, places), width, points,
+        self.check_text("label " + function, shown_texts(function, caption), width, points,
                         face, color, on, is_figure(function), lines)
         keys = dict(X=x, Y=y, Width=width, Height=height, Font=face, FontSize=points,
                     Alignment=align, Color=number(self.skin.colors[color]))
@@ -209,7 +201,7 @@ class Section:
             keys["Lines"] = lines
         word, _, name = function.removeprefix("word_").partition("_")
         if word in ("live", "lowest", "highest"):
-            keys["Decimals"] = decimals(name) if places is None else places
+            keys["Decimals"] = "sensor" if name in STAND_INS else decimals(name)
         self.add("Label", function, **keys)
 
     def button(self, function, x, y, key, tab, image=None, state=None, label=None, enabled=None,

@@ -5,9 +5,7 @@ import parts
 import sensors
 from palette import number
 from parts import COLUMNS, ON_PANEL, ROWS
-
-# One number of decimals serves whichever sensor is shown.
-PLACES = 1
+from skin import LEAST_TEXT, NARROW
 
 
 def value(skin):
@@ -16,16 +14,17 @@ def value(skin):
     page = parts.page(skin, "value", "Value", ("status", "navigationprevious"))
     page.image(parts.panel(skin, 792, 166), 4, 4)
     page.label("sensorcaption_picked", 22, 38, 500, 20, "muted", ON_PANEL)
-    page.label("live_picked", 22, 142, 500, 68, "text", ON_PANEL, 1, places=PLACES)
+    page.label("live_picked", 22, 142, 500, 68, "text", ON_PANEL, 1)
     page.label("sensorunit_picked", 536, 142, 120, 24, "muted", ON_PANEL)
     for i, (caption, function) in enumerate((("Highest", "highest"), ("Lowest", "lowest"))):
         y = 34 + 76 * i
         page.label("word_" + caption, 646, y, 138, 14, "muted", ON_PANEL, 1)
-        page.label(function + "_picked", 634, y + 38, 150, 24, "text", ON_PANEL, 1, places=PLACES)
+        page.label(function + "_picked", 634, y + 38, 150, 24, "text", ON_PANEL, 1)
     page.image(parts.panel(skin, 792, 225), 4, 174)
     skin.picture("chart-wide", 784, 217, draw.box(0, 0, 784, 217, c["face1"], radius=5))
     page.add("Chart", "sensor_picked", X=8, Y=178, Time=60, Mode=0, Color=number(c["accent"]),
-             GridColor=number(c["grid"]), Background="chart-wide.png", Known=1)
+             GridColor=number(c["grid"]), Background="chart-wide.png",
+             Font=NARROW, FontSize=LEAST_TEXT, Known=1)
 
 
 def panel(skin):
@@ -40,7 +39,7 @@ def panel(skin):
         page.image(parts.panel(skin, width, height), x, y)
         page.button("openvalue_" + name, x, y, parts.glass(skin, width, height), 2 * i,
                     label=("=sensorcaption_" + name, 16, 42, 300, 18, "muted", ON_PANEL, 0))
-        page.label("live_" + name, x + 8, y + 156, 300, 52, "text", ON_PANEL, 1, places=PLACES)
+        page.label("live_" + name, x + 8, y + 156, 300, 52, "text", ON_PANEL, 1)
         page.label("sensorunit_" + name, x + 316, y + 156, 74, 16, "muted", ON_PANEL)
     for i in range(4):
         x, y = 4 + 398 * (i % 2), 4 + 200 * (i // 2)
@@ -51,7 +50,7 @@ def panel(skin):
 
 def choices(skin):
     """All sensors, for a tile of that page."""
-    names = [row[1] for row in sensors.SENSORS]
+    names = [row.function for row in sensors.SENSORS]
     each = 20
     count = -(-len(names) // each)
     titles = ["choose" + (str(i + 1) if i else "") for i in range(count)]

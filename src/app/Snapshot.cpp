@@ -51,7 +51,7 @@ QString SaveChart(const SkinScreen& screen, const QDir& folder, int index) {
     if (chart == nullptr) return {};
     const QString name = FreeName(folder, index);
     const QString path = folder.filePath(name);
-    if (DrawChart(*chart).save(path, "BMP")) return QStringLiteral("Chart %1 saved.").arg(name);
+    if (DrawChart(*chart).save(path, "BMP")) return QString::fromUtf8(kChartSavedText).arg(name);
     QFile::remove(path);  // what a full disk has left of it
     return {};
 }

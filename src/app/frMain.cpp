@@ -112,6 +112,7 @@ void frMain::Start(const Options& options) {
     InitGlobals(options.ProgramFolder);
     g.DecimalSign = SystemDecimalSign();
     ShowStartupPicture();
+    if (WelcomeAsked()) SuitScreen(options);
     ShowWindow(options);
 
     LoadSettings();
@@ -138,6 +139,13 @@ void frMain::ShowStartupPicture() {
     const std::string path =
         ResolvePath(DataFile(JoinPath(basGlobal.ProgramFolder, kStartupPicture)));
     startupPicture_.load(QString::fromStdString(path));
+}
+
+/// A new user has not chosen a skin yet. A window without a size of its own follows the skin
+/// instead.
+void frMain::SuitScreen(const Options& options) const {
+    const QSize size = options.Windowed ? options.WindowSize : screen()->size();
+    if (!size.isEmpty()) ChooseSkinForScreen(size.height() > size.width());
 }
 
 void frMain::ShowWindow(const Options& options) {

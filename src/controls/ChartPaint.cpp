@@ -30,18 +30,35 @@ constexpr std::int32_t kArea = 1;  ///< ChartLook::Mode
 constexpr std::int32_t kPoints = 2;
 
 struct ChartLayout {
-    QRect Plot;  ///< grid and trace; the strips above and below it are for the labels
-    QRect Above;
-    QRect Below;
+    QRect Plot;   ///< grid and trace
+    QRect Upper;  ///< for the labels of the scale
+    QRect Lower;
+    QRect Span;  ///< for the time span
 };
 
-ChartLayout LayOut(const QRect& target, const TextLook& label, double scale) {
-    const int strip = QFontMetrics(SkinFont(label, scale)).height() + qRound(scale);
+QString SpanText(const ChartLook& look) {
+    return QStringLiteral("< %1s >").arg(ChartSeconds(look.Time));
+}
+
+/// The labels have strips above and below the plot. Where a page has chosen their size and the
+/// strips would leave little of a low chart, the labels stand in a column beside the plot.
+ChartLayout LayOut(const QRect& target, const ChartLook& look, const TextLook& label,
+                   double scale) {
+    constexpr int kMostForStrips = 3;  // the part of the height
+    const QFontMetrics metrics(SkinFont(label, scale));
+    const int strip = metrics.height() + qRound(scale);
     const int gap = qRound(kLabelGap * scale);
     const QRect inner = target.adjusted(gap, qRound(scale), -gap, -qRound(scale));
-    return {inner.adjusted(0, strip, 0, -strip),
-            QRect(inner.left(), inner.top(), inner.width(), strip),
-            QRect(inner.left(), inner.bottom() + 1 - strip, inner.width(), strip)};
+    const QRect upper(inner.left(), inner.top(), inner.width(), strip);
+    const QRect lower(inner.left(), inner.bottom() + 1 - strip, inner.width(), strip);
+    const QRect between = inner.adjusted(0, strip, 0, -strip);
+    if (look.FontSize <= 0 || 2 * strip * kMostForStrips <= target.height())
+        return {between, upper, lower, lower};
+    // As wide as the labels of most values, so that the plot stays where it is.
+    const int column = gap + std::max(metrics.horizontalAdvance(QStringLiteral("00000.0")),
+                                      metrics.horizontalAdvance(SpanText(look)));
+    return {inner.adjusted(column, 0, 0, 0), upper, lower,
+            QRect(inner.left(), between.center().y() - strip / 2, column - gap, strip)};
 }
 
 QString ScaleText(float value) {
@@ -138,8 +155,9 @@ QSizeF ChartSize(const ChartLook& look) {
 void PaintChart(QPainter& painter, const QRect& target, const ChartRecord& record,
                 const ChartLook& look, double scale) {
     PaintPicture(painter, target, look.Background);
-    TextLook label{{}, kLabelPoints, look.Color, 0, false, false};
-    const ChartLayout layout = LayOut(target, label, scale);
+    const double points = look.FontSize > 0 ? look.FontSize : kLabelPoints;
+    TextLook label{look.Font, points, look.Color, 0, false, false};
+    const ChartLayout layout = LayOut(target, look, label, scale);
     painter.save();
     painter.setClipRect(target, Qt::IntersectClip);
     if (layout.Plot.width() > 1 && layout.Plot.height() > 1) {
@@ -147,12 +165,11 @@ void PaintChart(QPainter& painter, const QRect& target, const ChartRecord& recor
         if (record.Filled > 0) PaintTrace(painter, layout.Plot, record, look, scale);
     }
     if (record.Filled > 0) {
-        PaintText(painter, layout.Above, ScaleText(record.Samples[kChartUpper]), label, scale);
-        PaintText(painter, layout.Below, ScaleText(record.Samples[kChartLower]), label, scale);
+        PaintText(painter, layout.Upper, ScaleText(record.Samples[kChartUpper]), label, scale);
+        PaintText(painter, layout.Lower, ScaleText(record.Samples[kChartLower]), label, scale);
     }
-    label.Alignment = 2;
-    const int seconds = ChartSeconds(look.Time);
-    PaintText(painter, layout.Below, QStringLiteral("< %1s >").arg(seconds), label, scale);
+    if (layout.Span == layout.Lower) label.Alignment = 2;
+    PaintText(painter, layout.Span, SpanText(look), label, scale);
     painter.restore();
 }
 

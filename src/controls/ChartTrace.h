@@ -3,6 +3,7 @@
 #include <QRect>
 #include <QSizeF>
 #include <cstdint>
+#include <string>
 
 #include "controls/PictureCache.h"
 #include "core/basGlobal.h"
@@ -42,6 +43,8 @@ struct ChartLook {
     std::int32_t GridColor = 0;
     std::int32_t Mode = 0;  ///< 0 line, 1 filled area, 2 points; else line
     std::int32_t Time = 0;  ///< seconds across, see ChartSeconds
+    std::string Font = {};  ///< of the texts; empty: that of the application
+    int FontSize = 0;       ///< of the texts, in points; 11 when it is 0 or less
 };
 
 /// Size of a chart in design pixels: that of its background, or one column a pixel without one.

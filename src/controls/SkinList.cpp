@@ -124,6 +124,7 @@ void SkinList::SetListSlot(ListSlot* slot) {
     shownChanges_ = slot ? slot->Changes - 1 : 0;
     shownCount_ = -1;
     offset_ = 0;
+    update();
     Refresh();
     update();
 }

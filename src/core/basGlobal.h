@@ -41,6 +41,7 @@ enum : std::int16_t {
 };
 
 constexpr int kPidCount = 80;       ///< PIDs 00 to 4F
+constexpr int kDataBytes = 4;       ///< that the number of a reply holds
 constexpr int kSensorLimit = 91;    ///< sensors 0 to 90
 constexpr int kPanelTiles = 4;      ///< values that the user chooses for the page "panel"
 constexpr int kCodeLimit = 129;     ///< trouble codes 0 to 128
@@ -54,6 +55,21 @@ constexpr int kCodeListSlot = 7;    ///< the list of trouble codes
 inline constexpr std::array kFolderSlots = {1, 2, 3, 6};
 constexpr std::uint16_t kNoFocus = 65535;
 
+/// Some of the data bytes of a reply, counted from 0.
+struct ByteRange {
+    int First = 0;
+    int Last = 0;
+    std::optional<std::uint32_t> Absent{};  ///< the number of them that says that there is no value
+};
+
+/// The least and the greatest of some numbers; of none while Least is above Greatest.
+struct Extremes {
+    std::uint32_t Least = UINT32_MAX;
+    std::uint32_t Greatest = 0;
+};
+/// Those of each range of data bytes, by its first and its last byte.
+using RangeExtremes = std::array<std::array<Extremes, kDataBytes>, kDataBytes>;
+
 /// One live quantity that a skin can show: display value = Factor * raw + Offset.
 struct SensorRecord {
     std::string Function;  ///< name used by skins, lower case, UTF-8
@@ -64,6 +80,8 @@ struct SensorRecord {
     float Max = 0;
     std::string Caption;
     std::string Unit;
+    std::optional<ByteRange> Bytes;  ///< of the reply that are the raw number; nothing: all
+    std::optional<int> Decimals;     ///< that its value is worth; nothing: it does not say
     bool Active = false;
     std::int32_t Raw = 0;  ///< last value received for a "can" source
 };
@@ -154,13 +172,19 @@ struct LinkReport {
 /// How the messages of the vehicle's bus look.
 enum class Bus : std::uint8_t { Unknown, J1850, Iso9141, Keyword, Can11, Can29 };
 
+/// What a reply brings of a PID: its data bytes as one number, and how many they were.
+struct FrameValue {
+    std::int32_t Number = 0;
+    std::uint8_t Size = 0;
+};
+
 /// Where a trouble code comes from, as far as the read has found out.
 struct CodeOrigin {
     std::uint32_t Unit = 0;    ///< address of the control unit; 0 = not known
     std::optional<int> Frame;  ///< freeze frame that this code caused
     /// Replies to live requests do not tell the units apart: of a frame whose number another unit
-    /// has, too, the numbers were read with the codes, by PID.
-    std::optional<std::map<int, std::int32_t>> Kept{};
+    /// has, too, the values were read with the codes, by PID.
+    std::optional<std::map<int, FrameValue>> Kept{};
 };
 
 /// An interface that a search has found.
@@ -227,6 +251,9 @@ struct GlobalState {
     bool StepOwed = false;  ///< a step found a reply outstanding and had to pass
     std::array<std::int32_t, kPidCount> LiveRaw{};
     std::array<std::int32_t, kPidCount> FreezeRaw{};
+    /// How many data bytes these numbers were made of; 0 where that cannot be told.
+    std::array<std::uint8_t, kPidCount> LiveSize{};
+    std::array<std::uint8_t, kPidCount> FreezeSize{};
     std::string FreezeFrameNo;
     std::int16_t DtcCount = 0;
     bool MilOn = false;
@@ -257,6 +284,7 @@ struct GlobalState {
     /// The least and the greatest live number of each PID since the connect, where LiveAt is not 0.
     std::array<std::int32_t, kPidCount> LiveLeast{};
     std::array<std::int32_t, kPidCount> LiveGreatest{};
+    std::array<RangeExtremes, kPidCount> LiveRanges{};  ///< the same of their data bytes
     double RoundBegan = 0;      ///< HighResTimer when the requests began at the first PID again
     double RoundSeconds = 0;    ///< how long the last whole round of requests took
     bool ValuesCame = false;    ///< a live reply since the last connect brought a value

@@ -13,7 +13,7 @@ int SensorListModel::rowCount(const QModelIndex& parent) const {
 }
 
 int SensorListModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(kSensorFields.size());
+    return parent.isValid() ? 0 : static_cast<int>(kSensorColumns);
 }
 
 QVariant SensorListModel::data(const QModelIndex& index, int role) const {
@@ -28,6 +28,7 @@ QVariant SensorListModel::headerData(int section, Qt::Orientation orientation, i
 }
 
 void SensorListModel::TextChanged(SensorField field) {
+    if (static_cast<std::size_t>(field) >= kSensorColumns) return;
     const QModelIndex cell = index(editor_.Selected(), static_cast<int>(field));
     Q_EMIT dataChanged(cell, cell);
 }

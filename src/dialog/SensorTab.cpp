@@ -17,6 +17,7 @@
 #include "dialog/SettingsLook.h"
 #include "dialog/StepField.h"
 #include "platform/At.h"
+#include "settings/basSettings.h"
 #include "skinfunc/basValueProc.h"
 
 namespace dravik {
@@ -31,6 +32,9 @@ struct SensorTextField {
 };
 
 namespace {
+
+/// Stands where the reply has not the bytes that the sensor names.
+const QString kUnknown = QStringLiteral("\u2013");
 
 constexpr int kPreviewEvery = 500;  // milliseconds
 
@@ -50,7 +54,8 @@ constexpr SensorTextField kTextFields[] = {
     {SensorField::Unit, "txtSensorUnit", "Unit", 0, false},
     {SensorField::Min, "txtSensorMin", "Minimum", 1, false},
     {SensorField::Max, "txtSensorMax", "Maximum", 1, false},
-    {SensorField::Caption, "txtSensorCaption", "Caption", 0, true},
+    {SensorField::Caption, "txtSensorCaption", "Caption", 0, false},
+    {SensorField::Bytes, "txtSensorBytes", "Bytes", 0, false},
 };
 
 QString PidText(std::size_t pid) {
@@ -211,11 +216,13 @@ void SensorTab::ShowSelection() {
 
 /// Asking for the value also makes the link ask the vehicle for it.
 void SensorTab::Preview() {
-    const std::string source = coSensorSource_->currentText().toStdString();
-    txtSensorRaw_->setText(QString::number(SourceValue(source)));
     const auto field = [this](SensorField which) {
         return At(txtSensor_, which)->text().toStdString();
     };
+    const std::optional<std::int64_t> raw = RawNumber(coSensorSource_->currentText().toStdString(),
+                                                      ReadByteRange(field(SensorField::Bytes)));
+    txtSensorRaw_->setText(raw ? QString::number(*raw) : kUnknown);
+    if (!raw) txtSensorOutput_->clear();
     // What is no number yet leaves the last output standing.
     const auto output =
         PreviewOutput(txtSensorRaw_->text().toStdString(), field(SensorField::Factor),

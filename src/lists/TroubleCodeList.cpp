@@ -44,11 +44,16 @@ void ShowTroubleCodes() {
     upCalls.SwitchCodeTicker();
 }
 
+bool NoCodesListed() {
+    const ListSlot& list = basGlobal.Lists[kCodeListSlot];
+    return !list.Entries.empty() && list.Entries.front().Tag == kNoErrors;
+}
+
 bool CodesListed() {
     // The interface may count codes that have not been read, while the list says that there are
     // none.
-    const ListSlot& list = basGlobal.Lists[kCodeListSlot];
-    return basGlobal.DtcCount > 0 && !list.Entries.empty() && list.Entries.front().Tag != kNoErrors;
+    return basGlobal.DtcCount > 0 && !basGlobal.Lists[kCodeListSlot].Entries.empty() &&
+           !NoCodesListed();
 }
 
 std::string SelectedTroubleCode() {

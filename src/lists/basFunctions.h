@@ -90,6 +90,9 @@ extern std::function<bool(const std::string& file)> PlayMedium;
 /// True while the list of trouble codes shows at least one.
 bool CodesListed();
 
+/// True while the list's one entry says that there are no codes.
+bool NoCodesListed();
+
 /// The selected trouble code with its whole text, which does not scroll; the code alone where its
 /// text is not known, and nothing while no code is listed.
 std::string SelectedTroubleCode();

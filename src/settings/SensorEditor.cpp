@@ -13,6 +13,7 @@ namespace dravik {
 namespace {
 
 constexpr const char* kSection = "SensorConfig";
+constexpr std::size_t kOptInBytes = 255;
 constexpr int kLastRead = 1000;  // the highest sensor number that is looked for
 
 }  // namespace
@@ -22,8 +23,11 @@ void SensorEditor::Load(const std::string& file) {
     for (int n = 0; n <= kLastRead; ++n) {
         const std::string prefix = "Sensor" + std::to_string(n);
         SensorRow row;
-        for (std::size_t i = 0; i < row.size(); ++i)
-            row[i] = ReadIniString(file, kSection, prefix + kSensorFields[i]);
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            const std::string key = prefix + kSensorFields[i];
+            row[i] = i < kSensorColumns ? ReadIniString(file, kSection, key)
+                                        : ReadProfileString(file, kSection, key, "", kOptInBytes);
+        }
         if (At(row, SensorField::Function) == "0") break;
         rows_.push_back(std::move(row));
     }
@@ -62,7 +66,7 @@ void SensorEditor::Append(SensorRow row) {
 bool SensorEditor::Add() {
     if (Full()) return false;
     // A new sensor's range starts at 1.
-    Append({"", "", "1", "0", "1", "100", "Sensor " + std::to_string(Count()), ""});
+    Append({"", "", "1", "0", "1", "100", "Sensor " + std::to_string(Count()), "", "", ""});
     return true;
 }
 

@@ -7,12 +7,27 @@
 
 namespace dravik {
 
-/// The texts of a sensor in the order of the list's columns.
-enum class SensorField : std::size_t { Function, Source, Factor, Offset, Min, Max, Caption, Unit };
+/// The texts of a sensor, those of the list's columns first and in their order.
+enum class SensorField : std::size_t {
+    Function,
+    Source,
+    Factor,
+    Offset,
+    Min,
+    Max,
+    Caption,
+    Unit,
+    Bytes,
+    Decimals,
+};
 
 /// The names of the texts: column titles, and the ends of the keys in the sensor file.
-constexpr std::array<const char*, 8> kSensorFields = {"Function", "Source", "Factor",  "Offset",
-                                                      "Min",      "Max",    "Caption", "Unit"};
+constexpr std::array<const char*, 10> kSensorFields = {
+    "Function", "Source", "Factor", "Offset", "Min", "Max", "Caption", "Unit", "Bytes", "Decimals"};
+
+/// So many of them are columns of the list; the keys of the others need not be there, which reads
+/// as an empty text.
+constexpr std::size_t kSensorColumns = 8;
 
 /// One sensor as the sensor file has it: texts as written, neither lower-cased nor converted.
 using SensorRow = std::array<std::string, kSensorFields.size()>;

@@ -58,8 +58,11 @@ std::vector<ProfileEntry> SensorEntries(const std::vector<SensorRow>& sensors) {
     std::vector<ProfileEntry> entries;
     for (std::size_t n = 0; n < sensors.size(); ++n) {
         const std::string prefix = "Sensor" + std::to_string(n);
-        for (std::size_t i = 0; i < kSensorFields.size(); ++i)
-            entries.push_back({kSensorSection, prefix + kSensorFields[i], sensors[n][i]});
+        for (std::size_t i = 0; i < kSensorFields.size(); ++i) {
+            const std::string key = prefix + kSensorFields[i];
+            entries.push_back(i < kSensorColumns ? ProfileEntry{kSensorSection, key, sensors[n][i]}
+                                                 : OptInEntry(kSensorSection, key, sensors[n][i]));
+        }
     }
     // The end mark. Keys of a longer table behind it stay, but are never read.
     const std::string end = "Sensor" + std::to_string(sensors.size()) + "Function";

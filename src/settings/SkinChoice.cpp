@@ -35,17 +35,6 @@ std::optional<int> MinutesOf(const std::string& text) {
     return *hour * 60 + *minute;
 }
 
-/// True from NightFrom to NightTo, over midnight if need be. Without both, or a skin for the night,
-/// it is never night.
-bool NightByClock() {
-    const auto from = MinutesOf(ReadOption("NightFrom"));
-    const auto to = MinutesOf(ReadOption("NightTo"));
-    if (!from || !to || ReadOption("NightSkin").empty()) return false;
-    const LocalTime time = SystemTime();
-    const int now = time.Hour * 60 + time.Minute;
-    return *from <= *to ? now >= *from && now < *to : now >= *from || now < *to;
-}
-
 /// Names of the ini files of a folder, without the extension.
 std::vector<std::string> IniNames(const std::string& folder) {
     std::vector<std::string> names;
@@ -61,6 +50,48 @@ std::vector<std::string> IniNames(const std::string& folder) {
 auto FindSkin(const std::vector<std::string>& names, const std::string& name) {
     return std::find_if(names.begin(), names.end(),
                         [&name](const std::string& skin) { return EqualsNoCase(skin, name); });
+}
+
+bool SkinExists(const std::string& name) {
+    const std::vector<std::string> names = SkinNames();
+    return FindSkin(names, name) != names.end();
+}
+
+/// True from NightFrom to NightTo, over midnight if need be. Without both, or a skin for the night,
+/// it is never night: at least the other one is there to be seen.
+bool NightByClock() {
+    const auto from = MinutesOf(ReadOption("NightFrom"));
+    const auto to = MinutesOf(ReadOption("NightTo"));
+    if (!from || !to || !SkinExists(ReadOption("NightSkin"))) return false;
+    const LocalTime time = SystemTime();
+    const int now = time.Hour * 60 + time.Minute;
+    return *from <= *to ? now >= *from && now < *to : now >= *from || now < *to;
+}
+
+std::string SkinFileOf(const std::string& skin) {
+    return DataFile(basGlobal.SkinPath + skin + std::string(kIniExtension));
+}
+
+/// True for a skin that is made for screens that stand upright.
+bool Upright(const std::string& skin) {
+    const std::string file = SkinFileOf(skin);
+    const auto size = [&file](const char* key) { return ReadProfileInt(file, "General", key, 0); };
+    return size("Height") > size("Width");
+}
+
+/// True when both are for the day, or neither.
+bool SameLook(const std::string& one, const std::string& other) {
+    const auto look = [](const std::string& skin) {
+        return ReadProfileString(SkinFileOf(skin), "General", "Look", "", 255);
+    };
+    return EqualsNoCase(look(one), look(other));
+}
+
+/// The skins of that shape, in alphabetical order.
+std::vector<std::string> SkinsThatStand(bool upright) {
+    std::vector<std::string> names = SkinNames();
+    std::erase_if(names, [upright](const std::string& name) { return Upright(name) != upright; });
+    return names;
 }
 
 }  // namespace
@@ -95,11 +126,26 @@ bool ChooseSkin(const std::string& name) {
 }
 
 bool ChooseNextSkin() {
-    const std::vector<std::string> names = SkinNames();
+    const std::vector<std::string> names = SkinsThatStand(Upright(CurrentSkin()));
     if (names.empty()) return false;
     const auto found = FindSkin(names, CurrentSkin());
     const bool last = found == names.end() || std::next(found) == names.end();
     return ChooseSkin(last ? names.front() : *std::next(found));
+}
+
+void ChooseSkinForScreen(bool upright) {
+    GlobalState& g = basGlobal;
+    const std::string current = CurrentSkin();
+    if (!g.Launch.Skin.empty() || Upright(current) == upright) return;
+    const std::vector<std::string> names = SkinsThatStand(upright);
+    const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
+        return SameLook(name, current);
+    });
+    if (found == names.end()) return;
+    if (g.Launch.DemoDevice.empty())
+        ChooseSkin(*found);
+    else
+        g.ChosenSkin = *found;
 }
 
 bool FollowClock() {

@@ -1,5 +1,7 @@
 #include "settings/Words.h"
 
+#include <algorithm>
+
 #include "core/DataFiles.h"
 #include "core/basGlobal.h"
 #include "platform/Profile.h"
@@ -54,6 +56,18 @@ void LoadWords() {
 std::string Word(std::string_view name) {
     if (loaded.File != basGlobal.LanguageFile) LoadWords();
     return loaded.Words.Find(name).value_or(std::string(name));
+}
+
+std::string WordByPattern(std::string_view name, std::string_view pattern) {
+    constexpr std::string_view kValue = "%1";
+    const std::size_t at = std::min(pattern.find(kValue), pattern.size());
+    const std::string_view before = pattern.substr(0, at);
+    const std::string_view after = pattern.substr(std::min(at + kValue.size(), pattern.size()));
+    if (name.size() <= before.size() + after.size() || !name.starts_with(before) ||
+        !name.ends_with(after))
+        return Word(name);
+    const auto length = name.size() - before.size() - after.size();
+    return Word(pattern, {std::string(name.substr(before.size(), length))});
 }
 
 std::string Word(std::string_view name, std::initializer_list<std::string> values) {

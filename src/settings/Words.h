@@ -37,7 +37,11 @@ void LoadWords();
 /// The text of a name in the current language; the name itself, as given, when there is none.
 std::string Word(std::string_view name);
 
-/// The same with "%1", "%2" ... replaced by the values.
+/// The same for a name that may be `pattern` with a value in place of its "%1": then the text of
+/// the pattern with that value.
+std::string WordByPattern(std::string_view name, std::string_view pattern);
+
+/// The text of a name with "%1", "%2" ... replaced by the values.
 std::string Word(std::string_view name, std::initializer_list<std::string> values);
 
 }  // namespace dravik

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,8 +50,14 @@ std::string CurrentSkin();
 /// @return false when there is no such skin
 bool ChooseSkin(const std::string& name);
 
-/// The same with the skin behind the current one, the first behind the last.
+/// The same with the skin behind the current one, the first behind the last, among those that are
+/// made for screens of the same shape: upright, or not.
 bool ChooseNextSkin();
+
+/// For a new user: where the current skin is made for screens of the other shape, the first one of
+/// this shape with the same look for day or night, if there is one, takes its place. A skin of the
+/// command line stays. It is kept in the settings but for a demonstration.
+void ChooseSkinForScreen(bool upright);
 
 /// Looks whether the night has begun or ended by the settings NightFrom and NightTo; the skin that
 /// a command chose then gives way.
@@ -104,6 +111,11 @@ void BringUpKeyboard();
 
 /// The sensor files that a language file names, for all units.
 std::vector<std::string> SensorFilesOf(const std::string& languageFile);
+
+/// The bytes that a sensor names, "2" or "0-1", with the number that stands for no value behind
+/// them if there is one, as in "1!FF"; nothing for an empty text. A text that names none of the
+/// bytes that a number holds gives a range that no reply has.
+std::optional<ByteRange> ReadByteRange(std::string_view text);
 
 /// The sensors of the section SensorConfig of a sensor file, at most kSensorLimit, all of them off.
 std::vector<SensorRecord> ReadSensors(const std::string& sensorFile);

@@ -28,6 +28,7 @@ struct ScreenElement : SkinElement {
     std::string EvaluatedEnabled;  ///< the same of what tells whether a button works
     bool FixedText = false;        ///< a label or a caption that no refresh changes
     std::optional<int> Places;     ///< decimals of a label's number, where stated
+    bool SensorPlaces = false;     ///< they are those of the sensor that is shown
     std::string Shown;             ///< what the last refresh made it show: text or number
 };
 

@@ -12,7 +12,8 @@ using enum Read;
 constexpr SectionKey kGeneralKeys[] = {
     {"Imagefolder", Text, {}, "night", "folder of the pictures, in the skins folder"},
     {"Width", Integer, &E::Width, "800", "width of the design; the page is scaled to the screen"},
-    {"Height", Integer, &E::Height, "480", "height of the design"},
+    {"Height", Integer, &E::Height, "480",
+     "height of the design; a skin higher than wide is one for screens that stand upright"},
     {"Look", Text, {}, "day", "`day`: the settings dialog is light, as the skin is; else dark"},
     {"Menu#",
      Text,

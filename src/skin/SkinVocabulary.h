@@ -137,7 +137,7 @@ struct TextPlace {
     const char* Key;       ///< that names the text
     std::string Function;  ///< what it shows
     std::string Caption;   ///< the text itself, with the function `text`
-    std::string Decimals;  ///< of a number; empty: the general number format
+    std::string Decimals;  ///< of a number, see kSensorPlaces; empty: the general number format
     std::string Font;
     int Points = 0;
     bool Bold = false;

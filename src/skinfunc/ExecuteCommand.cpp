@@ -396,7 +396,9 @@ constexpr CommandWord kCommandWords[] = {
     {{"sensoron", Sensor, "rpm.engine", "switches a sensor on"}, SwitchOneSensor<true>},
     {{"sensoroff", Fixed, "all", "switches every sensor off"}, SwitchAllSensors<false>},
     {{"sensoroff", Sensor, "rpm.engine", "switches a sensor off"}, SwitchOneSensor<false>},
-    {{"skin", Fixed, "next", "shows the next skin, on the same page, and keeps it in the settings"},
+    {{"skin", Fixed, "next",
+      "shows the next skin for screens of the same shape, on the same page, and keeps it in the "
+      "settings"},
      UseNextSkin},
     {{"skin", Skin, "night", "shows another skin, on the same page, and keeps it in the settings"},
      UseSkin},

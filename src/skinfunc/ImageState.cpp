@@ -42,8 +42,15 @@ bool Finding(std::string_view) {
     return Searching();
 }
 
+/// What the vehicle said of its lamp and codes holds while there is a link to it.
+bool LinkUp() {
+    const int state = basGlobal.ConnState;
+    return state == kConnected || state == kReceivingData || state == kReadingCodes ||
+           state == kClearingCodes;
+}
+
 bool CodeKnown(std::string_view) {
-    return basGlobal.DtcCount > 0;
+    return LinkUp() && basGlobal.DtcCount > 0;
 }
 
 bool CodesRead(std::string_view) {
@@ -56,6 +63,10 @@ bool KeyboardFound(std::string_view) {
 
 bool Malfunction(std::string_view) {
     return basGlobal.MilOn;
+}
+
+bool LampKnownOn(std::string_view) {
+    return LinkUp() && basGlobal.MilOn;
 }
 
 std::optional<bool> SensorActive(std::string_view name) {
@@ -121,11 +132,15 @@ constexpr ImageWord kImageWords[] = {
       "connected, on the way to it or about to be: there is something for `obd_disconnect`"},
      Active},
     {{"obd", Fixed, "finding", "the interface is being looked for"}, Finding},
-    {{"obd", Fixed, "codes", "the vehicle has stored a trouble code at least"}, CodeKnown},
+    {{"obd", Fixed, "codes", "connected, and the vehicle has stored a trouble code at least"},
+     CodeKnown},
     {{"obd", Fixed, "codesread", "the trouble codes were read since the connect"}, CodesRead},
     {{"obd", Fixed, "keyboard", "an on-screen keyboard is set, and its file is there"},
      KeyboardFound},
-    {{"obd", Fixed, "malfunction", "the vehicle's malfunction lamp is on"}, Malfunction},
+    {{"obd", Fixed, "malfunction",
+      "the vehicle's malfunction lamp is on; stays after a disconnect"},
+     Malfunction},
+    {{"obd", Fixed, "lamp", "connected, and that lamp is on"}, LampKnownOn},
     {{"sensoron", Sensor, "rpm.engine", "the sensor is switched on"}, SensorOn},
     {{"sensoractive", Sensor, "rpm.engine", "the same"}, SensorOn},
     {{"sensoroff", Sensor, "rpm.engine", "the sensor is switched off"}, SensorOff},

@@ -96,8 +96,9 @@ Text ProtocolName(std::string_view) {
 }
 
 Text SensorText(std::string_view name, std::string SensorRecord::*field) {
-    const SensorRecord* sensor = FindSensor(name);
-    return sensor == nullptr ? std::nullopt : Text(sensor->*field);
+    if (const SensorRecord* sensor = FindSensor(name)) return sensor->*field;
+    // A tile may hold a sensor that is gone since, or none yet; a page's own mistake is shown.
+    return SensorStoodFor(name) != nullptr ? Text("") : std::nullopt;
 }
 
 Text SensorCaption(std::string_view name) {
@@ -113,7 +114,7 @@ constexpr const char* kUnknown = "\u2013";
 /// Only a value that was received is a number.
 Text LiveText(std::string_view name) {
     const SensorRecord* sensor = FindSensor(name);
-    if (sensor == nullptr) return std::nullopt;
+    if (sensor == nullptr) return kUnknown;
     if (!SensorShows(*sensor)) return "Off";
     if (!SensorKnown(*sensor)) return kUnknown;
     return std::nullopt;
@@ -122,7 +123,7 @@ Text LiveText(std::string_view name) {
 template <bool Greatest>
 Text ExtremeText(std::string_view name) {
     const SensorRecord* sensor = FindSensor(name);
-    if (sensor != nullptr && !SensorExtreme(*sensor, Greatest)) return kUnknown;
+    if (sensor == nullptr || !SensorExtreme(*sensor, Greatest)) return kUnknown;
     return std::nullopt;
 }
 

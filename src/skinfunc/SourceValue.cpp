@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "core/basGlobal.h"
+#include "obd/DataBytes.h"
 #include "obd/basOBD.h"
 #include "platform/At.h"
 #include "platform/Text.h"
@@ -52,6 +53,11 @@ const SourceWord* FindSource(std::string_view source) {
     return nullptr;
 }
 
+float Scaled(const SensorRecord& sensor, double raw) {
+    return static_cast<float>(static_cast<double>(sensor.Factor) * raw +
+                              static_cast<double>(sensor.Offset));
+}
+
 /// Asked in any case here, while the choice of the raw table asks for lower case.
 bool FreezePage() {
     return LowerCased(basGlobal.CurrentMenu).find("freeze") != std::string::npos;
@@ -75,29 +81,46 @@ bool SensorShows(const SensorRecord& sensor) {
     return sensor.Active || FreezePage();
 }
 
+std::optional<std::int64_t> RawNumber(std::string_view source,
+                                      const std::optional<ByteRange>& bytes) {
+    const std::int32_t whole = SourceValue(source);
+    const std::optional<std::size_t> pid = SourcePid(source);
+    if (!bytes || !pid) return whole;
+    return RangeOf(*pid, *bytes);
+}
+
 bool SensorKnown(const SensorRecord& sensor) {
     if (!SensorShows(sensor)) return false;
-    SensorValue(sensor);  // what is asked for is polled
+    const bool received = RawNumber(sensor.Source, sensor.Bytes).has_value();  // polled, too
     const std::optional<int> pid = SourcePid(sensor.Source);
-    return pid && PidKnown(*pid);
+    return received && pid && PidKnown(*pid);
 }
 
 float SensorValue(const SensorRecord& sensor) {
     if (!SensorShows(sensor)) return sensor.Offset;
-    const double raw = SourceValue(sensor.Source);
-    return static_cast<float>(static_cast<double>(sensor.Factor) * raw +
-                              static_cast<double>(sensor.Offset));
+    return Scaled(sensor, static_cast<double>(RawNumber(sensor.Source, sensor.Bytes).value_or(0)));
 }
 
 std::optional<float> SensorExtreme(const SensorRecord& sensor, bool greatest) {
     SensorValue(sensor);  // what is asked for is polled
-    const std::optional<int> pid = SourcePid(sensor.Source);
-    if (!pid || At(basGlobal.LiveAt, *pid) == 0) return std::nullopt;
+    const GlobalState& g = basGlobal;
+    const std::optional<std::size_t> pid = SourcePid(sensor.Source);
+    if (!pid || g.LiveAt[*pid] == 0) return std::nullopt;
     const bool ofRaw = sensor.Factor < 0 ? !greatest : greatest;
-    const double raw =
-        (ofRaw ? basGlobal.LiveGreatest : basGlobal.LiveLeast)[static_cast<std::size_t>(*pid)];
-    return static_cast<float>(static_cast<double>(sensor.Factor) * raw +
-                              static_cast<double>(sensor.Offset));
+    if (!sensor.Bytes) return Scaled(sensor, (ofRaw ? g.LiveGreatest : g.LiveLeast)[*pid]);
+    const Extremes seen = SeenIn(*pid, *sensor.Bytes);
+    if (seen.Least > seen.Greatest) return std::nullopt;
+    return Scaled(sensor, ofRaw ? seen.Greatest : seen.Least);
+}
+
+int SensorDecimals(const SensorRecord& sensor) {
+    return sensor.Decimals.value_or(1);
+}
+
+std::optional<int> SensorDecimals(const std::string& function) {
+    const std::string lowered = LowerCased(function);
+    const SensorRecord* sensor = FindSensor(SplitAtLast(lowered).Argument);
+    return sensor == nullptr ? std::nullopt : std::optional(SensorDecimals(*sensor));
 }
 
 std::optional<float> ElementValue(const std::string& function) {

@@ -21,6 +21,9 @@ constexpr float kNoNumber = 65535;
 constexpr std::string_view kSensorWord = "sensor";
 constexpr std::string_view kLiveWord = "live";
 
+/// What the key Decimals of a label says where its sensor is to tell how many.
+constexpr std::string_view kSensorPlaces = "sensor";
+
 // Evaluators --------------------------------------------------------------------------------------
 
 /// The state of an image function ("obd_connected", "sensoron_rpm", ...): on or off; anything
@@ -30,6 +33,11 @@ bool ImageState(std::string& function);
 /// The raw value that a source names ("obd_0C", "can_1"), 0 when it names nothing. Reading an OBD
 /// value marks its PID as wanted, so that it is polled.
 std::int32_t SourceValue(std::string_view source);
+
+/// The raw number of a sensor: that of its source, or of the bytes of its reply where it names
+/// them; nothing while the reply has no such bytes. Polled as SourceValue does.
+std::optional<std::int64_t> RawNumber(std::string_view source,
+                                      const std::optional<ByteRange>& bytes);
 
 /// The scaled value of a sensor: Factor * raw + Offset. An inactive sensor reads as its offset
 /// without being polled, except on freeze-frame pages.
@@ -69,6 +77,12 @@ std::optional<float> ElementValue(const std::string& function);
 
 /// The least or the greatest value of a sensor since the connect; nothing while none came.
 std::optional<float> SensorExtreme(const SensorRecord& sensor, bool greatest);
+
+/// How many decimals the value of a sensor is worth; one where it does not say.
+int SensorDecimals(const SensorRecord& sensor);
+
+/// The same of the sensor that a function names, as in "live_NAME".
+std::optional<int> SensorDecimals(const std::string& function);
 
 /// False while the value that ElementValue gives was not received. What does not come from the
 /// vehicle is always known.

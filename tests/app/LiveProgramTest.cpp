@@ -105,6 +105,21 @@ TEST_F(LiveProgram, ANewUserIsWelcomedUntilThatIsLeftAndMayTryTheDemo) {
     EXPECT_EQ(dravik.State("CurrentMenu"), "mainmenu");
 }
 
+TEST_F(LiveProgram, ANewUserOfAnUprightScreenStartsWithAnUprightSkin) {
+    program_.Folder.Write("skins/upright.ini",
+                          "[General]\nWidth=480\nHeight=800\n[mainmenu]\n[welcome]\nCommand=\n");
+    const std::string settings = program_.Folder.Read("Dravik.ini");
+    for (const std::string welcome : {"Welcome=1\n", ""}) {
+        program_.Folder.Write("Dravik.ini",
+                              ReplaceAll(settings, "[Options]\n", "[Options]\n" + welcome));
+        ConsoleProgram dravik({"480x800", "--folder", program_.Folder.Path()});
+        EXPECT_EQ(dravik.State("CurrentMenu"), welcome.empty() ? "mainmenu" : "welcome");
+        EXPECT_EQ(dravik.Finish(), 0);
+        EXPECT_THAT(program_.Folder.Read("Dravik.ini"),
+                    HasSubstr(welcome.empty() ? "Skin=test" : "Skin=upright"));
+    }
+}
+
 TEST_F(LiveProgram, TheDemoIsFoundAgainBehindAnotherTerminalAndLeavesNothingBehind) {
     const std::string temporary = program_.Folder / "tmp";
     const std::string scenario =

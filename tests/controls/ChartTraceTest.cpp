@@ -171,5 +171,14 @@ TEST(ChartPaint, DrawsGridAndTextsInTheirColours) {
         << "the time span";
 }
 
+TEST(ChartPaint, LargeTextsLeaveALowChartItsHeight) {
+    ChartLook look{Plain(260, 60, Qt::black), 0x00FF00, 0x0000FF, 0, 30};
+    const auto grid = [&look](int x) { return Count(Painted({}, look), x, QColor(255, 0, 0)); };
+    EXPECT_LT(grid(255), 40) << "strips above and below";
+    look.FontSize = 14;
+    EXPECT_GT(grid(255), 55) << "a column beside the plot";
+    EXPECT_EQ(grid(4), 0);
+}
+
 }  // namespace
 }  // namespace dravik

@@ -172,5 +172,17 @@ TEST_F(SensorEditing, ThePreviewReadsAndWritesNumbersAsTheRegionDoes) {
     QLocale::setDefault(before);
 }
 
+TEST_F(SensorEditing, ThePreviewShowsTheBytesThatAreTyped) {
+    basGlobal.LiveRaw[0x0C] = 0x1A08;
+    basGlobal.LiveSize[0x0C] = 2;
+    Type("txtSensorBytes", QStringLiteral("1"));
+    EXPECT_TRUE(QTest::qWaitFor([] { return TextOf("txtSensorRaw") == "8"; }));
+    for (const char* text : {"2", "0-"}) {
+        Type("txtSensorBytes", QString::fromLatin1(text));
+        EXPECT_TRUE(QTest::qWaitFor([] { return TextOf("txtSensorRaw") == "–"; })) << text;
+        EXPECT_EQ(TextOf("txtSensorOutput"), "") << text;
+    }
+}
+
 }  // namespace
 }  // namespace dravik

@@ -85,6 +85,29 @@ TEST_F(SettingsSaving, AShorterTableMovesItsEndMarkAndLeavesTheKeysBehindIt) {
     EXPECT_FLOAT_EQ(basGlobal.Sensors[0].Factor, 0.5F);
 }
 
+TEST_F(SettingsSaving, BytesAndDecimalsGoWithTheirSensorAndVanishWhenEmpty) {
+    std::string sensors = With(kSensors, "Sensor1Factor", "Sensor1Bytes=1\nSensor1Factor");
+    sensors = With(sensors, "Sensor2Factor", "Sensor2Decimals=0\nSensor2Factor");
+    folder_.Write("languages/english.sensors", sensors);
+    Open();
+    ShowTab(1);
+    Find<QTableView>("listSensor")->selectRow(1);
+    EXPECT_EQ(TextOf("txtSensorBytes"), "1");
+    Click("cmdSensorDel");
+    EXPECT_EQ(TextOf("txtSensorBytes"), "");
+    Find<QTableView>("listSensor")->selectRow(0);
+    Type("txtSensorBytes", QStringLiteral("0-1"));
+    Click("bSave");
+    ASSERT_EQ(basGlobal.SensorCount, 2);
+    EXPECT_EQ(basGlobal.Sensors[0].Bytes->Last, 1);
+    EXPECT_FALSE(basGlobal.Sensors[0].Decimals);
+    EXPECT_FALSE(basGlobal.Sensors[1].Bytes) << "that of the sensor that is gone";
+    EXPECT_EQ(basGlobal.Sensors[1].Decimals, 0);
+    const std::string saved = folder_.Read("languages/english.sensors");
+    for (const char* key : {"Sensor1Bytes", "Sensor0Decimals"})
+        EXPECT_EQ(saved.find(key), std::string::npos) << key;
+}
+
 // A language file from elsewhere must not choose which files of the user are overwritten.
 TEST_F(SettingsSaving, SensorsOutsideTheProgramFolderAreNotWritten) {
     const TemporaryFolder elsewhere;

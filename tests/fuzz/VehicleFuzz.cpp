@@ -18,7 +18,8 @@ void Run(std::string_view input) {
     const std::string problem = vehicle::ParseScenario(TakePart(input), "fuzz.ini", scenario);
     Require(problem.empty() || problem.starts_with("fuzz.ini: "), "a problem names the file",
             problem);
-    if (input.empty()) input = "ATZ\n0100\n0101\n010C\n03\n020500\n0902\n04\n";
+    if (input.empty())
+        input = "ATZ\n0100\n0101\n010C\n03\n020500\n0902\n090A\n0600\n0601\n04\n0A\nATH1\n07\n";
     vehicle::InterfaceProtocol interface(scenario);
     double now = 0;
     for (int line = 0; !input.empty() && line < kMostLines; ++line) {

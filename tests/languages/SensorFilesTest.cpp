@@ -7,6 +7,7 @@
 #include <limits>
 #include <map>
 #include <set>
+#include <vector>
 
 #include "languages/LanguageFolder.h"
 #include "platform/Text.h"
@@ -35,23 +36,27 @@ constexpr Formula Timing{1.0 / 2, -64};
 constexpr Formula AirFlow{1.0 / 100, 0};
 constexpr Formula RailVacuum{0.079, 0};
 constexpr Formula RailDirect{10, 0};
-// A is the voltage; a fuel trim follows in B and adds less than one of A's steps of 0.005 V.
-constexpr Formula OxygenVolt{1.0 / 256 / 200, 0};
+constexpr Formula OxygenVolt{1.0 / 200, 0};
+constexpr Formula WideRatio{2.0 / 65536, 0};
+constexpr Formula WideVolt{8.0 / 65536, 0};
+constexpr Formula WideCurrent{1.0 / 256, -128};
 constexpr Formula ModuleVolt{1.0 / 1000, 0};
 constexpr Formula AbsoluteLoad{100.0 / 255, 0};
 constexpr Formula Equivalence{2.0 / 65536, 0};
 
 struct Parameter {
     int Pid;
-    const char* Function;
+    std::string Function;
     int Bytes;
     Formula Value;
     const char* Unit;
     const char* ImperialUnit;  // the same text where the unit stays
+    int Before = 0;            // data bytes in front of those of the sensor
+    int Behind = 0;
 };
 
 // clang-format off
-constexpr Parameter kParameters[] = {
+const std::vector<Parameter> kSingle = {
     {0x30, "count.warmupstroublecodescleared", 1, Byte,            "",     ""},
     {0x04, "value.loadcalculated",             1, Percent,         "%",    "%"},
     {0x05, "temp.enginecoolant",               1, Celsius,         "°C",   "°F"},
@@ -67,14 +72,6 @@ constexpr Parameter kParameters[] = {
     {0x0F, "temp.intake",                      1, Celsius,         "°C",   "°F"},
     {0x10, "value.airflowrate",                2, AirFlow,         "g/s",  "lb/min"},
     {0x11, "value.throttle",                   1, Percent,         "%",    "%"},
-    {0x14, "volt.lambdabank1sensor1",          2, OxygenVolt,      "V",    "V"},
-    {0x15, "volt.lambdabank1sensor2",          2, OxygenVolt,      "V",    "V"},
-    {0x16, "volt.lambdabank1sensor3",          2, OxygenVolt,      "V",    "V"},
-    {0x17, "volt.lambdabank1sensor4",          2, OxygenVolt,      "V",    "V"},
-    {0x18, "volt.lambdabank2sensor1",          2, OxygenVolt,      "V",    "V"},
-    {0x19, "volt.lambdabank2sensor2",          2, OxygenVolt,      "V",    "V"},
-    {0x1A, "volt.lambdabank2sensor3",          2, OxygenVolt,      "V",    "V"},
-    {0x1B, "volt.lambdabank2sensor4",          2, OxygenVolt,      "V",    "V"},
     {0x1F, "time.enginestart",                 2, Word,            "s",    "s"},
     {0x21, "dist.milactivated",                2, Word,            "km",   "mi"},
     {0x22, "p.fuelrailtomanifold",             2, RailVacuum,      "kPa",  "psi"},
@@ -104,6 +101,48 @@ constexpr Parameter kParameters[] = {
     {0x4E, "time.dtcscleared",                 2, Word,            "min",  "min"},
 };
 // clang-format on
+
+/// A quantity of the oxygen sensors, which have a parameter each: four on each of two banks.
+std::vector<Parameter> OfOxygenSensors(const Parameter& first) {
+    std::vector<Parameter> rows;
+    for (const char* place : {"bank1sensor1", "bank1sensor2", "bank1sensor3", "bank1sensor4",
+                              "bank2sensor1", "bank2sensor2", "bank2sensor3", "bank2sensor4"}) {
+        Parameter& row = rows.emplace_back(first);
+        row.Pid += static_cast<int>(rows.size()) - 1;
+        row.Function.replace(row.Function.find('*'), 1, place);
+    }
+    return rows;
+}
+
+/// In the order of the sensor files.
+std::vector<Parameter> AllParameters() {
+    std::vector<Parameter> all = kSingle;
+    const auto add = [&all](const Parameter& first, std::ptrdiff_t place) {
+        const std::vector<Parameter> rows = OfOxygenSensors(first);
+        all.insert(all.begin() + place, rows.begin(), rows.end());
+    };
+    add({0x14, "volt.lambda*", 1, OxygenVolt, "V", "V", 0, 1}, 15);
+    add({0x14, "value.lambdatrim*", 1, TrimPercent, "%", "%", 1, 0}, std::ssize(all));
+    add({0x24, "value.lambda*wrvolt", 2, WideRatio, "", "", 0, 2}, std::ssize(all));
+    add({0x24, "volt.lambda*wr", 2, WideVolt, "V", "V", 2, 0}, std::ssize(all));
+    add({0x34, "value.lambda*wramp", 2, WideRatio, "", "", 0, 2}, std::ssize(all));
+    add({0x34, "amp.lambda*wr", 2, WideCurrent, "mA", "mA", 2, 0}, std::ssize(all));
+    return all;
+}
+const std::vector<Parameter> kParameters = AllParameters();
+
+/// A reply of ones but for the bytes of the sensor, which hold `pattern`.
+void Receive(const Parameter& row, int pattern) {
+    std::uint32_t number = UINT32_MAX;
+    for (int bits = 0; bits < 8 * row.Bytes; ++bits) {
+        const std::uint32_t bit = 1U << (bits + 8 * row.Behind);
+        number = (pattern >> bits & 1) != 0 ? number | bit : number & ~bit;
+    }
+    const int size = row.Before + row.Bytes + row.Behind;
+    basGlobal.LiveRaw[static_cast<std::size_t>(row.Pid)] =
+        static_cast<std::int32_t>(number & UINT32_MAX >> (32 - 8 * size));
+    basGlobal.LiveSize[static_cast<std::size_t>(row.Pid)] = static_cast<std::uint8_t>(size);
+}
 
 /// A metric quantity in an imperial unit, from the published sizes of the units.
 double Imperial(double metric, const std::string& unit) {
@@ -157,7 +196,7 @@ class SensorFiles : public ::testing::TestWithParam<Choice> {
 
 TEST_P(SensorFiles, HoldTheSameSensorsInTheSameOrderInEveryLanguage) {
     ASSERT_EQ(basGlobal.SensorCount, std::ssize(kParameters));
-    for (std::size_t i = 0; i < std::size(kParameters); ++i) {
+    for (std::size_t i = 0; i < kParameters.size(); ++i) {
         const Parameter& row = kParameters[i];
         const SensorRecord& sensor = basGlobal.Sensors[i];
         char source[] = "obd_00";
@@ -168,14 +207,19 @@ TEST_P(SensorFiles, HoldTheSameSensorsInTheSameOrderInEveryLanguage) {
 }
 
 TEST_P(SensorFiles, ShowTheStandardsValuesForEveryPatternOfDataBytes) {
-    for (std::size_t i = 0; i < std::size(kParameters); ++i) {
+    for (std::size_t i = 0; i < kParameters.size(); ++i) {
         const Parameter& row = kParameters[i];
         SCOPED_TRACE(row.Function);
         basGlobal.Sensors[i].Active = true;
         const int top = row.Bytes == 1 ? 0xFF : 0xFFFF;
         for (const int pattern : {0, 1, 0x55, 0x80, 0xFF, 0x100, 0x1AF8, 0x8000, 0xFFFF}) {
             if (pattern > top) continue;
-            basGlobal.LiveRaw[static_cast<std::size_t>(row.Pid)] = pattern;
+            Receive(row, pattern);
+            if (row.Value.Begin == TrimPercent.Begin && row.Before > 0 && pattern == 0xFF) {
+                const SensorRecord& sensor = basGlobal.Sensors[i];
+                EXPECT_FALSE(RawNumber(sensor.Source, sensor.Bytes)) << "no part in a trim";
+                continue;
+            }
             EXPECT_NEAR(static_cast<double>(SensorValue(basGlobal.Sensors[i])),
                         Expected(row, pattern), Tolerance(row))
                 << "raw " << pattern;
@@ -188,7 +232,7 @@ TEST_P(SensorFiles, ShowTheStandardsValuesForEveryPatternOfDataBytes) {
 
 TEST_P(SensorFiles, NameEverySensorShortEnoughForADial) {
     std::set<std::string> captions;
-    for (std::size_t i = 0; i < std::size(kParameters); ++i) {
+    for (std::size_t i = 0; i < kParameters.size(); ++i) {
         const Parameter& row = kParameters[i];
         const SensorRecord& sensor = basGlobal.Sensors[i];
         SCOPED_TRACE(row.Function);

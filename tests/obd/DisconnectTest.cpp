@@ -79,7 +79,7 @@ TEST_F(LetGoOfTheLink, AlsoWhileTheBusIsWaitedForOrTheOutcomeOfAClearIsRead) {
 
 TEST_F(LetGoOfTheLink, NothingConnectsAgainBeforeItIsAskedFor) {
     basGlobal.Misc = kMiscAutoConnect;
-    basGlobal.ReconnectSeconds = 2;
+    basGlobal.ReconnectSeconds = 30;
     for (const bool demo : {false, true}) {
         if (demo) basGlobal.Launch.DemoDevice = interface_->Device();
         basGlobal.ConnState = kNotConnected;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "obd/DataBytes.h"
 #include "obd/basOBD.h"
 #include "support/LinkFixture.h"
 #include "support/TestClock.h"
@@ -336,6 +337,53 @@ TEST_F(LiveData, OnlyAFreshAnswerOfThisConnectIsKnown) {
     }
     Connect();
     EXPECT_FALSE(PidKnown(12)) << "it came before the connect";
+}
+
+TEST_F(LiveData, TheDataBytesOfAReplyAreToldApart) {
+    const auto none = std::nullopt;
+    const struct {
+        const char* Menu;
+        const char* Reply;
+        ByteRange Bytes;
+        std::optional<std::uint32_t> Number;
+    } rows[] = {
+        {"", "41 14 5A 80\r\r>", {0, 0, {}}, 0x5A},
+        {"", "41 14 00 80\r\r>", {0, 0, {}}, 0},  // which the number has lost
+        {"", "41 14 00 80\r\r>", {1, 1, {}}, 0x80},
+        {"", "41 14 00 80\r\r>", {0, 1, {}}, 0x80},
+        {"", "41 14 80 12 40 34\r\r>", {0, 1, {}}, 0x8012},
+        {"", "41 14 80 12 40 34\r\r>", {2, 3, {}}, 0x4034},
+        {"", "41 14 80 12 40 34\r\r>", {0, 3, {}}, 0x80124034},
+        {"", "41 14 5A\r\r>", {1, 1, {}}, none},
+        {"", "41 14 5A 8\r\r>", {0, 0, {}}, none},
+        {"", "41 14 5A FF\r\r>", {1, 1, 0xFF}, none},
+        {"", "41 14 5A FF\r\r>", {0, 0, 0xFF}, 0x5A},
+        {"freeze", "42 14 03 5A 80\r\r>", {0, 0, {}}, 0x5A},
+        {"freeze", "42 14 00 00 80\r\r>", {1, 1, {}}, 0x80},
+        {"freeze", "42 14 03 5A\r\r>", {1, 1, {}}, none},
+    };
+    for (const auto& row : rows) {
+        basGlobal.CurrentMenu = row.Menu;
+        HandlePidReply("41 14 11 22 33 44\r\r>");
+        HandlePidReply(row.Reply);
+        EXPECT_EQ(RangeOf(0x14, row.Bytes), row.Number) << "row " << &row - rows;
+    }
+}
+
+TEST_F(LiveData, TheLeastAndTheGreatestOfEachByteAreKeptApart) {
+    const auto seen = [](ByteRange bytes) {
+        const Extremes extremes = SeenIn(0x14, bytes);
+        return std::pair(extremes.Least, extremes.Greatest);
+    };
+    for (const char* reply : {"41 14 10 90\r\r>", "41 14 20 70\r\r>", "41 14 30\r\r>"})
+        HandlePidReply(reply);
+    EXPECT_EQ(seen({0, 0, {}}), std::pair(0x10U, 0x30U));
+    EXPECT_EQ(seen({1, 1, {}}), std::pair(0x70U, 0x90U));
+    EXPECT_GT(seen({2, 2, {}}).first, seen({2, 2, {}}).second) << "there was none";
+    EXPECT_GT(seen({1, 1, 0x90}).first, seen({1, 1, 0x90}).second) << "it meant no value";
+    Connect();
+    HandlePidReply("41 14 18 80\r\r>");
+    EXPECT_EQ(seen({1, 1, {}}), std::pair(0x80U, 0x80U));
 }
 
 TEST_F(LiveData, ARoundLastsUntilTheRequestsBeginAgain) {

@@ -164,6 +164,32 @@ TEST_F(Settings, SensorsAreReadUpToTheFirstFunctionZero) {
     EXPECT_EQ(basGlobal.Sensors[3].Function, "");
 }
 
+TEST_F(Settings, BytesAndDecimalsOfASensorNeedNotBeThere) {
+    constexpr int kOfNoReply = -1;
+    const struct {
+        const char* Text;
+        int First, Last;
+    } rows[] = {{"0", 0, 0},      {"3", 3, 3},     {" 0 - 1 ", 0, 1}, {"0-3", 0, 3},
+                {"4", -1, -1},    {"1-0", -1, -1}, {"-1", -1, -1},    {"x", -1, -1},
+                {"0-1x", -1, -1}, {"1!", -1, -1},  {"1!FF", 1, 1}};
+    for (const auto& row : rows) {
+        WriteSensors(std::string("Sensor0Function=a\nSensor0Decimals=0\nSensor1Function=b\n") +
+                     "Sensor0Bytes=" + row.Text + "\n");
+        ::testing::internal::CaptureStderr();
+        LoadSettings();
+        const std::string report = ::testing::internal::GetCapturedStderr();
+        const std::optional<ByteRange>& bytes = basGlobal.Sensors[0].Bytes;
+        ASSERT_TRUE(bytes) << row.Text;
+        EXPECT_EQ(bytes->First, row.First) << row.Text;
+        EXPECT_EQ(bytes->Last, row.Last) << row.Text;
+        EXPECT_EQ(report.find("Sensor0Bytes") != std::string::npos, row.First == kOfNoReply);
+        EXPECT_EQ(basGlobal.Sensors[0].Decimals, 0);
+        EXPECT_FALSE(basGlobal.Sensors[1].Bytes);
+        EXPECT_FALSE(basGlobal.Sensors[1].Decimals);
+    }
+    EXPECT_EQ(basGlobal.Sensors[0].Bytes->Absent, 0xFFU);
+}
+
 TEST_F(Settings, TheNinetySecondSensorIsReportedAndLeftOut) {
     for (const int count : {91, 92}) {
         std::string lines;

@@ -194,7 +194,8 @@ class ReferenceTest : public FittingTest {
 
     static void SetValues() {
         basGlobal.SensorCount = 1;
-        basGlobal.Sensors[0] = {"rpm", "obd_0C", 0.25F, 0, 0, 8000, "Engine speed", "rpm", true, 0};
+        basGlobal.Sensors[0] = {"rpm",          "obd_0C", 0.25F, 0,  0,    8000,
+                                "Engine speed", "rpm",    {},    {}, true, 0};
         basGlobal.LiveRaw[12] = 14600;  // 3650 per minute
         basGlobal.LiveRaw[5] = 62;
         basGlobal.MilOn = true;

@@ -122,7 +122,8 @@ TEST_F(MessageTest, WithoutASectionTheBoxIsPlainButComplete) {
 
 // What the program words in English stays so for the console.
 TEST_F(MessageTest, ASkinMayShowTheLanguageOfTheUser) {
-    folder.Write("languages/test.ini", "[Words]\nSurely?=Sicher?\nYes=Ja\nok=Gut\n");
+    folder.Write("languages/test.ini",
+                 "[Words]\nSurely?=Sicher?\nChart %1 saved=%1 liegt da\nYes=Ja\nok=Gut\n");
     const std::string skin = kSkin;
     const std::string opted = skin +
                               "Label0Function=Word_Message\nButton0LabelFunction=word_Yes\n"
@@ -140,6 +141,12 @@ TEST_F(MessageTest, ASkinMayShowTheLanguageOfTheUser) {
         EXPECT_EQ(Dialog().Message(), "Surely?");
         EXPECT_EQ(Dialog().ShownText().toStdString(), row.Text);
         EXPECT_EQ(Dialog().ShownButton("ok")->LabelCaption(), row.Caption);
+        const std::string saved = "Chart a 1.bmp saved.\r\nChart b saved.";
+        ShowPopup(saved, 1);
+        EXPECT_EQ(Dialog().Message(), saved);
+        const std::string lines = Dialog().ShownText().toStdString();
+        EXPECT_EQ(lines.starts_with("a 1.bmp liegt da."), *row.Caption != 0) << lines;
+        EXPECT_EQ(lines.ends_with("b liegt da."), *row.Caption != 0) << lines;
     }
 }
 

@@ -114,6 +114,20 @@ TEST_F(RefreshTest, HighlightFollowsTheSelection) {
     EXPECT_FALSE(shown(12, 12) || shown(201, 101));
 }
 
+TEST_F(RefreshTest, ALabelTakesTheDecimalsOfTheSensorThatIsPicked) {
+    Start("[mainmenu]\nLabel0Function=word_sensor_picked\nLabel0Color=0\nLabel0Decimals=Sensor\n");
+    const std::pair<std::optional<int>, const char*> sensors[] = {
+        {0, "4000"}, {2, "4000.00"}, {std::nullopt, "4000.0"}};
+    AddSensor("rpm", 12, 4000);
+    basGlobal.PickedSensor = "rpm";
+    Load("mainmenu");
+    for (const auto& [decimals, shown] : sensors) {
+        basGlobal.Sensors[0].Decimals = decimals;
+        Refresh();
+        EXPECT_EQ(LabelShown(0), shown);
+    }
+}
+
 TEST_F(RefreshTest, ValuesReachTheirElementsAndMarkTheirPids) {
     Picture("track.png", 100, 20, Qt::black);
     Start(
@@ -333,7 +347,15 @@ TEST_F(RefreshTest, AnEmptyListSaysWhyInTheWordsOfTheSkin) {
     ShowTroubleCodes();
     SelectListEntry(basGlobal.Lists[kCodeListSlot], 1);
     Refresh();
-    EXPECT_EQ(shown(0), "No Errors");
+    EXPECT_EQ(shown(0), "None") << "in place of the one entry that says so";
+    EXPECT_EQ(shown(2), "No Errors");
+    EXPECT_TRUE(bright(0));
+    basGlobal.DtcCount = 1;
+    basGlobal.DtcList[0] = "P0118";
+    ShowTroubleCodes();
+    SelectListEntry(basGlobal.Lists[kCodeListSlot], 1);
+    Refresh();
+    EXPECT_THAT(shown(0), ::testing::StartsWith("P0118: "));
 }
 
 TEST_F(RefreshTest, OnlyWhatChangedIsPainted) {

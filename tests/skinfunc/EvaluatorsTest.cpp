@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "obd/basOBD.h"
 #include "platform/Clock.h"
 #include "platform/KeyState.h"
 #include "settings/Words.h"
@@ -58,6 +59,35 @@ TEST_F(Evaluators, ImageFunctionsFollowTheSelection) {
     }
 }
 
+TEST_F(Evaluators, SensorsOfOneReplyShowEachItsOwnBytes) {
+    NameSensors({"volt", "trim"});
+    for (SensorRecord& sensor : SensorsInUse()) sensor.Source = "obd_14";
+    basGlobal.Sensors[0].Bytes = ByteRange{.First = 0, .Last = 0};
+    basGlobal.Sensors[0].Factor = 0.005F;
+    basGlobal.Sensors[1].Bytes = ByteRange{.First = 1, .Last = 1, .Absent = 0xFF};
+    basGlobal.Sensors[1].Factor = -1;
+    basGlobal.Sensors[1].Offset = 100;
+    basGlobal.ConnState = kReceivingData;
+    HandlePidReply("41 14 5A 80\r\r>");
+    EXPECT_THAT(Number("sensor_volt"), FloatEq(0.45F));
+    EXPECT_EQ(Number("live_trim"), -28);
+    HandlePidReply("41 14 14 60\r\r>");
+    EXPECT_THAT(Number("lowest_volt"), FloatEq(0.1F));
+    EXPECT_THAT(Number("highest_volt"), FloatEq(0.45F));
+    EXPECT_EQ(Number("lowest_trim"), -28);
+    EXPECT_EQ(Number("highest_trim"), 4);
+    EXPECT_TRUE(Image("known_trim"));
+
+    for (const char* reply : {"41 14 5A\r\r>", "41 14 5A FF\r\r>"}) {
+        HandlePidReply(reply);
+        EXPECT_THAT(Number("live_volt"), FloatEq(0.45F));
+        EXPECT_FALSE(Image("known_trim")) << reply;
+        EXPECT_EQ(Label("live_trim"), "–") << reply;
+        EXPECT_FALSE(ElementKnown("sensor_trim")) << reply;
+    }
+    EXPECT_EQ(Label("highest_trim"), "–");
+}
+
 TEST_F(Evaluators, ImageFunctionsFollowTheState) {
     NameSensors({"on", "off", "on", "Caps"});
     basGlobal.Sensors[1].Active = false;
@@ -86,7 +116,16 @@ TEST_F(Evaluators, ImageFunctionsFollowTheState) {
         basGlobal.ConnState = static_cast<std::uint8_t>(state);
         EXPECT_EQ(Image("obd_connected"), state == 3 || state == 9) << state;
         EXPECT_EQ(Image("obd_connecting"), state == 4 || state == 8) << state;
+        // Reading and clearing codes must not put out what the vehicle has said.
+        const bool up = state == 3 || state == 9 || state == 16 || state == 18;
+        basGlobal.MilOn = true;
+        basGlobal.DtcCount = 1;
+        EXPECT_EQ(Image("obd_lamp"), up) << state;
+        EXPECT_EQ(Image("obd_codes"), up) << state;
+        basGlobal.MilOn = false;
+        EXPECT_FALSE(Image("obd_lamp"));
     }
+    basGlobal.ConnState = kConnected;
     basGlobal.DtcCount = 0;
     EXPECT_FALSE(Image("obd_codes") || Image("obd_codesread") || Image("obd_finding"));
     basGlobal.DtcCount = 1;

@@ -386,7 +386,14 @@ TEST_F(Dispatcher, APickedSensorIsKnownByItsStandInAndKeptInTheSettings) {
     NameSensors({"rpm.engine", "speed"});
     basGlobal.Sensors[1].Caption = "Tempo";
     const auto caption = [](std::string function) { return LabelText(function); };
-    EXPECT_EQ(caption("sensorcaption_picked"), "Off") << "none is picked";
+    // A tile without a sensor must not show the names of functions.
+    basGlobal.PanelSensors[0] = "gone";
+    for (const std::string tile : {"picked", "panel1"}) {
+        EXPECT_EQ(caption("sensorcaption_" + tile) + caption("sensorunit_" + tile), "");
+        EXPECT_EQ(caption("word_live_" + tile), "\u2013");
+        EXPECT_EQ(caption("word_highest_" + tile), "\u2013");
+    }
+    basGlobal.PanelSensors[0] = "rpm.engine";
     EXPECT_THAT(Run("openvalue_nonsense"), IsEmpty());
     EXPECT_EQ(Only("openvalue_speed"), "page value");
     EXPECT_EQ(caption("sensorcaption_picked"), "Tempo");
@@ -419,6 +426,35 @@ TEST_F(Dispatcher, ASkinIsChosenAtOnceAndKept) {
     EXPECT_EQ(CurrentSkin(), ReadIniString(basGlobal.IniFile, "Options", "Skin"));
 }
 
+TEST_F(Dispatcher, SkinsAreThoseForTheShapeOfTheScreen) {
+    for (const char* name : {"tall", "tall-day", "wide", "wide-day"}) {
+        const bool tall = *name == 't';
+        WriteFile("skins/" + std::string(name) + ".ini",
+                  std::string(tall ? "[General]\nWidth=480\nHeight=800\n"
+                                   : "[General]\nWidth=800\nHeight=480\n") +
+                      (std::string(name).ends_with("day") ? "Look=day\n" : ""));
+    }
+    WriteFile("Dravik.ini", "[Options]\nSkin=wide\n");
+    LoadSettings();
+    for (const char* next : {"wide-day", "wide"}) {
+        EXPECT_TRUE(ChooseNextSkin());
+        EXPECT_EQ(CurrentSkin(), next);
+    }
+    ChooseSkinForScreen(false);
+    EXPECT_EQ(CurrentSkin(), "wide");
+    basGlobal.Launch.DemoDevice = "demo";
+    ChooseSkinForScreen(true);
+    EXPECT_EQ(CurrentSkin(), "tall") << "the night stays night, whichever file comes first";
+    EXPECT_EQ(ReadFile("Dravik.ini"), "[Options]\nSkin=wide\n") << "a demonstration";
+    basGlobal.Launch.DemoDevice.clear();
+    ChooseSkin("wide-day");
+    ChooseSkinForScreen(true);
+    EXPECT_EQ(ReadFile("Dravik.ini"), "[Options]\nSkin=tall-day\n");
+    basGlobal.Launch.Skin = "wide";
+    ChooseSkinForScreen(true);
+    EXPECT_EQ(CurrentSkin(), "wide") << "as the command line has it";
+}
+
 TEST_F(Dispatcher, TheSkinForTheNightComesAndGoesByTheClock) {
     const LocalTime now = SystemTime();
     const auto at = [&now](int minutes) {
@@ -433,6 +469,9 @@ TEST_F(Dispatcher, TheSkinForTheNightComesAndGoesByTheClock) {
     LoadSettings();
     EXPECT_EQ(CurrentSkin(), "day");
     settings(at(-60), at(60));
+    FollowClock();
+    EXPECT_EQ(CurrentSkin(), "day") << "better than no skin at all";
+    WriteFile("skins/Night.ini", "");
     EXPECT_TRUE(FollowClock());
     EXPECT_EQ(CurrentSkin(), "night");
     WriteFile("skins/bright.ini", "");

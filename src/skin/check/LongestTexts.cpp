@@ -91,8 +91,9 @@ std::vector<PossibleText> InEveryLanguage(const Texts& texts) {
     return possible;
 }
 
-std::optional<int> Places(const string& decimals) {
+std::optional<int> Places(const string& decimals, const SensorRecord& sensor) {
     if (decimals.empty()) return std::nullopt;
+    if (EqualsNoCase(decimals, kSensorPlaces)) return SensorDecimals(sensor);
     return static_cast<int>(std::clamp<double>(LeadingNumber(decimals), 0, kMostDecimals));
 }
 
@@ -122,7 +123,7 @@ const Texts& LongestTexts::ValuesOf(const SensorRecord& sensor, std::optional<in
 }
 
 std::vector<PossibleText> LongestTexts::OfSensors(string_view word, const string& name,
-                                                  std::optional<int> decimals) {
+                                                  const string& decimals) {
     const bool any = SensorStoodFor(name) != nullptr;
     std::vector<PossibleText> possible;
     if (word == kLiveWord) possible = {{"Off", {}}};
@@ -131,7 +132,7 @@ std::vector<PossibleText> LongestTexts::OfSensors(string_view word, const string
             if (!any && sensor.Function != name) continue;
             const Texts texts = word == "sensorcaption" ? Texts{sensor.Caption}
                                 : word == "sensorunit"  ? Texts{sensor.Unit}
-                                                        : ValuesOf(sensor, decimals);
+                                                       : ValuesOf(sensor, Places(decimals, sensor));
             for (const string& text : texts) possible.push_back({text, language.Name});
         }
     }
@@ -171,8 +172,7 @@ std::vector<PossibleText> LongestTexts::Of(const TextPlace& place) {
         return OfWord(place, string(text.Argument));
     const FunctionText text = SplitAtLast(function);
     for (const string_view word : kSensorWords) {
-        if (text.Word == word)
-            return OfSensors(word, string(text.Argument), Places(place.Decimals));
+        if (text.Word == word) return OfSensors(word, string(text.Argument), place.Decimals);
     }
     return {};
 }

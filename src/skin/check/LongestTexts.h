@@ -37,7 +37,7 @@ class LongestTexts {
 
     const std::vector<Language>& Languages();
     std::vector<PossibleText> OfSensors(std::string_view word, const std::string& name,
-                                        std::optional<int> decimals);
+                                        const std::string& decimals);
     std::vector<PossibleText> OfWord(const TextPlace& place, const std::string& name);
     const std::vector<std::string>& ValuesOf(const SensorRecord& sensor,
                                              std::optional<int> decimals);

@@ -19,6 +19,8 @@ constexpr SkinKey kKeys[] = {
     {"GridColor", Lenient, &E::GridColor, "&H808080", "colour of the grid lines"},
     {"Background", Picture, &E::Background, "chart.png",
      "picture behind the trace; the chart takes its size, 518 by 200 without one"},
+    {"FontSize", Integer, &E::FontSize, "14", "size of the scale's texts in points; 0: 11"},
+    {"Font", Read::Font, &E::Font, "DejaVu Sans", "font of the scale's texts"},
     {"Known", Lenient, &E::Known, "1", "1: a gap in the trace while its value is not known"},
 };
 
@@ -52,6 +54,8 @@ std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int i
     look.GridColor = element.GridColor;
     look.Mode = element.Mode;
     look.Time = element.Time;
+    look.Font = element.Font;
+    look.FontSize = element.FontSize;
     const QSizeF size = ChartSize(look);
     auto item = std::make_unique<Trace>(look, RecordOf(index));
     item->Box = {static_cast<double>(element.X), static_cast<double>(element.Y), size.width(),

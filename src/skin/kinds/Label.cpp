@@ -29,7 +29,8 @@ constexpr SkinKey kKeys[] = {
      "wraps the text at words into at most so many lines; without it, only its own line breaks "
      "count"},
     {"Decimals", Text, &E::Decimals, "1",
-     "0 to 6: what a number is rounded to; without it, up to seven digits: `38.03922`"},
+     "0 to 6: what a number is rounded to; `sensor`: to what the sensor's value is worth; without "
+     "it, up to seven digits: `38.03922`"},
 };
 
 class TextItem : public PaintedItem {
@@ -93,6 +94,7 @@ std::string FixedText(const SkinElement& element) {
 std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int) {
     element.Shown = FixedText(element);
     element.FixedText = !element.Shown.empty() || EqualsNoCase(element.Function, kTextWord);
+    element.SensorPlaces = EqualsNoCase(element.Decimals, kSensorPlaces);
     if (!element.Decimals.empty())
         element.Places = static_cast<int>(
             std::clamp(LeadingNumber(element.Decimals), 0.0, static_cast<double>(kMostDecimals)));
@@ -103,6 +105,7 @@ std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int) 
 
 void Refresh(SkinScreen&, ScreenElement& element, int) {
     if (element.FixedText) return;
+    if (element.SensorPlaces) element.Places = SensorDecimals(element.Evaluated);
     if (ShowText(element, LabelText(element.Evaluated, element.Places)))
         ItemOf<TextItem>(element).SetText(element.Shown);
 }
@@ -113,9 +116,11 @@ void Check(const SkinElement& element, const Complain& complain) {
     if (!element.Caption.empty() && !fixed) complain("Caption", "is shown with Function=text only");
     if (element.Caption.empty() && fixed)
         complain("Caption", "is missing, so Function=text shows nothing");
+    const bool own = element.Decimals.empty() || EqualsNoCase(element.Decimals, kSensorPlaces);
     const auto decimals = StrictNumber(element.Decimals);
-    if (!element.Decimals.empty() && (!decimals || *decimals < 0 || *decimals > kMostDecimals))
-        complain("Decimals", "\"" + element.Decimals + "\" is none of the numbers 0 to " +
+    if (!own && (!decimals || *decimals < 0 || *decimals > kMostDecimals))
+        complain("Decimals", "\"" + element.Decimals +
+                                 "\" is neither `sensor` nor one of the numbers 0 to " +
                                  std::to_string(kMostDecimals));
 }
 

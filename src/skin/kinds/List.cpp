@@ -27,7 +27,8 @@ constexpr SkinKey kKeys[] = {
     {"RowHeight", Integer, &E::RowHeight, "64",
      "least height of a row, for fingers; a text wraps where a row has room for more lines"},
     {"EmptyText", Text, &E::EmptyText, "No entries",
-     "text, or a label function for it, that the list shows while it has no entries"},
+     "text, or a label function for it, that the list shows while it has no entries; for "
+     "`troublecodes` also in place of the entry `No Errors`"},
     {"UnreadText", Text, &E::UnreadText, "Not read yet",
      "the same for `troublecodes` before the codes are read"},
 };
@@ -53,6 +54,13 @@ std::string EmptyTextOf(const SkinElement& element, int slot) {
     return evaluated == kNoText ? text : evaluated;
 }
 
+/// The slot to show: none while it only says that there is nothing, where the page has its own
+/// words.
+ListSlot* ShownSlot(const SkinElement& element, int slot) {
+    const bool none = slot == kCodeListSlot && !element.EmptyText.empty() && NoCodesListed();
+    return none ? nullptr : FindList(slot);
+}
+
 std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int index) {
     auto& list = UseControl<SkinList>(screen, element, index, Connect);
     list.SetBox(element.X, element.Y, element.Width, element.Height);
@@ -60,7 +68,7 @@ std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int i
     list.SetLeastRowHeight(element.RowHeight);
     list.SetPictureFolder(basGlobal.ImageFolder);
     const int slot = ListSlotByName(element.Evaluated);
-    list.SetListSlot(FindList(slot));
+    list.SetListSlot(ShownSlot(element, slot));
     basGlobal.CurrentList = slot;
     list.SetEmptyText({});
     list.Refresh();
@@ -70,9 +78,10 @@ std::optional<SkinError> Build(SkinScreen& screen, ScreenElement& element, int i
 
 void Refresh(SkinScreen&, ScreenElement& element, int) {
     auto& list = ControlOf<SkinList>(element);
-    list.Refresh();
     const int number = ListSlotByName(element.Evaluated);
-    const ListSlot* slot = FindList(number);
+    ListSlot* slot = ShownSlot(element, number);
+    if (slot != list.Slot()) list.SetListSlot(slot);
+    list.Refresh();
     if (slot == nullptr || slot->Entries.empty()) {
         if (ShowText(element, EmptyTextOf(element, number))) list.SetEmptyText(element.Shown);
     } else if (slot->Selected > 0) {

@@ -65,6 +65,19 @@ void CaptionFromSkin(ButtonEx* button, const SkinElement& keys) {
     button->SetLabelCaption(LabelText(function));
 }
 
+/// A message in the driver's language, line by line.
+std::string MessageInWords(const std::string& message) {
+    constexpr std::string_view kLineEnd = "\r\n";
+    std::string shown;
+    for (std::size_t at = 0;;) {
+        const std::size_t end = std::min(message.find(kLineEnd, at), message.size());
+        shown += WordByPattern(std::string_view(message).substr(at, end - at), kChartSavedText);
+        if (end == message.size()) return shown;
+        shown += kLineEnd;
+        at = end + kLineEnd.size();
+    }
+}
+
 }  // namespace
 
 frWarning::frWarning(QWidget* window)
@@ -102,7 +115,7 @@ void frWarning::Arrange() {
     plain_ = !HasSkinSection(section);
     const bool inWords =
         plain_ || EqualsNoCase(ReadSkinValue(section, "Label0Function"), kMessageWord);
-    translated_ = inWords ? Word(message_) : message_;
+    translated_ = inWords ? MessageInWords(message_) : message_;
     scale_ = plain_ ? PlainScale(parentWidget()->size()) : pageScale_;
     for (const AnswerButton& entry : buttons_) {
         entry.Button->hide();

@@ -280,6 +280,8 @@ TEST_F(CheckSkinText, WiderThanItsPlaceIsToldWithTheLanguageThatMakesItSo) {
          "\"88888.88\" (Long)"},
         {"Label0Function=live_rpm.engine\nLabel0Decimals=0", 5, "Label0Function",
          "\"88888\" (Long)"},
+        {"Label0Function=live_rpm.engine\nLabel0Decimals=sensor", 7, "Label0Function",
+         "\"88888.8\" (Long)"},
         {"Label0Function=sensorcaption_picked", 11, "Label0Function", "\"Umdrehungen\" (Long)"},
         {"Label0Function=text\nLabel0Caption=one two\nLabel0Lines=2", 3, "Label0Caption",
          "it takes "},
