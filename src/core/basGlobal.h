@@ -177,13 +177,19 @@ struct LinkReport {
 /// How the messages of the vehicle's bus look.
 enum class Bus : std::uint8_t { Unknown, J1850, Iso9141, Keyword, Can11, Can29 };
 
+/// What a reply brings of a PID: its data bytes as one number, and how many they were.
+struct FrozenNumber {
+    std::int32_t Number = 0;
+    std::uint8_t Size = 0;
+};
+
 /// Where a trouble code comes from, as far as the read has found out.
 struct CodeOrigin {
     std::uint32_t Unit = 0;    ///< address of the control unit; 0 = not known
     std::optional<int> Frame;  ///< freeze frame that this code caused
     /// Replies to live requests do not tell the units apart: of a frame whose number another unit
-    /// has, too, the numbers were read with the codes, by PID.
-    std::optional<std::map<int, std::int32_t>> Kept{};
+    /// has, too, the values were read with the codes, by PID.
+    std::optional<std::map<int, FrozenNumber>> Kept{};
 };
 
 /// An interface that a search has found.

@@ -5,6 +5,7 @@
 #include "obd/AwaitPrompt.h"
 #include "obd/LinkFaults.h"
 #include "obd/LinkStep.h"
+#include "obd/StandardCodes.h"
 #include "obd/basOBD.h"
 #include "platform/Events.h"
 #include "platform/Profile.h"

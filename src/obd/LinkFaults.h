@@ -5,11 +5,12 @@
 #include <string_view>
 
 #include "core/basGlobal.h"
-#include "obd/Reply.h"
 
 /// How the link's procedures leave word of what they meet, for ReasonText. Only the files of this
 /// folder include this.
 namespace dravik {
+
+struct Reply;
 
 /// A text of the link in its final form: the pattern with the values in their places.
 std::string Worded(const char* pattern, const std::array<std::string, 2>& values);

@@ -4,7 +4,7 @@
 #include "core/basGlobal.h"
 #include "obd/DataBytes.h"
 #include "obd/LinkFaults.h"
-#include "obd/LinkStep.h"
+#include "obd/StandardCodes.h"
 #include "obd/basOBD.h"
 #include "platform/At.h"
 #include "platform/Number.h"
@@ -75,7 +75,10 @@ bool FindFrame() {
     TurnToFrame(asked ? std::to_string(*origin.Frame) : std::string{});
     if (origin.Kept) {
         g.FreezeRaw.fill(0);
-        for (const auto& [pid, number] : *origin.Kept) At(g.FreezeRaw, pid) = number;
+        for (const auto& [pid, value] : *origin.Kept) {
+            At(g.FreezeRaw, pid) = value.Number;
+            At(g.FreezeSize, pid) = value.Size;
+        }
     }
     return asked;
 }
@@ -142,8 +145,7 @@ bool StoreStandardValue(const std::string& reply) {
     const bool freeze = g.Requested[0] == kFreezeMode;
     if (freeze && std::to_string(g.Requested.back()) != g.FreezeFrameNo) return false;
     (freeze ? g.FreezeRaw : g.LiveRaw)[pid] = *value;
-    (freeze ? g.FreezeSize : g.LiveSize)[pid] =
-        data->size() > kDataBytes ? 0 : static_cast<std::uint8_t>(data->size());
+    (freeze ? g.FreezeSize : g.LiveSize)[pid] = static_cast<std::uint8_t>(data->size());
     NoteValue(freeze, pid, *value);
     return true;
 }
@@ -184,7 +186,7 @@ bool PidKnown(int pid) {
         if (origin.Kept) {
             const auto kept = origin.Kept->find(pid);
             return g.FreezeFrameNo.empty() && kept != origin.Kept->end() &&
-                   At(g.FreezeRaw, pid) == kept->second;
+                   At(g.FreezeRaw, pid) == kept->second.Number;
         }
         if (!origin.Frame || std::to_string(*origin.Frame) != g.FreezeFrameNo) return false;
     }

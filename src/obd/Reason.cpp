@@ -6,6 +6,7 @@
 
 #include "core/basGlobal.h"
 #include "obd/LinkFaults.h"
+#include "obd/Reply.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
 #include "settings/Words.h"

@@ -1,3 +1,5 @@
+#include "obd/StandardCodes.h"
+
 #include <algorithm>
 #include <optional>
 #include <string>

@@ -1,10 +1,11 @@
+#include "obd/StandardCodes.h"
+
 #include <algorithm>
 #include <map>
 #include <optional>
 #include <string>
 
 #include "lists/basFunctions.h"
-#include "obd/LinkStep.h"
 #include "obd/basOBD.h"
 #include "platform/At.h"
 
@@ -16,10 +17,13 @@ constexpr std::uint8_t kFreezeService = 2;
 constexpr std::uint8_t kCausePid = 2;  // the code that caused the frame
 constexpr std::size_t kCauseByte = 3;  // behind service, PID and frame
 
-/// What stands behind service, PID and frame, as one number.
-std::optional<std::int32_t> NumberIn(const Bytes& message) {
+/// What stands behind service, PID and frame.
+std::optional<FrozenNumber> ValueIn(const Bytes& message) {
     if (message.size() <= kCauseByte) return std::nullopt;
-    return HexNumber(TextToHex(std::string(message.begin() + kCauseByte, message.end())));
+    const std::string data(message.begin() + kCauseByte, message.end());
+    const std::optional<std::int32_t> number = HexNumber(TextToHex(data));
+    if (!number) return std::nullopt;
+    return FrozenNumber{*number, static_cast<std::uint8_t>(data.size())};
 }
 
 /// The codes that caused a frame, one for each unit that has it.
@@ -34,8 +38,8 @@ std::vector<UnitCode> CausesIn(const Reply& reply) {
     return causes;
 }
 
-/// The numbers of one frame of several units: by unit and PID.
-using FrameNumbers = std::map<std::uint32_t, std::map<int, std::int32_t>>;
+/// The values of one frame of several units: by unit and PID.
+using FrozenNumbers = std::map<std::uint32_t, std::map<int, FrozenNumber>>;
 
 /// The PIDs that any unit has in a frame, from the masks of 32 that they answer.
 std::vector<std::uint8_t> PidsIn(std::uint8_t frame, bool headers) {
@@ -45,7 +49,8 @@ std::vector<std::uint8_t> PidsIn(std::uint8_t frame, bool headers) {
         const Bytes request = {kFreezeService, static_cast<std::uint8_t>(mask), frame};
         std::uint32_t bits = 0;
         for (const UnitMessage& message : Ask(request, headers).Messages)
-            bits |= static_cast<std::uint32_t>(NumberIn(message.Data).value_or(0));
+            bits |=
+                static_cast<std::uint32_t>(ValueIn(message.Data).value_or(FrozenNumber{}).Number);
         for (int bit = 0; bit < kMaskPids; ++bit) {
             const int pid = mask + 1 + bit;
             const bool isMask = pid % kMaskPids == 0;
@@ -57,16 +62,16 @@ std::vector<std::uint8_t> PidsIn(std::uint8_t frame, bool headers) {
     return pids;
 }
 
-FrameNumbers ReadShared(std::uint8_t frame, bool headers) {
-    FrameNumbers numbers;
+FrozenNumbers ReadShared(std::uint8_t frame, bool headers) {
+    FrozenNumbers values;
     for (const std::uint8_t pid : PidsIn(frame, headers)) {
         const Reply reply = Ask({kFreezeService, pid, frame}, headers);
         if (reply.End == ReplyEnd::Unfinished) break;
         for (const UnitMessage& message : reply.Messages) {
-            if (const auto number = NumberIn(message.Data)) numbers[message.Unit][pid] = *number;
+            if (const auto value = ValueIn(message.Data)) values[message.Unit][pid] = *value;
         }
     }
-    return numbers;
+    return values;
 }
 
 /// The code's place among the codes; nothing for a frame of a code that is not stored any more.
@@ -92,13 +97,13 @@ std::vector<CodeOrigin> AskFrameOrigins(const std::vector<UnitCode>& codes, bool
         if (causes.empty()) break;
         const bool shared = causes.size() > 1;
         if (shared && !headers) continue;  // nobody knows whose it is
-        FrameNumbers numbers;
-        if (shared) numbers = ReadShared(static_cast<std::uint8_t>(frame), headers);
+        FrozenNumbers values;
+        if (shared) values = ReadShared(static_cast<std::uint8_t>(frame), headers);
         for (const UnitCode& cause : causes) {
             const auto place = PlaceOf(cause, codes);
             if (!place || origins[*place].Frame) continue;
             origins[*place].Frame = static_cast<int>(frame);
-            if (shared) origins[*place].Kept = numbers[cause.Unit];
+            if (shared) origins[*place].Kept = values[cause.Unit];
         }
     }
     return origins;

@@ -6,6 +6,7 @@
 #include "lists/basFunctions.h"
 #include "obd/LinkFaults.h"
 #include "obd/LinkStep.h"
+#include "obd/StandardCodes.h"
 #include "obd/basOBD.h"
 #include "platform/Text.h"
 

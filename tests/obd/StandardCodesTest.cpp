@@ -242,6 +242,7 @@ TEST_F(StandardFrames, EachCodeShowsTheFrameThatItCaused) {
     interface_->On("020C00", {"42 0C 01 00 01\r42 0C 00 00 04\r\r>"});
     EXPECT_THAT(Poll(1), ElementsAre("020C01"));
     EXPECT_EQ(basGlobal.FreezeRaw[0x0C], 0x1AF8) << "without the number of the frame";
+    EXPECT_EQ(basGlobal.FreezeSize[0x0C], 2);
     EXPECT_TRUE(PidKnown(0x0C));
     SelectListEntry(basGlobal.Lists[kCodeListSlot], 2);
     EXPECT_FALSE(PidKnown(0x0C)) << "nothing of another frame, not even for a moment";
@@ -277,6 +278,7 @@ TEST_F(StandardFrames, AFrameThatTwoUnitsHaveIsReadWithItsHeaders) {
     EXPECT_THAT(Poll(2), IsEmpty());
     EXPECT_EQ(basGlobal.FreezeRaw[0x0C], 4);
     EXPECT_EQ(basGlobal.FreezeRaw[0x0D], 0x11);
+    EXPECT_EQ(basGlobal.FreezeSize[0x0D], 1);
     EXPECT_TRUE(PidKnown(0x0C) && PidKnown(0x0D));
 
     // Without headers nobody knows whose it is.
@@ -301,6 +303,9 @@ class StandardValues : public LinkTest {
         HandlePidReply(reply);
         for (std::size_t pid = 0; pid < basGlobal.LiveRaw.size(); ++pid)
             EXPECT_TRUE(pid == 0x0C || basGlobal.LiveRaw[pid] == -1) << pid;
+        if (basGlobal.LiveRaw[0x0C] != -1) {
+            EXPECT_EQ(basGlobal.LiveSize[0x0C], 2);
+        }
         EXPECT_EQ(basGlobal.LiveAt[0x0C] != 0, basGlobal.LiveRaw[0x0C] != -1);
         return basGlobal.LiveRaw[0x0C];
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "core/basGlobal.h"
@@ -470,6 +471,27 @@ void Run::ReadTests() {
 
 // The step of the link ----------------------------------------------------------------------------
 
+/// A PID of two units' frames of one number is not asked for live: nobody could tell whose it is.
+CodeOrigin OriginOf(const FoundCode& code, const Diagnosis& found) {
+    CodeOrigin origin{code.Unit, code.Frame};
+    const FreezeFrame* own = nullptr;
+    bool shared = false;
+    for (const FreezeFrame& frame : found.Frames) {
+        if (frame.Number != code.Frame) continue;
+        if (frame.Unit == code.Unit)
+            own = &frame;
+        else
+            shared = true;
+    }
+    if (!shared || own == nullptr) return origin;
+    auto& kept = origin.Kept.emplace();
+    for (const auto& [pid, bytes] : own->Values) {
+        const auto number = HexNumber(TextToHex(std::string(bytes.begin(), bytes.end())));
+        if (number) kept[pid] = {*number, static_cast<std::uint8_t>(bytes.size())};
+    }
+    return origin;
+}
+
 /// What is shown as the vehicle's trouble codes: with the codes of the setting's own reading those
 /// of a diagnosis would not agree, so they are left alone then.
 void ShowStoredCodes(const Diagnosis& found) {
@@ -479,11 +501,7 @@ void ShowStoredCodes(const Diagnosis& found) {
     for (const FoundCode& code : found.Codes) {
         if (code.Kind != CodeKind::Stored || count == kCodeLimit) continue;
         g.DtcList[count] = code.Code;
-        const bool shared = std::any_of(
-            found.Frames.begin(), found.Frames.end(), [&code](const FreezeFrame& frame) {
-                return frame.Number == code.Frame && frame.Unit != code.Unit;
-            });
-        g.CodeOrigins[count] = {code.Unit, shared ? std::nullopt : code.Frame};
+        g.CodeOrigins[count] = OriginOf(code, found);
         ++count;
     }
     g.DtcCount = static_cast<std::int16_t>(count);
