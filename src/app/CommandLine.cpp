@@ -20,6 +20,11 @@ Turns a touch-screen computer in a car into an instrument panel and a diagnostic
   --console            read requests from standard input and answer them (docs/console.md)
   --check-skin         look for mistakes in the skin, a line each, and end: exit status 0 when
                        there are none, 1 with mistakes, 2 when the skin cannot be read
+  --report FILE        without a window: connect, diagnose the vehicle, write a report on it and
+                       end; a plain text when FILE ends in .txt, else HTML. Exit status 0 when
+                       the vehicle has no trouble codes, 1 when it has, 2 when there is no report
+                       or the codes could not be read
+  --port DEVICE        with --report: the interface's device, in place of the one in the settings
   --help               show this text
   --version            show version, commit and libraries
 )";
@@ -85,6 +90,10 @@ CommandLine ParseCommandLine(const std::vector<std::string>& all) {
             line.Console = true;
         } else if (option == "--check-skin") {
             line.CheckSkin = true;
+        } else if (option == "--report") {
+            require(option, line.Report);
+        } else if (option == "--port") {
+            require(option, line.Port);
         } else if (option == "--help") {
             line.Help = true;
         } else if (option == "--version") {
@@ -93,6 +102,8 @@ CommandLine ParseCommandLine(const std::vector<std::string>& all) {
             line.Error = "unknown option: " + option;
         }
     }
+    if (!line.Port.empty() && line.Error.empty() && (line.Report.empty() || line.Demo))
+        line.Error = line.Demo ? "--port and --demo exclude each other" : "--port needs --report";
     return line;
 }
 

@@ -17,6 +17,8 @@ struct CommandLine {
     std::string Language;
     bool Console = false;
     bool CheckSkin = false;
+    std::string Report;  ///< the file that a report is to be written to; empty: none
+    std::string Port;    ///< for the report, in place of the settings' one
     bool Help = false;
     bool Version = false;
     std::string Error;  ///< what is wrong with the arguments; empty when nothing is

@@ -1,5 +1,6 @@
 #include "app/Snapshot.h"
 
+#include <QBuffer>
 #include <QDateTime>
 #include <QDir>
 #include <QImage>
@@ -13,6 +14,7 @@
 #include "skin/PageCanvas.h"
 #include "skin/SkinScreen.h"
 #include "skin/message/ShowMessage.h"
+#include "skinfunc/basValueProc.h"
 
 namespace dravik {
 
@@ -56,7 +58,31 @@ QString SaveChart(const SkinScreen& screen, const QDir& folder, int index) {
     return {};
 }
 
+std::string PngOf(const QImage& image) {
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return buffer.data().toStdString();
+}
+
+/// What a chart shows; its function where that names no sensor.
+std::string CaptionOf(const ScreenElement& chart) {
+    const SensorRecord* sensor = FindSensor(SplitAtLast(chart.Evaluated).Argument);
+    if (sensor == nullptr) return chart.Evaluated;
+    return sensor->Unit.empty() ? sensor->Caption : sensor->Caption + " (" + sensor->Unit + ")";
+}
+
 }  // namespace
+
+std::vector<ChartPicture> ChartPictures(const SkinScreen& screen) {
+    std::vector<ChartPicture> pictures;
+    int index = 0;
+    for (const ScreenElement& chart : screen.Elements(kChartKind)) {
+        const bool drawn = At(basGlobal.Charts, index++).Filled > 0;
+        if (drawn) pictures.push_back({CaptionOf(chart), PngOf(DrawChart(*chart.Item))});
+    }
+    return pictures;
+}
 
 void TakeSnapshot(const SkinScreen& screen, const std::vector<int>& charts) {
     if (charts.empty()) return;

@@ -18,6 +18,7 @@
 #include "platform/Events.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
+#include "report/Report.h"
 #include "settings/basSettings.h"
 #include "skin/PageCanvas.h"
 #include "skin/Selection.h"
@@ -57,6 +58,7 @@ void frMain::SetUpCalls() {
     upCalls.MoveFocus = [this](Direction direction) { selection_->Move(direction); };
     upCalls.ApplyPointerShape = [this] { ApplyPointerShape(); };
     upCalls.ShowSettingsDialog = [this] { ShowSettings(); };
+    upCalls.ChartPictures = [this] { return ChartPictures(*screen_); };
     upCalls.TakeSnapshot = [this](const std::vector<int>& charts) {
         TakeSnapshot(*screen_, charts);
     };
@@ -72,6 +74,7 @@ frMain::~frMain() {
 void frMain::ConnectTimers() {
     GlobalState& g = basGlobal;
     InitLink();
+    InitReports();
     g.tiStartup.OnTick([] { basGlobal.tiStartup.SetEnabled(false); });
     g.tiMain.OnTick([this] { RefreshScreen(*screen_); });
     g.tiAux.OnTick([] { basGlobal.StartupFlag = basGlobal.ResumeFlag = false; });
@@ -209,7 +212,7 @@ void frMain::Unload() {
     g.Closing = true;  // every wait for the interface or the user ends
     SerialPort::AbortWaits();
     for (FormTimer* timer : {&g.tiMain, &g.tiAux, &g.tiHardware, &g.tiTimeout, &g.tiSkinReload,
-                             &g.tiDTCScroll, &g.tiKeyrepeat, &g.tiNight})
+                             &g.tiDTCScroll, &g.tiKeyrepeat, &g.tiNight, &g.tiReport})
         timer->SetEnabled(false);
 
     SaveResumeState();

@@ -9,6 +9,7 @@
 #include "app/Commit.h"
 #include "app/DemoVehicle.h"
 #include "app/ProgramFolder.h"
+#include "app/ReportCommand.h"
 #include "app/SkinWatch.h"
 #include "app/frMain.h"
 #include "console/Console.h"
@@ -48,6 +49,7 @@ int main(int argc, char** argv) {
     if (!line.Folder.empty() && !FolderExists(line.Folder))
         return Fail("no such folder: " + line.Folder);
     if (line.CheckSkin) return CheckSkinCommand(line);
+    if (!line.Report.empty()) return ReportCommand(argc, argv, line);
     if (!ChooseDisplay(line.Console))
         return Fail("there is no display; set DISPLAY or WAYLAND_DISPLAY");
 

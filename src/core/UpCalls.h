@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "core/ChartPicture.h"
+
 namespace dravik {
 
 /// Styles of a message, and the answers.
@@ -41,6 +43,11 @@ struct UpCalls {
     /// Clears the samples of chart `index`.
     std::function<void(int index)> ClearChart = [](int) {};
 
+    // The reports.
+
+    /// Fills the list slot "diagnosis" with the reports.
+    std::function<void()> ListReports = [] {};
+
     // The message box.
 
     /// Shows a message and waits for the answer, pumping events.
@@ -77,6 +84,10 @@ struct UpCalls {
     std::function<void()> ApplyPointerShape = [] {};
     /// Shows the settings dialog, or brings it to the front.
     std::function<void()> ShowSettingsDialog = [] {};
+    /// Pictures of the charts of the page that have something to show.
+    std::function<std::vector<ChartPicture>()> ChartPictures = [] {
+        return std::vector<ChartPicture>();
+    };
     /// Writes pictures of these charts into the save folder.
     std::function<void(const std::vector<int>& charts)> TakeSnapshot = [](const auto&) {};
 };

@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "core/ChartPicture.h"
 #include "platform/FormTimer.h"
 #include "platform/serial/PortPresence.h"
 #include "platform/serial/SerialPort.h"
@@ -218,6 +219,27 @@ struct DiagnosisState {
     int ShownCode = -1;                ///< index of the code whose frame was opened last
 };
 
+/// How far a report is.
+enum class ReportStage : std::uint8_t { None, Diagnosing, ReadingValues };
+
+/// What has come of a report.
+enum class ReportOutcome : std::uint8_t { None, Written, NoDiagnosis, Cancelled, NotWritten };
+
+/// The report that is being made, or was made last, see `RequestReport`.
+struct ReportJob {
+    ReportStage Stage = ReportStage::None;
+    ReportOutcome Outcome = ReportOutcome::None;
+    bool AsText = false;
+    std::string File;                   ///< asked for; empty: the report finds a name of its own
+    std::string Status;                 ///< how far it is, or what came of it
+    std::vector<ChartPicture> Charts;   ///< as they were when it was asked for
+    std::shared_ptr<Diagnosis> Before;  ///< the diagnosis that was there then
+    std::vector<int> Borrowed;          ///< PIDs that are polled only for it
+    double ReadingSince = 0;            ///< HighResTimer
+    double RoundBegan = 0;              ///< the round of requests that was under way last
+    int Rounds = 0;                     ///< that have begun since ReadingSince
+};
+
 struct GlobalState {
     // Paths.
     std::string ProgramFolder;  ///< without a separator at its end
@@ -286,6 +308,7 @@ struct GlobalState {
     LinkReport Report;
     InterfaceSearch Search;
     DiagnosisState Diagnosing;
+    ReportJob Reporting;
     bool CodesRead = false;  ///< the trouble codes were read since the last connect
     double FailedSince = 0;  ///< HighResTimer when the link was first found failed, 0 = it is not
     double RequestedAt = 0;  ///< HighResTimer of the last live request
@@ -339,6 +362,7 @@ struct GlobalState {
     FormTimer tiDTCScroll{500};
     FormTimer tiKeyrepeat{0};
     FormTimer tiNight{5000};
+    FormTimer tiReport{200};
 };
 
 /// The one instance. A test puts all of it back with `basGlobal = GlobalState{}` and InitGlobals.

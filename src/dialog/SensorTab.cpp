@@ -55,7 +55,7 @@ constexpr SensorTextField kTextFields[] = {
     {SensorField::Min, "txtSensorMin", "Minimum", 1, false},
     {SensorField::Max, "txtSensorMax", "Maximum", 1, false},
     {SensorField::Caption, "txtSensorCaption", "Caption", 0, false},
-    {SensorField::Bytes, "txtSensorBytes", "Bytes", 0, false},
+    {SensorField::DataBytes, "txtSensorBytes", "Bytes", 0, false},
 };
 
 QString PidText(std::size_t pid) {
@@ -220,7 +220,7 @@ void SensorTab::Preview() {
         return At(txtSensor_, which)->text().toStdString();
     };
     const std::optional<std::int64_t> raw = RawNumber(coSensorSource_->currentText().toStdString(),
-                                                      ReadByteRange(field(SensorField::Bytes)));
+                                                      ReadByteRange(field(SensorField::DataBytes)));
     txtSensorRaw_->setText(raw ? QString::number(*raw) : kUnknown);
     if (!raw) txtSensorOutput_->clear();
     // What is no number yet leaves the last output standing.

@@ -78,8 +78,15 @@ void OpenParentFolder(int slot);
 
 /// Activates the selected entry of a media list: a folder or a playlist is shown in its place, the
 /// first entry goes up, any other file is handed to the system's player for its type. A file that
-/// cannot be opened is told to the user. Other lists are left alone.
+/// cannot be opened is told to the user. An entry that stands for a report opens that. Other lists
+/// are left alone.
 void ActivateListEntry(int slot);
+
+/// The word at the front of the tag of an entry that stands for a report; its path follows.
+constexpr std::string_view kReportTag = "Report";
+
+/// Hands a report to the system's viewer. One that cannot be opened is told to the user.
+void OpenReportFile(const std::string& file);
 
 /// Plays a file or what an address ("http://...") stands for; false when it cannot be. Replaceable;
 /// from the start it asks the system.

@@ -218,6 +218,8 @@ std::string DistanceText(double kilometres);
 std::string DurationText(int minutes);
 /// "Complete", "Incomplete", "Not fitted".
 std::string MonitorText(const Monitor& monitor);
+/// "0.100 to 0.900 V", with the limits that there are; empty without any.
+std::string LimitsText(const TestResult& test);
 /// A number of a test with its unit: "0.455 V".
 std::string TestNumber(const TestResult& test, double number);
 
@@ -238,6 +240,9 @@ std::optional<std::string> DiagnosisText(std::string_view name);
 std::vector<std::string> PossibleDiagnosisTexts(std::string_view name, const WordList& words);
 
 // The list ----------------------------------------------------------------------------------------
+
+/// The section of the list that shows the reports instead, see `upCalls.ListReports`.
+constexpr std::string_view kReportSection = "reports";
 
 /// Fills the list slot "diagnosis" with a section: "codes", "readiness", "tests" or "vehicle", or
 /// "frame", which is the freeze frame of the code that is selected in "codes". It is filled anew

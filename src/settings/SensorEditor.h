@@ -17,7 +17,7 @@ enum class SensorField : std::size_t {
     Max,
     Caption,
     Unit,
-    Bytes,
+    DataBytes,
     Decimals,
 };
 

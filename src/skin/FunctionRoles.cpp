@@ -54,6 +54,8 @@ constexpr FunctionWord kListWords[] = {
      "whether the vehicle is ready for inspection, and each monitor"},
     {"diagnosis", Fixed, "tests", "the tests that the vehicle has made, with their limits"},
     {"diagnosis", Fixed, "vehicle", "what vehicle it is, its control units and counters"},
+    {"diagnosis", Fixed, "reports",
+     "the reports that were written, which an activated entry opens"},
 };
 
 constexpr FunctionWord kTextboxWords[] = {

@@ -9,6 +9,7 @@
 #include "platform/At.h"
 #include "platform/Profile.h"
 #include "platform/Text.h"
+#include "report/Report.h"
 #include "settings/basSettings.h"
 #include "skinfunc/MenuList.h"
 #include "skinfunc/basValueProc.h"
@@ -200,6 +201,17 @@ void Diagnose(const Command&) {
 
 void StopDiagnosis(const Command&) {
     CancelDiagnosis();
+}
+
+// Reports -----------------------------------------------------------------------------------------
+
+template <ReportFormat kFormat>
+void Report(const Command&) {
+    RequestReport(kFormat);
+}
+
+void OpenChosenReport(const Command&) {
+    OpenReport();
 }
 
 // Skins -------------------------------------------------------------------------------------------
@@ -395,6 +407,14 @@ constexpr CommandWord kCommandWords[] = {
       "frames, monitors and tests"},
      Diagnose},
     {{"obd", Fixed, "diagnosecancel", "ends the diagnosis; what was read stays"}, StopDiagnosis},
+    {{"report", Fixed, "text", "writes the report as a plain text"}, Report<ReportFormat::Text>},
+    {{"report", Fixed, "open",
+      "opens the report that is selected in the list `diagnosis_reports`, else the last one"},
+     OpenChosenReport},
+    {{"report", Nothing, "",
+      "writes a report on the vehicle into the folder `reports`, after a diagnosis where there is "
+      "none"},
+     Report<ReportFormat::Html>},
     {{"snapshot", Fixed, "all", "saves a picture of every chart"}, SnapshotAll},
     {{"snapshot", Number, "0", "saves a picture of one chart"}, SnapshotOne},
     {{"snapshot", Nothing, "", "saves a picture of chart 0"}, SnapshotOne},

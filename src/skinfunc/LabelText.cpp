@@ -8,6 +8,7 @@
 #include "platform/At.h"
 #include "platform/Clock.h"
 #include "platform/Text.h"
+#include "report/Report.h"
 #include "settings/Words.h"
 #include "settings/basSettings.h"
 #include "skinfunc/basValueProc.h"
@@ -128,6 +129,10 @@ Text ExtremeText(std::string_view name) {
     return std::nullopt;
 }
 
+Text OfReport(std::string_view) {
+    return ReportStatus();
+}
+
 Text OfDiagnosis(std::string_view name) {
     return DiagnosisText(name);
 }
@@ -211,6 +216,9 @@ constexpr TextWord kTextWords[] = {
     {{"diagnosis", Fixed, "severity",
       "what the selected code means to the driver: `Have it seen soon`"},
      OfDiagnosis},
+    {{"report", Fixed, "file",
+      "the file name of the last report; how far it is, or why there is none"},
+     OfReport},
     {{"sensorcaption", Sensor, "rpm.engine", "the caption of a sensor, in the user's language"},
      SensorCaption},
     {{"sensorunit", Sensor, "rpm.engine", "the unit of a sensor"}, SensorUnit},

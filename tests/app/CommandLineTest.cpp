@@ -31,9 +31,15 @@ TEST(CommandLine, NamesTheArgumentThatIsWrong) {
         std::vector<std::string> Arguments;
         const char* Named;
     } rows[] = {
-        {{"--fodler", "x"}, "--fodler"},    {{"--folder"}, "--folder"},
-        {{"--skin", "--demo"}, "--skin"},   {{"--windowed", "big"}, "big"},
-        {{"--windowed", "0x480"}, "0x480"}, {{"night"}, "night"},
+        {{"--fodler", "x"}, "--fodler"},
+        {{"--folder"}, "--folder"},
+        {{"--skin", "--demo"}, "--skin"},
+        {{"--windowed", "big"}, "big"},
+        {{"--windowed", "0x480"}, "0x480"},
+        {{"night"}, "night"},
+        {{"--port", "x"}, "--report"},
+        {{"--report", "--demo"}, "--report"},
+        {{"--report", "x", "--port", "y", "--demo"}, "--port"},
     };
     for (const auto& row : rows) {
         const std::string error = ParseCommandLine(row.Arguments).Error;

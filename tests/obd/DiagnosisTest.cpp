@@ -446,7 +446,8 @@ TEST_F(DiagnosisTest, TheListShowsEachSection) {
     WriteFile("languages/codes", "[errorcodes]\nP0133=Slow sensor\n");
     basGlobal.DescriptionFile = (folder_ / "languages/codes").string();
     NameSensors({"rpm.engine"});
-    basGlobal.Sensors[0] = {"rpm.engine", "obd_0C", 0.25F, 0, 0, 8000, "Engine speed", "rpm"};
+    basGlobal.Sensors[0] = {"rpm.engine", "obd_0C",       0.25F, 0,  0,
+                            8000,         "Engine speed", "rpm", {}, {}};
     Connect(TwoUnits("can-11-500"));
     Diagnose();
     const auto lines = [&] {
@@ -486,6 +487,17 @@ TEST_F(DiagnosisTest, TheListShowsEachSection) {
     EXPECT_EQ(lines()[0], "good Vehicle number (VIN): 1M8GDM9AXKP042788");
     EXPECT_THAT(lines(), testing::Contains(HasSubstr("DRAVIKECM0000001")));
     EXPECT_EQ(Label("selected"), list.Entries[0].Text);
+}
+
+TEST_F(DiagnosisTest, FrozenValuesAreMadeOfTheirOwnBytes) {
+    NameSensors({"volt", "trim", "absent"});
+    basGlobal.Sensors[0] = {"volt", "obd_14", 0.005F, 0, 0, 2, "Voltage", "V", ByteRange{0, 0}, 3};
+    basGlobal.Sensors[1] = {"trim", "obd_14", 1, 0, 0, 9, "Trim", "%", ByteRange{1, 1, 0xFF}, 0};
+    basGlobal.Sensors[2] = {"far", "obd_14", 1, 0, 0, 9, "Far", "", ByteRange{2, 3}, {}};
+    const std::vector<FrameValue> values = FrameValuesOf(0x14, {90, 0xFF});
+    ASSERT_EQ(values.size(), 1);
+    EXPECT_EQ(values[0].Caption + " " + values[0].Text, "Voltage 0.450 V");
+    EXPECT_EQ(FrameValuesOf(0x14, {90, 128})[1].Text, "128 %");
 }
 
 }  // namespace

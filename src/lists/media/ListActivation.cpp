@@ -11,6 +11,7 @@
 #include "platform/Profile.h"
 #include "platform/ShellFolder.h"
 #include "platform/Text.h"
+#include "settings/Words.h"
 
 namespace dravik {
 
@@ -77,6 +78,12 @@ void TellNotOpened() {
 
 }  // namespace
 
+void OpenReportFile(const std::string& file) {
+    if (!PlayMedium(file))
+        upCalls.ShowPlainMessage(Word("The report could not be opened:") + "\n" + file,
+                                 kMessageCritical, "Dravik");
+}
+
 void FillMediaList(int slot) {
     const char* filter = FilterOf(slot);
     const ListSlot* list = FindList(slot);
@@ -101,12 +108,14 @@ void OpenParentFolder(int slot) {
 
 void ActivateListEntry(int slot) {
     const ListSlot* list = FindList(slot);
-    if (list == nullptr || list->Selected < 1 || list->Folder.empty()) return;
+    if (list == nullptr || list->Selected < 1) return;
+    const std::string tag = At(list->Entries, list->Selected - 1).Tag;
+    if (tag.starts_with(kReportTag)) return OpenReportFile(tag.substr(kReportTag.size()));
+    if (list->Folder.empty()) return;
     if (list->Selected == 1) {
         OpenParentFolder(slot);
         return;
     }
-    const std::string tag = At(list->Entries, list->Selected - 1).Tag;
     const std::string path = tag.substr(std::min(kTagWordLength, tag.size()));
     if (tag.starts_with(kFolderTag)) {
         OpenFolder(slot, path);

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "core/UpCalls.h"
 #include "core/basGlobal.h"
 #include "lists/basFunctions.h"
 #include "obd/Diagnosis.h"
@@ -122,14 +123,6 @@ void ListReadiness(const Diagnosis& found) {
 
 // Tests -------------------------------------------------------------------------------------------
 
-std::string LimitsText(const TestResult& test) {
-    if (test.Low && test.High)
-        return Word(kLimits, {TestNumber(test, *test.Low), TestNumber(test, *test.High)});
-    if (test.Low) return Word(kAtLeast, {TestNumber(test, *test.Low)});
-    if (test.High) return Word(kAtMost, {TestNumber(test, *test.High)});
-    return {};
-}
-
 void AddTest(const TestResult& test) {
     const std::string name = TestName(test) + ": ";
     if (!test.Ran) return Add(name + Word(kNotRun), kOpen);
@@ -198,6 +191,14 @@ int SelectedCodeIndex() {
 
 }  // namespace
 
+std::string LimitsText(const TestResult& test) {
+    if (test.Low && test.High)
+        return Word(kLimits, {TestNumber(test, *test.Low), TestNumber(test, *test.High)});
+    if (test.Low) return Word(kAtLeast, {TestNumber(test, *test.Low)});
+    if (test.High) return Word(kAtMost, {TestNumber(test, *test.High)});
+    return {};
+}
+
 void ShowDiagnosis(std::string_view section) {
     if (section.empty()) section = "codes";
     DiagnosisState& state = basGlobal.Diagnosing;
@@ -211,6 +212,7 @@ void ShowDiagnosis(std::string_view section) {
 
 void RenewDiagnosisList() {
     const DiagnosisState& state = basGlobal.Diagnosing;
+    if (state.Section == kReportSection) return upCalls.ListReports();
     const int selected = Slot().Selected;
     ClearList(Slot());
     if (!state.Found) return;
