@@ -15,6 +15,7 @@
 #include "lists/basFunctions.h"
 #include "obd/basOBD.h"
 #include "platform/At.h"
+#include "platform/Blanking.h"
 #include "platform/Events.h"
 #include "platform/Paths.h"
 #include "platform/Text.h"
@@ -77,7 +78,10 @@ void frMain::ConnectTimers() {
     InitReports();
     g.tiStartup.OnTick([] { basGlobal.tiStartup.SetEnabled(false); });
     g.tiMain.OnTick([this] { RefreshScreen(*screen_); });
-    g.tiAux.OnTick([] { basGlobal.StartupFlag = basGlobal.ResumeFlag = false; });
+    g.tiAux.OnTick([this] {
+        basGlobal.StartupFlag = basGlobal.ResumeFlag = false;
+        if (ShowsLiveData()) PutOffBlanking();
+    });
     g.tiDTCScroll.OnTick(ScrollTroubleCode);
     g.tiNight.OnTick([] {
         // Nothing that waits for the user is taken away.
@@ -205,6 +209,12 @@ void frMain::Pause() {
     while (basGlobal.tiStartup.Enabled() && !basGlobal.Closing) WaitForEvents(kLookAgain);
 }
 
+/// Nobody looks at a window that is minimised, or drawn where there is no screen.
+bool frMain::ShowsLiveData() const {
+    return basGlobal.ConnState == kReceivingData && isVisible() && !isMinimized() &&
+           QGuiApplication::platformName() != QLatin1String("offscreen");
+}
+
 void frMain::Unload() {
     if (unloaded_) return;
     unloaded_ = true;
@@ -217,6 +227,7 @@ void frMain::Unload() {
 
     SaveResumeState();
     if (g.comOBD.IsOpen()) g.comOBD.Close();
+    AllowBlanking();
     QApplication::closeAllWindows();
     QApplication::quit();
 }

@@ -70,6 +70,7 @@ class frMain : public QWidget {
     void ApplyPointerShape();
     void ConnectScreen();
     void Pause();
+    bool ShowsLiveData() const;
     void SuitScreen(const Options& options) const;
     void ShowWindow(const Options& options);
     QSize DesignedWindow() const;
