@@ -41,9 +41,9 @@ fetch_qt_source() {
 # Only what the program and its tests use: windows, sockets, png and jpeg, no TLS.
 build_qt() {
     local without=(concurrent dbus pkg_config printsupport schannel sql ssl tabletevent vulkan xml
-        direct2d graphicseffect graphicsview pdf textodfwriter tuiotouch undocommand
+        direct2d1_1 graphicseffect graphicsview pdf textodfwriter tuiotouch undocommand
         calendarwidget colordialog columnview datawidgetmapper dockwidget errormessage fontcombobox
-        fontdialog inputdialog keysequenceedit lcdnumber mdiarea progressdialog splashscreen
+        fontdialog keysequenceedit lcdnumber mdiarea progressdialog splashscreen
         syntaxhighlighter systemtrayicon toolbox wizard)
     local options=("${without[@]/#/-DFEATURE_}")
     cmake -S "$cache/source" -B "$cache/build" -G Ninja --toolchain "$toolchain" \

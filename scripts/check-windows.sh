@@ -15,7 +15,8 @@ check=$build/check
 work=$(mktemp -d /tmp/dravik-check.XXXXXX)
 version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' "$build/CMakeCache.txt")
 
-export USER='Zoë Лев'  # Wine calls the profile so
+# Wine calls the profile so. Its start menu holds no letters but those of Windows-1252.
+export USER='Zoë Žák'
 export LC_ALL=C.UTF-8 WINEPREFIX=$work/wine WINEDEBUG=-all WINEDLLOVERRIDES='mscoree,mshtml='
 profile=$WINEPREFIX/drive_c/users/$USER
 programs=$profile/AppData/Local/Programs/Dravik
