@@ -128,8 +128,9 @@ using SupportMask = std::bitset<256>;
 /// in Missing. What was read before a run ended early stays.
 struct Diagnosis {
     LocalTime Started;
-    bool Cancelled = false;  ///< the driver ended it
-    bool Cleared = false;    ///< the codes were cleared since: this is how it was before
+    bool Cancelled = false;   ///< the driver ended it
+    bool EndedEarly = false;  ///< interface or vehicle were silent or gone before its end
+    bool Cleared = false;     ///< the codes were cleared since: this is how it was before
 
     std::string Interface;
     std::string Protocol;
