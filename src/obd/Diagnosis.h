@@ -197,6 +197,10 @@ std::optional<InspectionVerdict> ReadyForInspection(const Diagnosis& diagnosis);
 /// Why a part is missing; nothing when it is there.
 std::optional<Lack> LackOf(const Diagnosis& diagnosis, DiagnosisPart part);
 
+/// A kind of codes that was not read, so that a diagnosis without codes does not mean a vehicle
+/// without codes. Every vehicle has stored ones; one that does not support the others has none.
+std::optional<MissingPart> UnreadCodes(const Diagnosis& diagnosis);
+
 /// How a driver should take a trouble code.
 enum class Severity : std::uint8_t { DriveOn, SeeSoon, Stop, Manufacturer };
 Severity SeverityOf(std::string_view code);
