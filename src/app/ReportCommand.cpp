@@ -113,8 +113,8 @@ int WriteReport(const CommandLine& line) {
         return Fail(g.Closing ? "ended before the report was written" : ReportStatus());
     const Diagnosis& found = *LastDiagnosis();
     if (!found.Codes.empty()) return kWithCodes;
-    if (const auto why = LackOf(found, DiagnosisPart::StoredCodes))
-        return Fail(PartText(DiagnosisPart::StoredCodes) + ": " + LackText(*why));
+    if (const auto unread = UnreadCodes(found))
+        return Fail(PartText(unread->Part) + ": " + LackText(unread->Why));
     return kNoCodes;
 }
 

@@ -128,8 +128,9 @@ using SupportMask = std::bitset<256>;
 /// in Missing. What was read before a run ended early stays.
 struct Diagnosis {
     LocalTime Started;
-    bool Cancelled = false;  ///< the driver ended it
-    bool Cleared = false;    ///< the codes were cleared since: this is how it was before
+    bool Cancelled = false;   ///< the driver ended it
+    bool EndedEarly = false;  ///< interface or vehicle were silent or gone before its end
+    bool Cleared = false;     ///< the codes were cleared since: this is how it was before
 
     std::string Interface;
     std::string Protocol;
@@ -195,6 +196,10 @@ std::optional<InspectionVerdict> ReadyForInspection(const Diagnosis& diagnosis);
 
 /// Why a part is missing; nothing when it is there.
 std::optional<Lack> LackOf(const Diagnosis& diagnosis, DiagnosisPart part);
+
+/// A kind of codes that was not read, so that a diagnosis without codes does not mean a vehicle
+/// without codes. Every vehicle has stored ones; one that does not support the others has none.
+std::optional<MissingPart> UnreadCodes(const Diagnosis& diagnosis);
 
 /// How a driver should take a trouble code.
 enum class Severity : std::uint8_t { DriveOn, SeeSoon, Stop, Manufacturer };

@@ -41,9 +41,9 @@ void NoteMissing(ReportSection& section, const Diagnosis& found,
 
 ReportRow CodesVerdict(const Diagnosis& found) {
     if (found.Codes.empty()) {
-        const auto why = LackOf(found, Part::StoredCodes);
-        if (!why) return {{Word("No trouble codes")}, Mark::Good};
-        return {{PartText(Part::StoredCodes) + ": " + LackText(*why)}, Mark::Open};
+        const auto unread = UnreadCodes(found);
+        if (!unread) return {{Word("No trouble codes")}, Mark::Good};
+        return {{PartText(unread->Part) + ": " + LackText(unread->Why)}, Mark::Open};
     }
     // By how urgent they are.
     for (const Severity severity :
@@ -140,7 +140,7 @@ ReportSection CodesSection(const Diagnosis& found) {
         }
         section.Tables.push_back(std::move(table));
     }
-    if (found.Codes.empty() && !LackOf(found, Part::StoredCodes))
+    if (found.Codes.empty() && !UnreadCodes(found))
         section.Notes.push_back(Word("No trouble codes"));
     NoteMissing(section, found, {Part::StoredCodes, Part::PendingCodes, Part::PermanentCodes});
     return section;
@@ -267,7 +267,7 @@ std::string PlainVin(const Diagnosis& diagnosis) {
 std::string ReportLine(const Diagnosis& diagnosis, const LocalTime& now) {
     const std::string vin = PlainVin(diagnosis);
     std::string line = TimeStamp(now) + " " + (vin.empty() ? "-" : vin);
-    if (LackOf(diagnosis, Part::StoredCodes)) line += " ?";
+    if (UnreadCodes(diagnosis)) line += " ?";
     std::vector<std::string> told;  // a code may be stored and permanent
     for (const FoundCode& code : diagnosis.Codes) {
         if (std::find(told.begin(), told.end(), code.Code) != told.end()) continue;

@@ -298,6 +298,7 @@ TEST_F(DiagnosisTest, AnInterfaceThatStaysSilentEndsTheLink) {
     const Diagnosis& found = Diagnose();
     EXPECT_EQ(basGlobal.ConnState, kNotConnected);
     EXPECT_THAT(ReasonText(), StartsWith("No answer from the interface"));
+    EXPECT_EQ(Label("progress"), "Diagnosis ended early");
     EXPECT_TRUE(found.Vin);
     EXPECT_EQ(LackOf(found, DiagnosisPart::StoredCodes), Lack::NoAnswer);
     EXPECT_EQ(LackOf(found, DiagnosisPart::Tests), Lack::NoAnswer);

@@ -98,6 +98,13 @@ TEST_F(ReportTextTest, WhatCouldNotBeReadIsNeverTheSameAsNothingWrong) {
                 AllOf(StartsWith("2026-11-22 10:31:07 - ?\n"), Not(HasSubstr("No trouble codes")),
                       Not(HasSubstr("No freeze frame")), HasSubstr("* Stored codes: No answer"),
                       HasSubstr("Monitors: Refused by the vehicle")));
+    found.Missing = {{DiagnosisPart::PendingCodes, Lack::Refused}};
+    const std::string partly = PlainTextOf(MakeReport(found, {}, kNow));
+    EXPECT_THAT(partly,
+                AllOf(StartsWith("2026-11-22 10:31:07 - ?\n"), Not(HasSubstr("No trouble codes")),
+                      HasSubstr("* Pending codes: Refused by the vehicle")));
+    found.Missing = {{DiagnosisPart::PermanentCodes, Lack::NotSupported}};
+    EXPECT_THAT(PlainTextOf(MakeReport(found, {}, kNow)), HasSubstr("* No trouble codes"));
 }
 
 TEST_F(ReportTextTest, LiveValuesAreThoseThatAreKnownNow) {

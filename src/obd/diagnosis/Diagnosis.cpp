@@ -30,4 +30,14 @@ std::optional<Lack> LackOf(const Diagnosis& diagnosis, DiagnosisPart part) {
     return found->Why;
 }
 
+std::optional<MissingPart> UnreadCodes(const Diagnosis& diagnosis) {
+    for (const MissingPart& missing : diagnosis.Missing) {
+        if (missing.Part == DiagnosisPart::StoredCodes) return missing;
+        const bool others = missing.Part == DiagnosisPart::PendingCodes ||
+                            missing.Part == DiagnosisPart::PermanentCodes;
+        if (others && missing.Why != Lack::NotSupported) return missing;
+    }
+    return std::nullopt;
+}
+
 }  // namespace dravik

@@ -74,8 +74,7 @@ void ListCodes(const Diagnosis& found) {
             std::string(kCodeTag) + std::to_string(i));
     }
     // A page that opens while the run is under way must not say what nobody has asked yet.
-    if (found.Codes.empty() && !Diagnosing() && !LackOf(found, Part::StoredCodes))
-        Add(Word(kNoCodes), kGood);
+    if (found.Codes.empty() && !Diagnosing() && !UnreadCodes(found)) Add(Word(kNoCodes), kGood);
     for (const Part part :
          {Part::StoredCodes, Part::PendingCodes, Part::PermanentCodes, Part::FreezeFrames})
         AddIfMissing(found, part);

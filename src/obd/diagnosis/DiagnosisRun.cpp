@@ -565,7 +565,12 @@ void RunDiagnosis() {
     {
         Run run(*found);
         run.ReadAll(refresh);
-        found->Cancelled = run.Over() == Lack::Cancelled;
+        const std::optional<Lack> over = run.Over();
+        found->Cancelled = over == Lack::Cancelled;
+        // Whatever ends behind the last answer has cost nothing.
+        found->EndedEarly = over && !found->Cancelled &&
+                            std::any_of(found->Missing.begin(), found->Missing.end(),
+                                        [&over](const auto& part) { return part.Why == *over; });
         usable = run.Finish();
     }
     std::stable_sort(found->Missing.begin(), found->Missing.end(),

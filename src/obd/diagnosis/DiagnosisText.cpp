@@ -103,9 +103,7 @@ std::string Shown(std::optional<Value> Diagnosis::*field, Part part, Show show) 
 
 std::string OutcomeText(const Diagnosis& found) {
     if (found.Cancelled) return Word(kCancelled);
-    const bool lost = std::any_of(found.Missing.begin(), found.Missing.end(),
-                                  [](const auto& part) { return part.Why == Lack::LinkLost; });
-    if (lost) return Word(kEndedEarly);
+    if (found.EndedEarly) return Word(kEndedEarly);
     return Word(found.Cleared ? kCleared : kComplete);
 }
 
