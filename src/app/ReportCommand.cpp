@@ -108,7 +108,7 @@ int WriteReport(const CommandLine& line) {
 
     RequestReport(FileExtension(line.Report) == "txt" ? ReportFormat::Text : ReportFormat::Html,
                   line.Report);
-    WaitWhile([&g] { return g.Reporting.Stage != ReportStage::None; });
+    WaitWhile([] { return basGlobal.Reporting.Stage != ReportStage::None; });
     if (g.Reporting.Outcome != ReportOutcome::Written)
         return Fail(g.Closing ? "ended before the report was written" : ReportStatus());
     const Diagnosis& found = *LastDiagnosis();
