@@ -9,9 +9,9 @@ namespace dravik {
 /// What tells a file from the same file changed, or from another one put in its place.
 struct FileStamp {
     std::int64_t Modified;  ///< in the system's own unit, like Changed
-    std::int64_t Changed;   ///< of the content or of what the system notes about the file
+    std::int64_t Changed;   ///< of what the system notes about the file, or when it was made
     std::int64_t Size;
-    std::uint64_t File;
+    std::uint64_t File;  ///< 0 where the system has no cheap answer, like Device
     std::uint64_t Device;
     bool operator==(const FileStamp&) const = default;
 };
