@@ -82,7 +82,7 @@ picture_of() {
 
 prepare() {
     mkdir -p "$check"
-    Xvfb -displayfd 5 -screen 0 1024x768x24 5>"$work/display" 2>/dev/null &
+    Xvfb -displayfd 5 -screen 0 1920x1200x24 5>"$work/display" 2>/dev/null &
     background+=($!)
     await 20 "the display" test -s "$work/display"
     DISPLAY=:$(cat "$work/display")
@@ -150,18 +150,27 @@ com_port() {
 
 # What the tests say; a program for each room, run as it is.
 test_programs() {
-    local program result count=0 tests=0
+    local program result count=0 tests=0 faults=0
+    # The tests name their folders in the way of the compiler's library, which is not that of Windows.
+    mkdir -p "$WINEPREFIX/drive_c/tests"
+    for name in TEMP TMP; do
+        wine reg add 'HKCU\Environment' /v $name /d 'C:\tests' /f >/dev/null 2>&1
+    done
+    wineserver -k -w || true
     for program in "$build"/tests/*.exe; do
         [ -e "$program" ] || fail "there are no test programs; build with --tests"
         result=$work/$(basename "$program" .exe).txt
         timeout 1200 wine "$program" --gtest_brief=1 >"$result" 2>&1 || {
-            grep -a FAILED "$result" || tail -n 5 "$result"
-            fail "$(basename "$program") failed"
+            echo "  $(basename "$program") failed:" >&2
+            grep -a '^\[  FAILED  \].*)' "$result" >&2 || tail -n 5 "$result" >&2
+            faults=1
+            continue
         }
         count=$((count + 1))
         tests=$((tests + $(sed -n 's/^\[  PASSED  \] \([0-9]*\) test.*/\1/p' "$result")))
     done
     echo "$count programs, $tests tests" | tee "$work/tests"
+    return $faults
 }
 
 # The version before had a file that this one has not; the user has files and settings of his own.

@@ -7,6 +7,7 @@
 
 #include "controls/SkinText.h"
 #include "platform/Paths.h"
+#include "platform/Text.h"
 
 namespace dravik {
 
@@ -23,6 +24,11 @@ std::vector<std::string> FontFilesOf(const std::string& folder) {
     return {files.begin(), files.end()};
 }
 
+/// One name for a file that Windows finds by any case of its letters.
+std::string KeyOf(const std::string& file) {
+    return kPathSeparator == '\\' ? LowerCased(file) : file;
+}
+
 /// By its name, not by its content: the file is then read where it is needed, and not kept whole.
 bool LoadFontFile(const std::string& path) {
     return FileSize(path) && QFontDatabase::addApplicationFont(QString::fromUtf8(path)) >= 0;
@@ -35,7 +41,7 @@ void LoadFontFiles(const std::string& folder) {
     if (!knownFolders.insert(folder).second) return;
     for (const std::string& file : FontFilesOf(folder)) {
         // A folder may have two names, by the case of its letters.
-        if (knownFiles.insert(file).second && !LoadFontFile(file))
+        if (knownFiles.insert(KeyOf(file)).second && !LoadFontFile(file))
             std::fprintf(stderr, "dravik: %s holds no font that can be read\n", file.c_str());
     }
     ForgetSkinFonts();

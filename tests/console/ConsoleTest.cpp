@@ -31,6 +31,7 @@ TEST(Console, AnswersInOrderAndNamesWhatItDoesNotUnderstand) {
     EXPECT_EQ(dravik.Finish(), 0);
 }
 
+#ifndef _WIN32  // there the region is set in the system
 // The first of the three variables that is set says what the region is.
 TEST(Console, LabelsHaveTheDecimalSignOfTheRegion) {
     const struct {
@@ -49,6 +50,7 @@ TEST(Console, LabelsHaveTheDecimalSignOfTheRegion) {
         EXPECT_EQ(dravik.Ask("number sensor_t"), "-0.5");
     }
 }
+#endif
 
 TEST(Console, EndOfInputAndQuitAreNormalEndsThatSaveTheResumeState) {
     for (const bool quit : {false, true}) {

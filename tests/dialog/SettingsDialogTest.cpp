@@ -314,6 +314,9 @@ TEST_F(SettingsDialog, APushMovesThePageAndChangesNothingOnIt) {
         auto* page = qobject_cast<QScrollArea*>(dialog.findChild<QTabWidget*>()->currentWidget());
         auto* box = Find<QCheckBox>("chMiscOptions3");
         const QPoint place = box->mapTo(&dialog, QPoint(10, box->height() / 2));
+#ifdef _WIN32  // a window manager may move the window late, and a press finds things by their place
+        QTest::qWait(500);
+#endif
         Finger finger(dialog, touches);
         finger.Press(place);
         finger.Release(place);
@@ -332,6 +335,7 @@ TEST_F(SettingsDialog, APushMovesThePageAndChangesNothingOnIt) {
     }
 }
 
+#ifndef _WIN32  // the keyboard is a shell script
 TEST_F(SettingsDialog, ATouchedFieldBringsUpTheKeyboardOfTheSettingsOnce) {
     folder_.Write("starts", "");
     const std::string keys =
@@ -357,6 +361,7 @@ TEST_F(SettingsDialog, ATouchedFieldBringsUpTheKeyboardOfTheSettingsOnce) {
         return starts() >= 2;
     }));
 }
+#endif
 
 TEST_F(SettingsDialog, SaysThatNoKeyboardIsSet) {
     basGlobal.OSKPath = "0";

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "platform/NameHash.h"
+#include "platform/Paths.h"
 #include "support/TemporaryFolder.h"
 
 namespace dravik {
@@ -274,7 +275,7 @@ TEST(Profile, GarbageIsPassedOverAndKeptAndTooMuchOfItRefused) {
     ::testing::internal::CaptureStderr();
     for (int i = 0; i < 3; ++i) EXPECT_EQ(ReadProfileInt(larger, "s", "k", 0), 0);
     EXPECT_EQ(::testing::internal::GetCapturedStderr(),
-              larger + ": larger than 16 MB; it is not read\n");
+              ResolvePath(larger) + ": larger than 16 MB; it is not read\n");
     EXPECT_FALSE(WriteProfileString(larger, "s", "k", "2"));
 }
 

@@ -186,7 +186,7 @@ TEST_F(MessageTest, ATextThatIsTooLongIsSetSmallerAndKeepsItsEnd) {
     EXPECT_GT(WrappedHeight(word, font, 200), 2 * WrappedHeight(word, font, 4000)) << "wraps";
     EXPECT_THAT(shown(9), EndsWith("not a picture: xxxxxxxxxend"));
     const int large = Dialog().ShownFont().pixelSize();
-    EXPECT_EQ(shown(150).size(), 168U);
+    EXPECT_EQ(shown(120).size(), 138U);
     EXPECT_LT(Dialog().ShownFont().pixelSize(), large);
     EXPECT_THAT(shown(4000), AllOf(StartsWith("not a picture: x"), EndsWith("xend")));
     EXPECT_EQ(Dialog().ShownFont().pixelSize(), kLeastFontPixels);

